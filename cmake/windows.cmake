@@ -1,0 +1,69 @@
+# Cross build for 32-bit Windows: FLDKIT32.dll, its import library, the
+# sample program and the tests that run under Wine.
+
+set(FK_STATIC_RUNTIME -static -static-libgcc -static-libstdc++)
+set(FK_DEF ${CMAKE_SOURCE_DIR}/frame/fldkit32.def)
+
+target_compile_options(fk_text PRIVATE -Wall -Wextra)
+
+# The library's sources by subsystem; every .cpp below these folders belongs to
+# the DLL.
+file(GLOB FK_DLL_SOURCES CONFIGURE_DEPENDS
+  ${CMAKE_SOURCE_DIR}/frame/*.cpp
+  ${CMAKE_SOURCE_DIR}/fields/*.cpp
+  ${CMAKE_SOURCE_DIR}/validate/*.cpp
+  ${CMAKE_SOURCE_DIR}/tables/*.cpp
+  ${CMAKE_SOURCE_DIR}/links/*.cpp
+  ${CMAKE_SOURCE_DIR}/display/*.cpp
+  ${CMAKE_SOURCE_DIR}/design/*.cpp
+)
+list(REMOVE_ITEM FK_DLL_SOURCES ${CMAKE_SOURCE_DIR}/frame/method.cpp)
+file(GLOB FK_DLL_RESOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.rc)
+
+add_library(fldkit32 SHARED ${FK_DLL_SOURCES} ${FK_DLL_RESOURCES} ${FK_DEF})
+set_target_properties(fldkit32 PROPERTIES
+  OUTPUT_NAME FLDKIT32
+  PREFIX ""
+  SUFFIX ".dll"
+)
+target_include_directories(fldkit32 PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include)
+target_compile_options(fldkit32 PRIVATE -Wall -Wextra)
+# fk_text is linked whole so that every exported text routine is in the DLL.
+target_link_libraries(fldkit32 PRIVATE
+  -Wl,--whole-archive fk_text -Wl,--no-whole-archive
+  user32 gdi32 kernel32 shell32 winmm)
+# Plain (undecorated) export names; the .def lists them with decorations.
+target_link_options(fldkit32 PRIVATE -Wl,--kill-at ${FK_STATIC_RUNTIME})
+
+# Import library: callers link by the decorated stdcall names.
+set(FK_IMPLIB ${CMAKE_BINARY_DIR}/lib/libfldkit32.a)
+add_custom_command(
+  OUTPUT ${FK_IMPLIB}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/lib
+  COMMAND ${CMAKE_DLLTOOL} -d ${FK_DEF} -l ${FK_IMPLIB} -D FLDKIT32.dll -k
+  DEPENDS ${FK_DEF}
+  COMMENT "Import library libfldkit32.a"
+)
+add_custom_target(fldkit32_implib ALL DEPENDS ${FK_IMPLIB})
+add_library(fldkit INTERFACE)
+add_dependencies(fldkit fldkit32_implib fldkit32)
+target_include_directories(fldkit INTERFACE ${CMAKE_SOURCE_DIR}/include)
+target_link_libraries(fldkit INTERFACE ${FK_IMPLIB})
+
+# Sample program of the main job.
+add_executable(fksample sample/fksample.c)
+target_link_libraries(fksample PRIVATE fldkit user32 gdi32)
+target_link_options(fksample PRIVATE ${FK_STATIC_RUNTIME})
+
+# dist/: what an application author needs.
+add_custom_target(dist
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_SOURCE_DIR}/dist/bin ${CMAKE_SOURCE_DIR}/dist/lib ${CMAKE_SOURCE_DIR}/dist/include
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fldkit32> ${CMAKE_SOURCE_DIR}/dist/bin/
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fksample> ${CMAKE_SOURCE_DIR}/dist/bin/
+  COMMAND ${CMAKE_COMMAND} -E copy ${FK_IMPLIB} ${CMAKE_SOURCE_DIR}/dist/lib/
+  COMMAND ${CMAKE_COMMAND} -E copy ${FK_DEF} ${CMAKE_SOURCE_DIR}/dist/lib/
+  COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/include/fldkit.h ${CMAKE_SOURCE_DIR}/dist/include/
+  DEPENDS fldkit32 fksample fldkit32_implib
+)
+
+include(cmake/wintests.cmake)

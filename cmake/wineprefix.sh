@@ -1,0 +1,9 @@
+#!/bin/sh
+# Makes the private Wine prefix of the test run. Windows are unmanaged: with
+# no window manager on the private X display, Wine would otherwise wait two
+# seconds for every top-level window to be withdrawn when it is destroyed.
+set -e
+wineboot -i
+wineserver -w
+wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+wineserver -w

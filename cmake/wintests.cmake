@@ -1,0 +1,59 @@
+# GoogleTest built with the cross toolchain; tests run under Wine with a
+# private prefix in the build tree.
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+set(FK_WINEPREFIX ${CMAKE_BINARY_DIR}/wineprefix)
+set(FK_WINE_ENV
+  "WINEPREFIX=${FK_WINEPREFIX}"
+  "WINEDLLOVERRIDES=mscoree,mshtml="
+  "WINEDEBUG=-all"
+  "FK_SOURCE_DIR=${CMAKE_SOURCE_DIR}"
+)
+
+# Support code shared by the tests (message box watcher, window helpers).
+file(GLOB FK_TEST_SUPPORT CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
+add_library(fk_testsupport STATIC ${FK_TEST_SUPPORT})
+target_include_directories(fk_testsupport PUBLIC ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include)
+target_link_libraries(fk_testsupport PUBLIC gtest user32 gdi32)
+
+# The prefix is made once; every Wine test depends on it.
+add_test(NAME wine_prefix COMMAND ${CMAKE_COMMAND} -E env ${FK_WINE_ENV} sh ${CMAKE_SOURCE_DIR}/cmake/wineprefix.sh)
+set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+
+# fk_wine_test(name sources...): one test program, one CTest test.
+function(fk_wine_test name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE fk_testsupport fldkit gtest_main)
+  target_link_options(${name} PRIVATE ${FK_STATIC_RUNTIME})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    ENVIRONMENT "${FK_WINE_ENV}"
+    FIXTURES_REQUIRED wine
+    TIMEOUT 300)
+endfunction()
+
+# Text routines, built into the test from the same sources as the DLL.
+file(GLOB FK_TEXT_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/text/*.cpp)
+if(FK_TEXT_TESTS)
+  fk_wine_test(text_tests ${FK_TEXT_TESTS})
+  target_link_libraries(text_tests PRIVATE fk_text)
+endif()
+
+# One program per subsystem folder of tests/win.
+file(GLOB FK_WIN_TEST_DIRS LIST_DIRECTORIES true ${CMAKE_SOURCE_DIR}/tests/win/*)
+foreach(dir ${FK_WIN_TEST_DIRS})
+  if(IS_DIRECTORY ${dir})
+    get_filename_component(sub ${dir} NAME)
+    file(GLOB srcs CONFIGURE_DEPENDS ${dir}/*.cpp)
+    fk_wine_test(${sub}_tests ${srcs})
+  endif()
+endforeach()
+
+# The DLL imports only system DLLs (the runtime is linked statically).
+add_test(NAME dll_imports_system_only
+  COMMAND ${CMAKE_COMMAND} -DDLL=$<TARGET_FILE:fldkit32> -DOBJDUMP=${TOOL_PREFIX}-objdump
+          -P ${CMAKE_SOURCE_DIR}/cmake/check_imports.cmake)
+set_tests_properties(dll_imports_system_only PROPERTIES TIMEOUT 60)

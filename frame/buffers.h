@@ -1,0 +1,21 @@
+// Library-wide work buffers shared by every control of the process. The
+// library serves one user-interface thread and is not reentrant across
+// controls; these buffers are why.
+#pragma once
+
+namespace fk {
+
+// Longest method string a control keeps; longer text is cut.
+inline constexpr int kMethodMax = 1023;
+// Longest copy handed out by GXM_GETMETHOD (without terminator when full).
+inline constexpr int kMethodCopy = 256;
+// Field text: at most 159 characters are ever edited.
+inline constexpr int kFieldText = 160;
+
+// Copy of the method string a control is given. Two spare bytes behind the
+// largest text let twGetMethodParam look ahead of a final keyword.
+extern char g_methodWork[kMethodMax + 1 + 2];
+// Scratch copy of a field's text (shared by all entry fields).
+extern char g_fieldText[kFieldText];
+
+}  // namespace fk

@@ -1,0 +1,63 @@
+#include "frame/method_window.h"
+
+#include <cstring>
+
+#include "frame/buffers.h"
+#include "include/fldkit.h"
+#include "strings/lstr.h"
+
+namespace fk {
+
+bool MethodSlot::set(HWND h, char* block) const {
+    SetLastError(0);
+    SetWindowLongA(h, offset, reinterpret_cast<LONG>(block));
+    return GetLastError() == 0;
+}
+
+void MethodFree(HWND h, MethodSlot slot) {
+    if (char* old = slot.get(h)) {
+        slot.set(h, nullptr);
+        LocalFree(reinterpret_cast<HLOCAL>(old));
+    }
+}
+
+char* MethodReplace(HWND h, MethodSlot slot, const char* text) {
+    MethodFree(h, slot);
+    if (text == nullptr) return nullptr;
+    size_t len = strnlen(text, kMethodMax);
+    auto* block = static_cast<char*>(LocalAlloc(LMEM_ZEROINIT, len + 1));
+    if (block == nullptr) return nullptr;
+    std::memcpy(block, text, len);
+    if (!slot.set(h, block)) {
+        LocalFree(block);
+        return nullptr;
+    }
+    return block;
+}
+
+void MethodCopyOut(HWND h, MethodSlot slot, char* buffer) {
+    if (buffer == nullptr) return;
+    const char* method = slot.get(h);
+    if (method == nullptr) {
+        buffer[0] = '\0';
+        return;
+    }
+    lstrncpy(buffer, method, kMethodCopy);
+}
+
+LRESULT MethodWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, MethodSlot slot, WNDPROC base) {
+    switch (msg) {
+    case GXM_SETMETHOD:
+        MethodReplace(h, slot, reinterpret_cast<const char*>(lp));
+        return 0;
+    case GXM_GETMETHOD:
+        MethodCopyOut(h, slot, reinterpret_cast<char*>(lp));
+        return 0;
+    case WM_DESTROY:
+        MethodFree(h, slot);
+        break;
+    }
+    return base ? CallWindowProcA(base, h, msg, wp, lp) : DefWindowProcA(h, msg, wp, lp);
+}
+
+}  // namespace fk

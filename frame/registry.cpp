@@ -1,0 +1,174 @@
+// Start-up and teardown: the fifteen class registrations, ListClasses, WEP.
+
+#include "frame/registry.h"
+
+#include <cstring>
+#include <initializer_list>
+
+#include "display/line.h"
+#include "frame/library.h"
+#include "frame/trace.h"
+#include "include/fldkit.h"
+
+namespace fk {
+
+HINSTANCE hInstLib;
+BYTE bNewLook;
+WNDPROC lpfnListBoxProc;
+WNDPROC lpfnComboBoxProc;
+int nBaseWndExtra;
+HBRUSH hbrColorRed;
+HBRUSH hbrColorGreen;
+HBRUSH hbrColorBlue;
+HBITMAP hbmSlots[kBitmapSlots];
+
+namespace {
+
+enum class Base { None, ListBox, ComboBox };
+
+struct ClassRow {
+    const char* name;
+    WNDPROC proc;
+    UINT style;
+    int wndExtra;         // for superclasses: added to the base class's count
+    LPCSTR cursor;
+    int background;       // raw hbrBackground value (system colour + 1)
+    Base base;
+    void (*before)();     // extra work before RegisterClassA
+    void (*after)();      // extra work after RegisterClassA
+};
+
+// Registration order. The text-entry classes carry the I-beam; the button
+// and line classes leave out CS_DBLCLKS; the frame's background is 15, not
+// COLOR_WINDOW + 1 like the others.
+const ClassRow kClasses[] = {
+    {"gxString32", gxStringWndFn, 0x400B, 34, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxNumeric32", gxNumericWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxReal32", gxRealWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxBitmap32", gxBitmapWndFn, 0x400B, 16, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxIcon32", gxIconWndFn, 0x400B, 14, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxDate32", gxDateWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxColor32", gxColorWndFn, 0x400B, 40, IDC_ARROW, 6, Base::None, CreateColorBrushes, nullptr},
+    {"gxTable32", gxTableWndFn, 0x4088, 4, IDC_ARROW, 6, Base::ListBox, nullptr, nullptr},
+    {"gxCBTable32", gxCBTableWndFn, 0x4088, 4, IDC_ARROW, 6, Base::ComboBox, nullptr, nullptr},
+    {"gxTicker32", gxTickerWndFn, 0x400B, 22, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxCurrency32", gxCurrencyWndFn, 0x400B, 30, IDC_IBEAM, 6, Base::None, nullptr, ReadCurrencyDefaults},
+    {"gxButton32", gxButtonWndFn, 0x4003, 18, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxLine32", gxLineWndFn, 0x4003, 8, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxText3D32", gxText3DWndFn, 0x400B, 20, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxFrame3D32", gxFrame3DWndFn, 0x400B, 20, IDC_ARROW, 15, Base::None, nullptr, nullptr},
+};
+
+// A superclass starts from the system class's record; its procedure and
+// window-extra count are saved for the control's own use.
+void FillFromBase(WNDCLASSA& wc, Base base) {
+    const char* sysName = base == Base::ListBox ? "listbox" : "combobox";
+    GetClassInfoA(nullptr, sysName, &wc);
+    if (base == Base::ListBox)
+        lpfnListBoxProc = wc.lpfnWndProc;
+    else
+        lpfnComboBoxProc = wc.lpfnWndProc;
+    nBaseWndExtra = wc.cbWndExtra;
+}
+
+// The result of RegisterClassA is deliberately not examined: a second load
+// in the same process keeps the first registration.
+void RegisterRow(const ClassRow& row) {
+    if (row.before) row.before();
+    WNDCLASSA wc{};
+    int extra = row.wndExtra;
+    if (row.base != Base::None) {
+        FillFromBase(wc, row.base);
+        extra += wc.cbWndExtra;
+    }
+    wc.style = row.style;
+    wc.lpfnWndProc = row.proc;
+    wc.cbClsExtra = 0;
+    wc.cbWndExtra = extra;
+    wc.hInstance = hInstLib;
+    wc.hIcon = nullptr;
+    wc.hCursor = LoadCursorA(nullptr, row.cursor);
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(row.background));
+    wc.lpszMenuName = nullptr;
+    wc.lpszClassName = row.name;
+    RegisterClassA(&wc);
+    if (row.after) row.after();
+}
+
+// ListClasses record order, which differs from the registration order on
+// purpose: it is the order dialog editors have always been shown.
+struct DesignRow {
+    const char* name;
+    FARPROC info;
+    FARPROC style;
+    FARPROC flags;
+};
+
+const DesignRow kDesignOrder[] = {
+    {"gxString32", nullptr, nullptr, nullptr},  {"gxNumeric32", nullptr, nullptr, nullptr},
+    {"gxReal32", nullptr, nullptr, nullptr},    {"gxBitmap32", nullptr, nullptr, nullptr},
+    {"gxIcon32", nullptr, nullptr, nullptr},    {"gxColor32", nullptr, nullptr, nullptr},
+    {"gxTable32", nullptr, nullptr, nullptr},   {"gxCBTable32", nullptr, nullptr, nullptr},
+    {"gxTicker32", nullptr, nullptr, nullptr},  {"gxDate32", nullptr, nullptr, nullptr},
+    {"gxFrame3D32", nullptr, nullptr, nullptr}, {"gxButton32", nullptr, nullptr, nullptr},
+    {"gxCurrency32", nullptr, nullptr, nullptr}, {"gxText3D32", nullptr, nullptr, nullptr},
+    {"gxLine32", nullptr, nullptr, nullptr},
+};
+static_assert(sizeof kDesignOrder / sizeof kDesignOrder[0] == 15);
+
+void DeleteTraced(HGDIOBJ obj, const char* format) {
+    if (obj == nullptr) return;
+    DeleteObject(obj);
+    Trace(format, reinterpret_cast<unsigned long>(obj));
+}
+
+}  // namespace
+
+}  // namespace fk
+
+extern "C" BOOL WINAPI LibMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
+    using namespace fk;
+    // Nothing per thread and nothing at detach: classes stay registered for
+    // the life of the process.
+    if (reason != DLL_PROCESS_ATTACH) return 1;
+    hInstLib = instance;
+    for (const ClassRow& row : kClasses) RegisterRow(row);
+    // Set after the registrations: nothing a registration does may depend on it.
+    bNewLook = LOBYTE(LOWORD(GetVersion())) >= 4;
+    return 1;
+}
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
+    return LibMain(instance, reason, reserved);
+}
+
+extern "C" int WINAPI WEP(int exitType) {
+    using namespace fk;
+    if (exitType != 0) return 1;
+    // The handles are not cleared: WEP runs once, when no control is left.
+    for (HBRUSH brush : {hbrColorRed, hbrColorGreen, hbrColorBlue})
+        DeleteTraced(brush, "FLDKIT Brush has been deleted: %lX\r\n");
+    for (HBITMAP bitmap : hbmSlots) DeleteTraced(bitmap, "FLDKIT Bitmap has been deleted: %lX\r\n");
+    return 1;
+}
+
+extern "C" HGLOBAL WINAPI ListClasses(LPSTR, UINT, FARPROC, FARPROC) {
+    using namespace fk;
+    HGLOBAL block = GlobalAlloc(GMEM_SHARE | GMEM_ZEROINIT, sizeof(CTLCLASSLIST));
+    if (block == nullptr) return nullptr;
+    auto* list = static_cast<CTLCLASSLIST*>(GlobalLock(block));
+    if (list == nullptr) {
+        GlobalFree(block);
+        return nullptr;
+    }
+    list->nClasses = 15;
+    for (int i = 0; i < 15; ++i) {
+        const DesignRow& row = kDesignOrder[i];
+        list->Classes[i].lpfnInfo = row.info;
+        list->Classes[i].lpfnStyle = row.style;
+        list->Classes[i].lpfnFlags = row.flags;
+        std::strncpy(list->Classes[i].szClass, row.name, sizeof list->Classes[i].szClass);
+    }
+    GlobalUnlock(block);
+    return block;
+}

@@ -1,0 +1,32 @@
+// Typed access to a window's extra bytes at fixed positions. Each class
+// describes its layout once with these (for example
+// `using Method = LongWord<26>;`) instead of scattering raw offsets.
+#pragma once
+
+#include <windows.h>
+
+namespace fk {
+
+template <int Offset>
+struct LongWord {
+    static constexpr int kOffset = Offset;
+    static LONG get(HWND h) { return GetWindowLongA(h, Offset); }
+    static void set(HWND h, LONG v) { SetWindowLongA(h, Offset, v); }
+};
+
+template <int Offset>
+struct ShortWord {
+    static constexpr int kOffset = Offset;
+    static WORD get(HWND h) { return GetWindowWord(h, Offset); }
+    static void set(HWND h, WORD v) { SetWindowWord(h, Offset, v); }
+};
+
+// A pointer kept in a 32-bit window word (32-bit Windows only).
+template <typename T, int Offset>
+struct PtrWord {
+    static constexpr int kOffset = Offset;
+    static T* get(HWND h) { return reinterpret_cast<T*>(GetWindowLongA(h, Offset)); }
+    static void set(HWND h, T* p) { SetWindowLongA(h, Offset, reinterpret_cast<LONG>(p)); }
+};
+
+}  // namespace fk

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds FieldKit and runs every test: the text routines natively (with
+# sanitizers), then the DLL's tests under Wine in a private Xvfb display.
+set -euo pipefail
+source "$(dirname "$0")/common.sh"
+
+bash "$ROOT/scripts/setup.sh"
+
+build_native
+ctest --test-dir "$NATIVE_BUILD" --output-on-failure
+
+build_windows
+trap stop_wine EXIT
+with_display ctest --test-dir "$WIN_BUILD" --output-on-failure "$@"

@@ -1,0 +1,46 @@
+#include "tests/support/msgbox_watch.h"
+
+namespace fktest {
+
+namespace {
+thread_local MessageBoxWatcher* current = nullptr;
+constexpr int kMessageTextId = 0xFFFF;  // the static text of a message box
+}  // namespace
+
+MessageBoxWatcher::MessageBoxWatcher(int answer)
+    : hook_(SetWindowsHookExA(WH_CBT, Hook, nullptr, GetCurrentThreadId())), answer_(answer), previous_(current) {
+    current = this;
+}
+
+MessageBoxWatcher::~MessageBoxWatcher() {
+    current = previous_;
+    if (hook_) UnhookWindowsHookEx(hook_);
+}
+
+LRESULT CALLBACK MessageBoxWatcher::Hook(int code, WPARAM wp, LPARAM lp) {
+    if (code == HCBT_ACTIVATE && current != nullptr) {
+        HWND window = reinterpret_cast<HWND>(wp);
+        char cls[32] = "";
+        GetClassNameA(window, cls, sizeof cls);
+        if (lstrcmpA(cls, "#32770") == 0 && GetDlgItem(window, kMessageTextId) != nullptr) current->Answer(window);
+    }
+    return CallNextHookEx(nullptr, code, wp, lp);
+}
+
+void MessageBoxWatcher::Answer(HWND box) {
+    char text[1024] = "";
+    char caption[256] = "";
+    GetDlgItemTextA(box, kMessageTextId, text, sizeof text);
+    GetWindowTextA(box, caption, sizeof caption);
+    boxes_.push_back({text, caption, GetWindow(box, GW_OWNER)});
+    int button = answer_;
+    for (int fallback : {answer_, IDOK, IDCANCEL, IDNO}) {
+        if (GetDlgItem(box, fallback) != nullptr) {
+            button = fallback;
+            break;
+        }
+    }
+    PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+}
+
+}  // namespace fktest
