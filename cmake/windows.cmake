@@ -17,7 +17,12 @@ file(GLOB FK_DLL_SOURCES CONFIGURE_DEPENDS
   ${CMAKE_SOURCE_DIR}/display/*.cpp
   ${CMAKE_SOURCE_DIR}/design/*.cpp
 )
-list(REMOVE_ITEM FK_DLL_SOURCES ${CMAKE_SOURCE_DIR}/frame/method.cpp)
+# The pure routines come in through fk_text, whatever folder they live in.
+get_target_property(FK_TEXT_SRCS fk_text SOURCES)
+foreach(src ${FK_TEXT_SRCS})
+  get_filename_component(abs ${src} ABSOLUTE BASE_DIR ${CMAKE_SOURCE_DIR})
+  list(REMOVE_ITEM FK_DLL_SOURCES ${abs})
+endforeach()
 file(GLOB FK_DLL_RESOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.rc)
 
 add_library(fldkit32 SHARED ${FK_DLL_SOURCES} ${FK_DLL_RESOURCES} ${FK_DEF})
