@@ -18,6 +18,8 @@ file(GLOB FK_DLL_SOURCES CONFIGURE_DEPENDS
   ${CMAKE_SOURCE_DIR}/design/*.cpp
 )
 list(REMOVE_ITEM FK_DLL_SOURCES ${CMAKE_SOURCE_DIR}/frame/method.cpp)
+list(REMOVE_ITEM FK_DLL_SOURCES ${CMAKE_SOURCE_DIR}/validate/dates.cpp ${CMAKE_SOURCE_DIR}/validate/range_parse.cpp
+  ${CMAKE_SOURCE_DIR}/tables/table_text.cpp)
 file(GLOB FK_DLL_RESOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.rc)
 
 add_library(fldkit32 SHARED ${FK_DLL_SOURCES} ${FK_DLL_RESOURCES} ${FK_DEF})
