@@ -164,7 +164,7 @@ int TableMiss(HWND h, char* method, char* tbl, int keyColumn, char delimiter) {
             if (!block) {
                 return 0;
             }
-            char caption[16];
+            char caption[32];
             fk::CopyCut(caption, sizeof caption, lstristr(tbl, "@WARN") ? "Warning" : "Application Error");
             fk::CopyCut(fk::g_errorMessage, fk::kErrorMessage, "Table Entry not found.");
             const LRESULT reply = block.Send(parent, h, id, GXT_TEXT, GXE_NOTFOUND, method, fk::g_errorMessage, caption);
