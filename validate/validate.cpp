@@ -61,6 +61,10 @@ bool WindowTextBlank(HWND h) {
     return *lstrclip(text) == 0;
 }
 
+// Returned by the steps below when the value passed them and validation goes
+// on; anything else is the verdict.
+constexpr int kPassed = -1;
+
 // The range and choice tests of one value, reporting what fails.
 int RangeAndChoice(HWND h, int type, void* value, char* rng, char* chc, int reportType) {
     if (rng != nullptr && !twValidateRange(type, value, rng)) {
@@ -69,7 +73,7 @@ int RangeAndChoice(HWND h, int type, void* value, char* rng, char* chc, int repo
     if (chc != nullptr && !twValidateChoice(type, value, chc)) {
         return twShowError(h, chc, reportType, GXE_CHOICE);
     }
-    return 1;
+    return kPassed;
 }
 
 int ValidateNumber(HWND h, int type, void* value, char* method) {
@@ -92,11 +96,9 @@ int ValidateNumber(HWND h, int type, void* value, char* method) {
         if (mandatoryText()) return twShowError(h, mnd, type, GXE_NOTENTERED);
         if (zeroAccepted()) return 1;
     }
-    if (rng != nullptr && !twValidateRange(type, v, rng)) {
-        return twShowError(h, rng, type, GXE_RANGE);
-    }
-    if (chc != nullptr && !twValidateChoice(type, v, chc)) {
-        return twShowError(h, chc, type, GXE_CHOICE);
+    const int tested = RangeAndChoice(h, type, v, rng, chc, type);
+    if (tested != kPassed) {
+        return tested;
     }
     // A mandatory number that is 0 counts as not entered unless a range or
     // choice list has accepted it.
@@ -211,8 +213,8 @@ int TableMiss(HWND h, char* method, char* tbl, int keyColumn, char delimiter) {
     return 0;
 }
 
-// Looks the work text up in the "@TBL" table: 1 when found, else what the
-// table-miss path decides.
+// Looks the work text up in the "@TBL" table: kPassed when found, else what
+// the table-miss path decides.
 int TableLookup(HWND h, char* method, char* tbl) {
     char* const arg = fk::g_methodArg;
     const int keyColumn = twGetMethodParam(tbl, "@KEY", arg) ? fk::TextToLong(arg) : 1;
@@ -231,7 +233,7 @@ int TableLookup(HWND h, char* method, char* tbl) {
         if (found != reinterpret_cast<HGLOBAL>(-1)) {
             GlobalFree(found);
         }
-        return 1;
+        return kPassed;
     }
     return TableMiss(h, method, tbl, keyColumn, delimiter);
 }
@@ -254,14 +256,15 @@ int ValidateText(HWND h, void* value, char* method) {
     if (*work != 0 && tbl != nullptr && twGetMethodParam(tbl, "@TBL", fk::g_methodArg) && fk::g_methodArg[0] != 0) {
         fk::CopyCut(fk::g_tableName, fk::kTableWork, fk::g_methodArg);
         const int looked = TableLookup(h, method, tbl);
-        if (looked != 1) {
+        if (looked != kPassed) {
             return looked;
         }
     }
     if (*work == 0) {
         return 1;
     }
-    return RangeAndChoice(h, GXT_TEXT, work, rng, chc, GXT_TEXT);
+    const int tested = RangeAndChoice(h, GXT_TEXT, work, rng, chc, GXT_TEXT);
+    return tested == kPassed ? 1 : tested;
 }
 
 int ValidateDate(HWND h, int type, void* value, char* method) {
@@ -290,7 +293,8 @@ int ValidateDate(HWND h, int type, void* value, char* method) {
     if ((type == 14 || type == 16 || type == 18) && date.tm_year < -900) {
         return twShowError(h, g_fourDigitYear, GXT_DATE, GXE_INVALID);
     }
-    return RangeAndChoice(h, type, &date, Find(method, "@RNG"), Find(method, "@CHC"), GXT_DATE);
+    const int tested = RangeAndChoice(h, type, &date, Find(method, "@RNG"), Find(method, "@CHC"), GXT_DATE);
+    return tested == kPassed ? 1 : tested;
 }
 
 }  // namespace

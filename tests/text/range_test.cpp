@@ -183,9 +183,4 @@ TEST(Choice, EightyCharacterItems) {
     EXPECT_EQ(fk::ChoiceTest(4, "rs", text.c_str(), Exact), 0);
 }
 
-TEST(Forms, DateFormOfType) {
-    const int32_t want[] = {0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1, 2, 4, 8, 16, 32, 0};
-    for (int32_t t = 0; t < 20; ++t) EXPECT_EQ(fk::DateFormOf(t), want[t]) << t;
-}
-
 }  // namespace

@@ -65,14 +65,20 @@ TEST_F(Validate, Numbers) {
         {1, 0, "@MND@CHC(0,5)", "0", 1, 0},
         {1, 4, "@CHC(1,2,3)", "4", 0, 500},
         {1, 3, "@CHC(1,2,3)@RNG(5,9)", "3", 0, 300},  // range before choice
-        {2, 25, "@RNG(1,10)(20,30)", "25", 1, 0},
-        {2, 25, "@RNG(1,10) (20,30)", "25", 0, 300},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(Run(c.type, c.value, c.method, c.text), c.result) << c.method << " " << c.value;
         EXPECT_EQ(Error(), c.error) << c.method << " " << c.value;
         if (!notices.empty()) EXPECT_EQ(notices.back().type, c.type);
     }
+}
+
+TEST_F(Validate, WarningEndsValidation) {
+    answer = 0;  // not handled: the box warns and the value stands
+    MessageBoxWatcher boxes;
+    EXPECT_EQ(Run(1, 12, "@RNG(1,9)@WARN@CHC(5)"), 1);
+    ASSERT_EQ(boxes.boxes().size(), 1u);  // the choice test did not run
+    EXPECT_EQ(boxes.boxes()[0].caption, "Numeric Value");
 }
 
 TEST_F(Validate, RealsAndTheirCaption) {
@@ -237,6 +243,13 @@ TEST_F(TableValidate, MissNoticeAndParentReply) {
         EXPECT_EQ(n.id, 42);
         EXPECT_EQ(n.method, c.method);
     }
+}
+
+TEST_F(TableValidate, AcceptedMissSkipsTheLaterTests) {
+    answer = GXR_HANDLED | GXR_ACCEPT;
+    EXPECT_EQ(RunText("XXX", Tbl("@RNG(A,B)").c_str()), 1);
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_EQ(notices[0].error, 600);
 }
 
 TEST_F(TableValidate, MandatoryBlankOffersTheTable) {
