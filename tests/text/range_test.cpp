@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "validate/dates.h"
 #include "validate/range_parse.h"
 
 namespace {
@@ -181,6 +182,38 @@ TEST(Choice, EightyCharacterItems) {
     EXPECT_EQ(fk::ChoiceTest(4, item.c_str(), text.c_str(), Exact), 1);
     EXPECT_EQ(fk::ChoiceTest(4, "s", text.c_str(), Exact), 1);
     EXPECT_EQ(fk::ChoiceTest(4, "rs", text.c_str(), Exact), 0);
+}
+
+}  // namespace
+
+namespace {
+
+// Random method texts of the characters that matter to the gatherers: no
+// type reads past the text or its 80-character buffers (the native build
+// runs with the address sanitizer).
+TEST(RangeChoice, RandomTextsStayInBounds) {
+    const char alphabet[] = "(),-./0123456789 aZ@";
+    uint32_t seed = 12345;
+    auto next = [&seed] { return seed = seed * 1103515245u + 12345u, (seed >> 16) & 0x7FFF; };
+    for (int round = 0; round < 3000; ++round) {
+        std::string text = "@RNG";
+        const int len = static_cast<int>(next() % 200);
+        for (int i = 0; i < len; ++i) text.push_back(alphabet[next() % (sizeof alphabet - 1)]);
+        const int32_t type = static_cast<int32_t>(next() % 20);
+        int32_t whole = static_cast<int32_t>(next());
+        double real = whole / 7.0;
+        struct tm date = Date(static_cast<int>(next() % 200), static_cast<int>(next() % 12), 1);
+        const void* value = type == 4 ? static_cast<const void*>("m")
+                            : (type == 3 || type == 12) ? static_cast<const void*>(&real)
+                            : type == 1 || type == 2 ? static_cast<const void*>(&whole)
+                                                     : static_cast<const void*>(&date);
+        const int32_t r = fk::RangeTest(type, value, text.c_str(), Exact);
+        const int32_t c = fk::ChoiceTest(type, value, text.c_str(), Exact);
+        EXPECT_TRUE(r == 0 || r == 1);
+        EXPECT_TRUE(c == 0 || c == 1);
+        struct tm parsed = date;
+        twDateToTM(&parsed, text.c_str() + 4, 1 << (next() % 6));
+    }
 }
 
 }  // namespace
