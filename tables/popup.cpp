@@ -101,7 +101,7 @@ HWND CreatePopup(HWND parent, const char* name, int x, int y, int cx, int cy) {
     if (w < 16) w = 16;
     if (h < 16) h = 16;
     return CreateWindowExA(WS_EX_TOOLWINDOW, "LISTBOX", name,
-                           WS_POPUP | WS_BORDER | WS_VSCROLL | LBS_NOTIFY | LBS_USETABSTOPS | LBS_NOINTEGRALHEIGHT,
+                           WS_POPUP | WS_BORDER | WS_VSCROLL | LBS_USETABSTOPS | LBS_NOINTEGRALHEIGHT,
                            at.x, at.y, w, h, parent, nullptr, fk::hInstLib, nullptr);
 }
 
