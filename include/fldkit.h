@@ -355,6 +355,20 @@ int        WINAPI twIsDateValid(const struct tm* date);
 int        WINAPI twIsTimeValid(const struct tm* time);
 struct tm* WINAPI twTimeNow(struct tm* time);
 
+/* Lookup tables: text files of delimited lines (or, named "@RES(name)",
+   text resources of type "TABLE" or RCDATA of the calling module), loaded
+   once and kept by name. Lines are handed out as moveable global blocks that
+   the caller frees with GlobalFree. */
+int     WINAPI twLoadTable(const char* lpName, HINSTANCE hInstance);
+int     WINAPI twFreeTable(const char* lpName);
+int     WINAPI twCopyFile(const char* lpSource, const char* lpDest);
+HGLOBAL WINAPI twSearchTable(const char* lpName, int nKeyColumn, const char* lpKey, char cDelimiter,
+                             HINSTANCE hInstance, int nReserved);
+HGLOBAL WINAPI twShowTable(HWND hParent, const char* lpName, DWORD dwColumns, int x, int y, int cx, int cy,
+                           char cDelimiter, int nLineMax, int nReserved1, int nReserved2, int nReserved3,
+                           void* lpReserved, int nReserved4);
+LRESULT WINAPI TableListBoxProc(HWND, UINT, WPARAM, LPARAM);
+
 /* ------------------------------------------------------------------------
  * Links: DDE, drag and drop, help and program launch
  * ---------------------------------------------------------------------- */

@@ -1,0 +1,250 @@
+// The table store: tables of delimited text lines read from files or from
+// text resources, kept by name for the life of the process (or until
+// twFreeTable), and searched by key column.
+#include "tables/store.h"
+
+#include <string.h>
+
+#include <memory>
+
+#include "include/fldkit.h"
+#include "strings/lstr.h"
+#include "tables/table_text.h"
+
+namespace {
+
+struct Table {
+    std::string name;
+    std::vector<std::string> lines;
+};
+
+// Every table loaded so far, by name (names compare without case).
+std::vector<std::unique_ptr<Table>>& Tables() {
+    static std::vector<std::unique_ptr<Table>> tables;
+    return tables;
+}
+
+Table* Find(const char* name) {
+    for (auto& t : Tables()) {
+        if (lstrcmpiA(t->name.c_str(), name) == 0) {
+            return t.get();
+        }
+    }
+    return nullptr;
+}
+
+// Closes a file handle on every way out.
+struct FileHandle {
+    HANDLE h;
+    explicit FileHandle(HANDLE handle) : h(handle) {}
+    ~FileHandle() {
+        if (h != INVALID_HANDLE_VALUE) CloseHandle(h);
+    }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    bool ok() const { return h != INVALID_HANDLE_VALUE; }
+};
+
+// Tables larger than this are not read (a table is a list for a popup, not
+// a database).
+constexpr DWORD kTableFileMax = 4u << 20;
+
+bool ReadFileText(const char* path, std::string& text) {
+    FileHandle f(CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                             FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!f.ok()) {
+        return false;
+    }
+    const DWORD size = GetFileSize(f.h, nullptr);
+    if (size == INVALID_FILE_SIZE || size > kTableFileMax) {
+        return false;
+    }
+    text.resize(size);
+    DWORD read = 0;
+    if (size > 0 && !ReadFile(f.h, text.data(), size, &read, nullptr)) {
+        return false;
+    }
+    text.resize(read);
+    return true;
+}
+
+// A file table: the name as given, then with ".TBL" when it has no
+// extension.
+bool ReadTableFile(const char* name, std::string& text) {
+    if (ReadFileText(name, text)) {
+        return true;
+    }
+    const char* slash = strrchr(name, '\\');
+    const char* base = slash != nullptr ? slash + 1 : name;
+    if (strchr(base, '.') != nullptr || strlen(name) > MAX_PATH - 5) {
+        return false;
+    }
+    char withExt[MAX_PATH];
+    lstrcpynA(withExt, name, MAX_PATH - 4);
+    lstrcatA(withExt, ".TBL");
+    return ReadFileText(withExt, text);
+}
+
+// A resource table "@RES(name)": resource name of type "TABLE", or RCDATA.
+bool ReadTableResource(const char* name, HINSTANCE instance, std::string& text) {
+    char arg[MAX_PATH];
+    const char* open = strchr(name, '(');
+    if (open == nullptr) {
+        return false;
+    }
+    lstrcpynA(arg, open + 1, sizeof arg);
+    char* close = strchr(arg, ')');
+    if (close != nullptr) {
+        *close = 0;
+    }
+    HMODULE modules[2] = {instance, GetModuleHandleA(nullptr)};
+    for (HMODULE m : modules) {
+        if (m == nullptr) {
+            continue;
+        }
+        HRSRC r = FindResourceA(m, arg, "TABLE");
+        if (r == nullptr) {
+            r = FindResourceA(m, arg, MAKEINTRESOURCEA(10));  // RT_RCDATA
+        }
+        if (r == nullptr) {
+            continue;
+        }
+        HGLOBAL g = LoadResource(m, r);
+        const void* p = g != nullptr ? LockResource(g) : nullptr;
+        if (p == nullptr) {
+            continue;
+        }
+        text.assign(static_cast<const char*>(p), SizeofResource(m, r));
+        return true;
+    }
+    return false;
+}
+
+bool IsResourceName(const char* name) {
+    return lstrnicmp(name, "@RES", 4) == 0;
+}
+
+Table* Load(const char* name, HINSTANCE instance) {
+    if (name == nullptr || *name == 0) {
+        return nullptr;
+    }
+    if (Table* t = Find(name)) {
+        return t;
+    }
+    std::string text;
+    const bool read = IsResourceName(name) ? ReadTableResource(name, instance, text) : ReadTableFile(name, text);
+    if (!read) {
+        return nullptr;
+    }
+    auto t = std::make_unique<Table>();
+    t->name = name;
+    t->lines = fk::SplitTableText(text.data(), text.size());
+    Tables().push_back(std::move(t));
+    return Tables().back().get();
+}
+
+}  // namespace
+
+namespace fk {
+
+const std::vector<std::string>* TableLines(const char* name, HINSTANCE instance) {
+    Table* t = Load(name, instance);
+    return t != nullptr ? &t->lines : nullptr;
+}
+
+HGLOBAL CopyLine(const std::string& line, int lineMax) {
+    size_t len = line.size();
+    if (lineMax > 0 && len > static_cast<size_t>(lineMax - 1)) {
+        len = static_cast<size_t>(lineMax - 1);
+    }
+    HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, len + 1);
+    if (g == nullptr) {
+        return nullptr;
+    }
+    char* p = static_cast<char*>(GlobalLock(g));
+    if (p == nullptr) {
+        GlobalFree(g);
+        return nullptr;
+    }
+    memcpy(p, line.data(), len);
+    p[len] = 0;
+    GlobalUnlock(g);
+    return g;
+}
+
+}  // namespace fk
+
+int WINAPI twLoadTable(const char* lpName, HINSTANCE hInstance) {
+    return Load(lpName, hInstance) != nullptr ? 1 : 0;
+}
+
+int WINAPI twFreeTable(const char* lpName) {
+    auto& tables = Tables();
+    if (lpName == nullptr) {
+        const bool any = !tables.empty();
+        tables.clear();
+        return any ? 1 : 0;
+    }
+    for (auto it = tables.begin(); it != tables.end(); ++it) {
+        if (lstrcmpiA((*it)->name.c_str(), lpName) == 0) {
+            tables.erase(it);
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int WINAPI twCopyFile(const char* lpSource, const char* lpDest) {
+    if (lpSource == nullptr || lpDest == nullptr || *lpSource == 0 || *lpDest == 0) {
+        return 0;
+    }
+    FileHandle in(CreateFileA(lpSource, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!in.ok()) {
+        return 0;
+    }
+    FileHandle out(
+        CreateFileA(lpDest, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!out.ok()) {
+        return 0;
+    }
+    char chunk[4096];
+    for (;;) {
+        DWORD read = 0;
+        if (!ReadFile(in.h, chunk, sizeof chunk, &read, nullptr)) {
+            return 0;
+        }
+        if (read == 0) {
+            break;
+        }
+        DWORD written = 0;
+        if (!WriteFile(out.h, chunk, read, &written, nullptr) || written != read) {
+            return 0;
+        }
+    }
+    // A table kept under the destination's name is read afresh next time.
+    twFreeTable(lpDest);
+    return 1;
+}
+
+HGLOBAL WINAPI twSearchTable(const char* lpName, int nKeyColumn, const char* lpKey, char cDelimiter,
+                             HINSTANCE hInstance, int /*nReserved*/) {
+    if (lpKey == nullptr) {
+        return nullptr;
+    }
+    const std::vector<std::string>* lines = fk::TableLines(lpName, hInstance);
+    if (lines == nullptr) {
+        return nullptr;
+    }
+    char field[fk::kTableLineMax + 1];
+    for (const std::string& line : *lines) {
+        if (!fk::LineField(line.c_str(), cDelimiter, nKeyColumn, field, sizeof field)) {
+            continue;
+        }
+        char* key = lstrpreclip(lstrclip(field));
+        if (lstrcmpA(key, lpKey) == 0) {
+            return fk::CopyLine(line, 0);
+        }
+    }
+    return nullptr;
+}
