@@ -300,7 +300,10 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
             LRESULT r = SendMessageA(partner, WM_DDE_ACK, reinterpret_cast<WPARAM>(control), MAKELPARAM(app, topic));
             if (r != 0 && (LOWORD(lp) & 0x8000) != 0) {
                 RegisterClient(control, partner);
-                g_link.server = partner;
+                // While a client control of this process is looking for its
+                // server, the server handle is that client's answer: the
+                // partner is not written over it.
+                if (!g_link.ownBroadcast) g_link.server = partner;
             }
             if (app) GlobalDeleteAtom(app);
             if (topic) GlobalDeleteAtom(topic);
