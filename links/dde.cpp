@@ -90,11 +90,12 @@ bool PostDde(HWND to, UINT msg, HWND from, UINT_PTR lo, UINT_PTR hi) {
 
 // Posts a message that hands a memory block to the partner. The receiver
 // owns the block when owned is set; when the partner is another process
-// the system has copied it, so our own copy is freed here.
+// the system has copied it into that process, so our own copy is freed
+// here (unless the system has already done so).
 bool PostBlock(HWND to, UINT msg, HWND from, HGLOBAL block, ATOM atom, bool owned) {
     bool cross = OtherProcess(to);
     if (!PostDde(to, msg, from, reinterpret_cast<UINT_PTR>(block), atom)) return false;
-    if (cross && owned) GlobalFree(block);
+    if (cross && owned && GlobalSize(block) != 0) GlobalFree(block);
     return true;
 }
 

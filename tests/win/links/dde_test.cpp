@@ -205,27 +205,6 @@ TEST(DdeLink, ServerAnnouncementReachesClientsWhoseFieldTextNamesIt) {
     fieldText[0] = 0;
 }
 
-TEST(DdeLink, ClientAndServerInOneStringInitiateOnceMore) {
-    auto serverDialog = MakeDialog(0, 0);
-    HWND server = MakeLinkControl(serverDialog, kServer, 101);
-    auto dialog = MakeDialog(320, 0);
-    HWND both = MakeLinkControl(dialog, "@CLIENT(FkApp,FkTopic,Value)@SERVER(FkOther,T,I)NOAUTOSTART");
-    EXPECT_EQ(PropWindow(both, "CLIENT"), server);
-    char copy[] = "@CLIENT(FkApp,FkTopic,Value)@SERVER(FkOther,T,I)\0\0";
-    EXPECT_EQ(twInitiateDDE(both, copy), 1);
-}
-
-TEST(DdeLink, RequestWithoutItemDoesNothing) {
-    Partner partner;
-    auto dialog = MakeDialog();
-    HWND client = MakeLinkControl(dialog, "");
-    SetPropA(client, "CLIENT", partner.window.get());
-    EXPECT_EQ(twRequestDDEData(client), 0);
-    PumpUntil([] { return false; }, 50);
-    EXPECT_TRUE(Partner::Seen().empty());
-    RemovePropA(client, "CLIENT");
-}
-
 struct DataCase {
     std::string bytes;
     std::string shown;

@@ -113,14 +113,6 @@ TEST_F(HelpTest, MessageTakesPrecedenceOverTopic) {
     EXPECT_EQ(GetFocus(), control_.get());
 }
 
-TEST_F(HelpTest, FailedSoundStillGoesOn) {
-    g_soundResult = FALSE;
-    EXPECT_EQ(Help("@HELPWAVE(none.wav)@HELPTOPIC(my.hlp)"), 1);
-    g_soundResult = TRUE;
-    ASSERT_EQ(g_calls.size(), 2u);
-    EXPECT_EQ(g_calls[1].file, "my.hlp");
-}
-
 // The library's help for the style dialogs looks in .\help first, then for
 // the bare file name, and says so when neither is there.
 TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
