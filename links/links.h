@@ -1,0 +1,52 @@
+// Internal pieces shared by the link services (DDE, drag and drop, help).
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/buffers.h"
+#include "links/hooks.h"
+
+namespace fk {
+
+// The platform calls the link services go through (see links/hooks.h).
+extern FkLinkHooks g_linkCalls;
+
+// Opens the library's help file at the page of one control class (the
+// style dialogs' Help button). 1 when help was opened, 0 when the file is
+// missing or the class number unknown.
+int ShowLibraryHelp(HWND owner, int classNumber);
+
+// A private, writable copy of a caller's method string (null reads as
+// empty), cut at kMethodMax characters, with the spare bytes that
+// twGetMethodParam needs behind it.
+class MethodText {
+public:
+    explicit MethodText(const char* text);
+    char* get() { return text_; }
+    // The keyword's argument ("" when absent); found() tells whether the
+    // keyword occurs at all.
+    const char* param(const char* keyword);
+    bool found() const { return found_; }
+    bool has(const char* word) const;  // plain word anywhere, any case
+
+private:
+    char text_[kMethodMax + 1 + 2];
+    char arg_[kMethodMax + 1 + 2];
+    bool found_ = false;
+};
+
+// Splits text at "," the way the link keywords read their arguments: empty
+// pieces are skipped, at most max pieces are returned.
+std::vector<std::string> SplitTokens(std::string_view text, size_t max);
+
+// Copies text into a fixed buffer of size bytes, cut and terminated.
+void CopyCut(char* dst, size_t size, std::string_view text);
+
+// The class name of a window ("" when unreadable).
+std::string ClassOf(HWND h);
+
+}  // namespace fk
