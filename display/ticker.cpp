@@ -113,8 +113,12 @@ LRESULT OnTimer(HWND h, WPARAM wp, LPARAM lp) {
     return 0;
 }
 
+// Nothing is drawn here; the paint pair validates the window. It also lets
+// the system deliver a pending WM_NCPAINT and WM_ERASEBKGND, which some
+// systems (Wine among them) hold back until BeginPaint, so the border and
+// background still appear.
 LRESULT OnPaint(HWND h) {
-    ValidateRect(h, nullptr);
+    fk::PaintDC dc(h);
     return 0;
 }
 
