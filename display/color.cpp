@@ -240,7 +240,7 @@ LRESULT OnVScroll(HWND h, WPARAM wp, LPARAM lp) {
         return 0;
     }
     g_colorWork.rgb[i] = v;
-    StoreWork(h);
+    StoreWork(h);  // before the bar moves: its repaint reloads the working copy
     ShowComponent(h, i);
     FillSwatch(h);
     Notify(h, GXN_COLORCHANGED);
@@ -284,11 +284,11 @@ LRESULT OnSetValue(HWND h, LPARAM lp) {
     if (lp == 0) return 0;
     LoadWork(h);
     const DWORD colour = *reinterpret_cast<const DWORD*>(lp);
-    for (int i = 0; i < 3; ++i) {
-        g_colorWork.rgb[i] = static_cast<WORD>((colour >> (8 * i)) & 0xFF);
-        ShowComponent(h, i);
-    }
+    for (int i = 0; i < 3; ++i) g_colorWork.rgb[i] = static_cast<WORD>((colour >> (8 * i)) & 0xFF);
+    // Stored first: moving a bar repaints it, and its WM_CTLCOLORSCROLLBAR
+    // reloads the working copy from the window.
     StoreWork(h);
+    for (int i = 0; i < 3; ++i) ShowComponent(h, i);
     InvalidateRect(h, &g_colorWork.swatch, FALSE);
     return 0;
 }
