@@ -9,55 +9,6 @@
 
 namespace fktest {
 
-class Capture {
-public:
-    // Copies the client area of h (through its own device context).
-    explicit Capture(HWND h) {
-        RECT rc;
-        GetClientRect(h, &rc);
-        HDC dc = GetDC(h);
-        Take(dc, rc.right, rc.bottom);
-        ReleaseDC(h, dc);
-    }
-    // Copies width x height pixels of a device context.
-    Capture(HDC dc, int width, int height) { Take(dc, width, height); }
-
-    COLORREF at(int x, int y) const {
-        if (x < 0 || y < 0 || x >= width_ || y >= height_) return CLR_INVALID;
-        uint32_t p = pixels_[static_cast<size_t>(y) * width_ + x];
-        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
-    }
-    int width() const { return width_; }
-    int height() const { return height_; }
-
-private:
-    void Take(HDC src, int width, int height) {
-        width_ = width;
-        height_ = height;
-        BITMAPINFO bi{};
-        bi.bmiHeader.biSize = sizeof bi.bmiHeader;
-        bi.bmiHeader.biWidth = width;
-        bi.bmiHeader.biHeight = -height;
-        bi.bmiHeader.biPlanes = 1;
-        bi.bmiHeader.biBitCount = 32;
-        bi.bmiHeader.biCompression = BI_RGB;
-        void* bits = nullptr;
-        HDC mem = CreateCompatibleDC(src);
-        HBITMAP dib = CreateDIBSection(mem, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-        HGDIOBJ old = SelectObject(mem, dib);
-        BitBlt(mem, 0, 0, width, height, src, 0, 0, SRCCOPY);
-        GdiFlush();
-        const auto* p = static_cast<const uint32_t*>(bits);
-        pixels_.assign(p, p + static_cast<size_t>(width) * height);
-        SelectObject(mem, old);
-        DeleteObject(dib);
-        DeleteDC(mem);
-    }
-    int width_ = 0;
-    int height_ = 0;
-    std::vector<uint32_t> pixels_;
-};
-
 // A 32-bit DIB section selected into a memory DC, for drawing code that
 // takes a device context.
 class Canvas {
@@ -101,6 +52,41 @@ private:
     HBITMAP dib_;
     HGDIOBJ old_;
     void* bits_ = nullptr;
+};
+
+class Capture {
+public:
+    // Copies the client area of h (through its own device context).
+    explicit Capture(HWND h) {
+        RECT rc;
+        GetClientRect(h, &rc);
+        HDC dc = GetDC(h);
+        Take(dc, rc.right, rc.bottom);
+        ReleaseDC(h, dc);
+    }
+    // Copies width x height pixels of a device context.
+    Capture(HDC dc, int width, int height) { Take(dc, width, height); }
+
+    COLORREF at(int x, int y) const {
+        if (x < 0 || y < 0 || x >= width_ || y >= height_) return CLR_INVALID;
+        uint32_t p = pixels_[static_cast<size_t>(y) * width_ + x];
+        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
+    }
+    int width() const { return width_; }
+    int height() const { return height_; }
+
+private:
+    void Take(HDC src, int width, int height) {
+        width_ = width;
+        height_ = height;
+        Canvas copy(width, height, 0);
+        BitBlt(copy.dc(), 0, 0, width, height, src, 0, 0, SRCCOPY);
+        GdiFlush();
+        pixels_.assign(copy.bits(), copy.bits() + static_cast<size_t>(width) * height);
+    }
+    int width_ = 0;
+    int height_ = 0;
+    std::vector<uint32_t> pixels_;
 };
 
 // Fills a window's client area with one colour through its own DC.

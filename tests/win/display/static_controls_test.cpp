@@ -185,27 +185,6 @@ TEST(StaticControls, FrameAndLineAreTransparentToTheMouse) {
     EXPECT_EQ(WindowFromPoint(inside), text.get());
 }
 
-struct SmallMessage {
-    const char* cls;
-    UINT msg;
-    WPARAM wp;
-    LRESULT result;
-};
-
-TEST(StaticControls, SmallMessages) {
-    const SmallMessage cases[] = {
-        {"gxFrame3D32", WM_GETDLGCODE, 0, 0x8100}, {"gxFrame3D32", GXM_GETTYPE, 0, 1},
-        {"gxFrame3D32", WM_ERASEBKGND, 0, 0},      {"gxText3D32", GXM_GETTYPE, 0, 0},
-        {"gxText3D32", WM_GETDLGCODE, 0, 0},       {"gxLine32", WM_GETDLGCODE, 0, DLGC_STATIC},
-        {"gxLine32", WM_ERASEBKGND, 0, 0},
-    };
-    auto parent = fktest::MakeParent();
-    for (const SmallMessage& c : cases) {
-        fktest::UniqueWindow control(Make(parent, c.cls, 0, "", 10, 10, 100, 60));
-        EXPECT_EQ(SendMessageA(control, c.msg, c.wp, 0), c.result) << c.cls << " " << std::hex << c.msg;
-    }
-}
-
 // 0x00C5 keeps a 16-bit word that GXM_GETLIMIT reads back.
 TEST(StaticControls, SettingWordIsSixteenBits) {
     auto parent = fktest::MakeParent();
@@ -214,23 +193,6 @@ TEST(StaticControls, SettingWordIsSixteenBits) {
         EXPECT_EQ(SendMessageA(control, GXM_GETLIMIT, 0, 0), 0) << cls;
         EXPECT_EQ(SendMessageA(control, 0x00C5, 0x12345, 0), 0x2345) << cls;
         EXPECT_EQ(SendMessageA(control, GXM_GETLIMIT, 0, 0), 0x2345) << cls;
-    }
-}
-
-TEST(Frame3D, CreationAddsClipSiblings) {
-    auto parent = fktest::MakeParent();
-    fktest::UniqueWindow frame(Make(parent, "gxFrame3D32", 0, "", 10, 10, 100, 60));
-    EXPECT_TRUE(GetWindowLongA(frame, GWL_STYLE) & WS_CLIPSIBLINGS);
-}
-
-TEST(Text3D, FontIsKeptAndReturned) {
-    auto parent = fktest::MakeParent();
-    HFONT font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    for (const char* cls : {"gxFrame3D32", "gxText3D32"}) {
-        fktest::UniqueWindow control(Make(parent, cls, 0, "", 10, 10, 100, 60));
-        EXPECT_EQ(SendMessageA(control, WM_GETFONT, 0, 0), 0) << cls;
-        SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-        EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)), font) << cls;
     }
 }
 
