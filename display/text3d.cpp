@@ -1,6 +1,9 @@
 // gxText3D32: static text with embossed or engraved lettering; it can also
 // show a value that a DDE link brings in.
 
+#include <dde.h>
+
+#include "links/control_links.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "display/static_words.h"
@@ -81,17 +84,12 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 LRESULT OnSetMethod(HWND h, LPARAM lp) {
-    char* method = fk::MethodReplace(h, words::kMethod, reinterpret_cast<const char*>(lp));
-    (void)method;
-    // DDE links: a method string naming "@CLIENT" opens the client link here
-    // (twInitiateDDE with the method string), and one naming "@SERVER" opens
-    // the server link, each keyword once.
+    fk::OpenControlLinks(h, fk::MethodReplace(h, words::kMethod, reinterpret_cast<const char*>(lp)));
     return 0;
 }
 
 LRESULT OnDestroy(HWND h) {
-    // DDE links: with the "CLIENT" or "SERVER" property present, twUnadviseDDE
-    // ends the links here and both properties are removed.
+    fk::CloseControlLinks(h);
     fk::MethodFree(h, words::kMethod);
     return 0;
 }
@@ -131,8 +129,13 @@ LRESULT WINAPI gxText3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return words::Setting::get(h);
     case GXM_GETTYPE:
         return 0;
-    // DDE links: WM_DDE_INITIATE and WM_DDE_ADVISE .. WM_DDE_REQUEST go to
-    // twProcessDDE with the method string (words::kMethod) here.
+    case WM_DDE_INITIATE:
+    case WM_DDE_ADVISE:
+    case WM_DDE_UNADVISE:
+    case WM_DDE_ACK:
+    case WM_DDE_DATA:
+    case WM_DDE_REQUEST:
+        return fk::RouteControlDde(h, msg, wp, lp, words::kMethod.get(h));
     default:
         return DefWindowProcA(h, msg, wp, lp);
     }

@@ -4,6 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <dde.h>
+
+#include "links/control_links.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
@@ -100,8 +103,7 @@ LRESULT OnCreate(HWND h) {
 }
 
 LRESULT OnDestroy(HWND h) {
-    // DDE links: with the "CLIENT" or "SERVER" property present, twUnadviseDDE
-    // closes the links here.
+    fk::CloseControlLinks(h);
     KillTimer(h, kTimerId);
     fk::MethodFree(h, kMethod);
     return 0;
@@ -168,17 +170,14 @@ LRESULT OnSetMethod(HWND h, LPARAM lp) {
         if (twGetMethodParam(fk::g_methodWork, "@LIMIT", argument)) limit = std::atoi(argument);
     }
     Limit::set(h, static_cast<WORD>(limit));
-    // DDE links: a method string naming "@CLIENT" opens the client link here
-    // (twInitiateDDE with the method string), and one naming "@SERVER" opens
-    // the server link, each keyword once.
+    fk::OpenControlLinks(h, method);
     return 0;
 }
 
 // Sets the text from lParam. A ticker linked as a DDE client ("CLIENT"
-// property) asks its server instead: twRequestDDEData is called here, for
-// lParam 0 as well.
+// property) asks its server instead, for lParam 0 as well.
 LRESULT OnSetValue(HWND h, LPARAM lp) {
-    if (GetPropA(h, "CLIENT") != nullptr) return 0;
+    if (GetPropA(h, "CLIENT") != nullptr) return twRequestDDEData(h), 0;
     if (lp != 0) SetWindowTextA(h, reinterpret_cast<const char*>(lp));
     return 0;
 }
@@ -247,8 +246,13 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return 0;
     case GXM_GETTYPE:
         return OnGetType(h, lp);
-    // DDE links: WM_DDE_INITIATE and WM_DDE_ADVISE .. WM_DDE_REQUEST go to
-    // twProcessDDE with the method string (kMethod) here.
+    case WM_DDE_INITIATE:
+    case WM_DDE_ADVISE:
+    case WM_DDE_UNADVISE:
+    case WM_DDE_ACK:
+    case WM_DDE_DATA:
+    case WM_DDE_REQUEST:
+        return fk::RouteControlDde(h, msg, wp, lp, kMethod.get(h));
     default:
         return DefWindowProcA(h, msg, wp, lp);
     }

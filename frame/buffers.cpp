@@ -2,5 +2,5 @@
 
 namespace fk {
 char g_methodWork[kMethodMax + 1 + 2];
-char g_fieldText[kFieldText];
+char g_fieldText[kFieldScratch];
 }  // namespace fk

@@ -15,7 +15,11 @@ inline constexpr int kFieldText = 160;
 // Copy of the method string a control is given. Two spare bytes behind the
 // largest text let twGetMethodParam look ahead of a final keyword.
 extern char g_methodWork[kMethodMax + 1 + 2];
-// Scratch copy of a field's text (shared by all entry fields).
-extern char g_fieldText[kFieldText];
+// Shared scratch buffer of the entry fields: a copy of a field's text, or,
+// while a field hands a DDE initiate to the link service, of its method
+// string (256 characters and the two spare bytes). The link service reads
+// the "@CLIENT" item of an announcing server's partner from here.
+inline constexpr int kFieldScratch = kMethodCopy + 1 + 2;
+extern char g_fieldText[kFieldScratch];
 
 }  // namespace fk
