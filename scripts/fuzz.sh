@@ -21,9 +21,10 @@ FUZZ_JOBS=${FUZZ_JOBS:-2}
 build_fuzz() {
     CC=clang CXX=clang++ cmake -S "$ROOT" -B "$FUZZ_BUILD" -DFK_FUZZ=ON \
         -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+    local log="$FUZZ_BUILD/logs/build-$MODE.log"
     mkdir -p "$FUZZ_BUILD/logs"
-    cmake --build "$FUZZ_BUILD" --target fuzz_targets -j "$FUZZ_JOBS" >"$FUZZ_BUILD/logs/build.log" 2>&1 || {
-        cat "$FUZZ_BUILD/logs/build.log" >&2
+    cmake --build "$FUZZ_BUILD" --target fuzz_targets -j "$FUZZ_JOBS" >"$log" 2>&1 || {
+        cat "$log" >&2
         return 1
     }
 }
@@ -43,7 +44,7 @@ run_target() {
     local bin="$FUZZ_BUILD/fuzz/fuzz_$name"
     local learned="$FUZZ_BUILD/corpus/$name"
     local artifacts="$FUZZ_BUILD/artifacts"
-    local log="$FUZZ_BUILD/logs/$name.log"
+    local log="$FUZZ_BUILD/logs/$MODE-$name.log"
     mkdir -p "$learned" "$artifacts" "$(dirname "$log")"
     local args=(-max_len=1100 -print_final_stats=1 -artifact_prefix="$artifacts/$name-")
     [ -f "$ROOT/fuzz/$name.dict" ] && args+=(-dict="$ROOT/fuzz/$name.dict")
