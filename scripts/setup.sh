@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian 12 machine lacks to build and test FieldKit:
-# i386 multiarch, the i686 mingw-w64 cross compiler, 32-bit Wine, Xvfb and CMake.
+# i386 multiarch, the i686 mingw-w64 cross compiler, 32-bit Wine, Xvfb, CMake
+# and clang with libFuzzer.
 # Does nothing when everything is already present.
 set -u
 
@@ -12,6 +13,9 @@ command -v Xvfb >/dev/null 2>&1 || need+=(xvfb)
 command -v xauth >/dev/null 2>&1 || need+=(xauth)
 command -v cmake >/dev/null 2>&1 || need+=(cmake)
 [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
+# The fuzz targets: clang with libFuzzer's runtime (a package of its own).
+command -v clang++ >/dev/null 2>&1 || need+=(clang)
+[ -f "$(clang++ -print-file-name=libclang_rt.fuzzer-x86_64.a 2>/dev/null)" ] || need+=(libclang-rt-14-dev)
 
 if [ ${#need[@]} -eq 0 ]; then
     exit 0
@@ -28,7 +32,8 @@ fi
 # The i386 security index is sometimes broken; the packages we need are still found.
 $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on"
 
-pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake googletest)
+pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake googletest
+      clang libclang-rt-14-dev)
 if ! $SUDO apt-get install -y -q --no-install-recommends "${pkgs[@]}"; then
     echo "setup: retrying with the bookworm release pinned"
     $SUDO apt-get install -y -q --no-install-recommends -t bookworm "${pkgs[@]}" || {

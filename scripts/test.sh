@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds FieldKit and runs every test: the text routines natively (with
-# sanitizers), then the DLL's tests under Wine in a private Xvfb display.
+# sanitizers) and a short run of each fuzz target, then the DLL's tests under
+# Wine in a private Xvfb display.
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
@@ -8,6 +9,7 @@ bash "$ROOT/scripts/setup.sh"
 
 build_native
 ctest --test-dir "$NATIVE_BUILD" --output-on-failure
+bash "$ROOT/scripts/fuzz.sh" short
 
 build_windows
 trap stop_wine EXIT

@@ -335,10 +335,12 @@ char* FK_API lstrdecp(char* text, int32_t places, char dp) {
     // The decimal character goes to index at. It must stand behind the
     // leading slot and inside the text; a negative count of places would put
     // it beyond the end, and such a text is only aligned like one too short.
-    const int32_t at = len - places - 1;
-    if (at < 1 || at >= len) {
+    // Counted in 64 bits: places may be anything a caller passes.
+    const int64_t at64 = static_cast<int64_t>(len) - places - 1;
+    if (at64 < 1 || at64 >= len) {
         return text;
     }
+    const int32_t at = static_cast<int32_t>(at64);
 
     char* work = fk::g_numWork;
     const char* in = text + 1;  // the leading slot is given up to dp

@@ -1,6 +1,7 @@
 // Tests of the string utilities.
 #include <gtest/gtest.h>
 
+#include <stdint.h>
 #include <string.h>
 
 #include <string>
@@ -233,6 +234,10 @@ TEST(Lstrdecp, MovesPointKeepsWidth) {
         {"15", 1, ',', "1,5"},
         {"7", 0, '.', "7."},
         {"123", -1, '.', " 123"},     // negative places: only aligned
+        // Extreme counts neither overflow nor move the point.
+        {"123", INT32_MIN, '.', " 123"},
+        {"123", -2147483647, '.', " 123"},
+        {"12.5", INT32_MAX, '.', " 125"},
     };
     for (const Case& c : cases) {
         Buf b(c.in);
