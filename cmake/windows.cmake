@@ -72,3 +72,14 @@ add_custom_target(dist
 )
 
 include(cmake/wintests.cmake)
+
+# Benchmarks: programs that print figures; nothing passes or fails on speed.
+# Run them with scripts/bench.sh.
+file(GLOB FK_BENCHES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/*.cpp)
+foreach(src ${FK_BENCHES})
+  get_filename_component(name ${src} NAME_WE)
+  add_executable(${name} ${src})
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE fldkit user32 gdi32)
+  target_link_options(${name} PRIVATE ${FK_STATIC_RUNTIME})
+endforeach()

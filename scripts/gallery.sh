@@ -9,7 +9,7 @@ build_windows
 OUT="$WIN_BUILD/gallery"
 mkdir -p "$OUT"
 i686-w64-mingw32-g++-posix -std=c++20 -O2 -I"$ROOT" -I"$ROOT/include" \
-    "$ROOT/tests/win/display/gallery/gallery.cpp" -o "$OUT/gallery.exe" \
+    "$ROOT/tools/gallery.cpp" -o "$OUT/gallery.exe" \
     "$WIN_BUILD/lib/libfldkit32.a" -lgdi32 -luser32 -static -static-libgcc -static-libstdc++
 cp "$WIN_BUILD/bin/FLDKIT32.dll" "$OUT/"
 rm -f "$OUT"/*.bmp
