@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "frame/alloc.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
 #include "strings/lstr.h"
@@ -13,7 +14,7 @@ extern "C" int WINAPI twClipboardCopyText(HWND owner, const char* text, int max)
     if (text == nullptr) text = "";
     if (max < 0) max = 0;
     const size_t length = strnlen(text, static_cast<size_t>(max));
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, length + 1);
+    HGLOBAL block = fk::GlobalAllocate(GMEM_MOVEABLE | GMEM_ZEROINIT, length + 1);
     if (block == nullptr) return 0;
     {
         GlobalLocked<char> p(block);

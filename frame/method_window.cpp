@@ -1,3 +1,4 @@
+#include "frame/alloc.h"
 #include "frame/method_window.h"
 
 #include <cstring>
@@ -25,7 +26,7 @@ char* MethodReplace(HWND h, MethodSlot slot, const char* text) {
     MethodFree(h, slot);
     if (text == nullptr) return nullptr;
     size_t len = strnlen(text, kMethodMax);
-    auto* block = static_cast<char*>(LocalAlloc(LMEM_ZEROINIT, len + 1));
+    auto* block = static_cast<char*>(fk::LocalAllocate(LMEM_ZEROINIT, len + 1));
     if (block == nullptr) return nullptr;
     std::memcpy(block, text, len);
     if (!slot.set(h, block)) {

@@ -1,5 +1,6 @@
 // Start-up and teardown: the fifteen class registrations, ListClasses, WEP.
 
+#include "frame/alloc.h"
 #include "frame/registry.h"
 
 #include <cstring>
@@ -154,7 +155,7 @@ extern "C" int WINAPI WEP(int exitType) {
 
 extern "C" HGLOBAL WINAPI ListClasses(LPSTR, UINT, FARPROC, FARPROC) {
     using namespace fk;
-    HGLOBAL block = GlobalAlloc(GMEM_SHARE | GMEM_ZEROINIT, sizeof(CTLCLASSLIST));
+    HGLOBAL block = fk::GlobalAllocate(GMEM_SHARE | GMEM_ZEROINIT, sizeof(CTLCLASSLIST));
     if (block == nullptr) return nullptr;
     auto* list = static_cast<CTLCLASSLIST*>(GlobalLock(block));
     if (list == nullptr) {

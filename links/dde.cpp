@@ -20,6 +20,7 @@
 #include <cstring>
 #include <string>
 
+#include "frame/alloc.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
 #include "links/links.h"
@@ -70,7 +71,7 @@ bool PostDde(HWND to, UINT msg, HWND from, UINT_PTR lo, UINT_PTR hi) {
     if (!Packed(msg)) {
         return PostMessageA(to, msg, reinterpret_cast<WPARAM>(from), MAKELPARAM(lo, hi)) != FALSE;
     }
-    HGLOBAL pair = GlobalAlloc(kGlobalDde, 2 * sizeof(UINT_PTR));
+    HGLOBAL pair = fk::GlobalAllocate(kGlobalDde, 2 * sizeof(UINT_PTR));
     if (pair == nullptr) return false;
     {
         GlobalLocked<UINT_PTR> p(pair);
@@ -178,7 +179,7 @@ bool SameName(const std::string& ours, const char* received) {
 // other bits as allocated.
 HGLOBAL MakeData(const char* text, WORD set, WORD clear) {
     size_t length = std::strlen(text);
-    HGLOBAL block = GlobalAlloc(kGlobalDde, length + 8);
+    HGLOBAL block = fk::GlobalAllocate(kGlobalDde, length + 8);
     if (block == nullptr) return nullptr;
     GlobalLocked<BYTE> p(block);
     if (!p) {
@@ -231,7 +232,7 @@ int InitiateClient(HWND control, MethodText& method, const char* argument) {
     if (server == nullptr) return 0;
     SetPropA(control, kClientProp, server);
 
-    HGLOBAL options = GlobalAlloc(kGlobalDde, 4);
+    HGLOBAL options = fk::GlobalAllocate(kGlobalDde, 4);
     if (options == nullptr) return 0;
     if (g_link.item[0] != 0) SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(GlobalAddAtomA(g_link.item)));
     ATOM item = GlobalAddAtomA(g_link.item);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "frame/alloc.h"
 #include "frame/gdi.h"
 #include "frame/library.h"
 #include "include/fldkit.h"
@@ -120,7 +121,7 @@ void FreeDrag(HGLOBAL drag) {
 HGLOBAL EditData(HWND source, bool* hasData) {
     int length = GetWindowTextLengthA(source);
     if (length < 0) length = 0;
-    HGLOBAL data = GlobalAlloc(kDragAlloc, length + 1);
+    HGLOBAL data = fk::GlobalAllocate(kDragAlloc, length + 1);
     if (data == nullptr) return nullptr;
     GlobalLocked<char> p(data);
     if (!p) return data;
@@ -141,7 +142,7 @@ HGLOBAL EditData(HWND source, bool* hasData) {
 
 HGLOBAL ListData(HWND source, bool dirList, bool* hasData) {
     SIZE_T size = 30, used = 0;
-    HGLOBAL data = GlobalAlloc(kDragAlloc, size);
+    HGLOBAL data = fk::GlobalAllocate(kDragAlloc, size);
     if (data == nullptr) return nullptr;
     LRESULT count = SendMessageA(source, LB_GETCOUNT, 0, 0);
     for (LRESULT i = 0; i < count; ++i) {
@@ -152,7 +153,7 @@ HGLOBAL ListData(HWND source, bool dirList, bool* hasData) {
         SendMessageA(source, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text.data()));
         text.resize(std::strlen(text.c_str()));
         size += length + 3;
-        HGLOBAL grown = GlobalReAlloc(data, size, GMEM_MOVEABLE | GMEM_ZEROINIT);
+        HGLOBAL grown = fk::GlobalReallocate(data, size, GMEM_MOVEABLE | GMEM_ZEROINIT);
         if (grown == nullptr) break;
         data = grown;
         if (dirList && text[0] == '[') continue;
@@ -201,7 +202,7 @@ void KeepLastDrop(HGLOBAL drag) {
     g_drag.lastDrop = nullptr;
     SIZE_T size = d.get()->data != nullptr ? GlobalSize(d.get()->data) : 0;
     if (size != 0) {
-        g_drag.lastDrop = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+        g_drag.lastDrop = fk::GlobalAllocate(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
         GlobalLocked<BYTE> from(d.get()->data);
         GlobalLocked<BYTE> to(g_drag.lastDrop);
         if (from && to) std::memcpy(to.get(), from.get(), size);
@@ -288,7 +289,7 @@ LRESULT StartDrag(HWND source) {
     DWORD flags = Hex(tokens.size() > 0 ? tokens[0] : "", 0);
     std::string cursorName = tokens.size() > 1 ? tokens[1] : "";
 
-    HGLOBAL drag = GlobalAlloc(kDragAlloc, sizeof(DragBlock));
+    HGLOBAL drag = fk::GlobalAllocate(kDragAlloc, sizeof(DragBlock));
     if (drag == nullptr) return 0;
     bool hasData = false;
     {

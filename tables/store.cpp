@@ -1,6 +1,7 @@
 // The table store: tables of delimited text lines read from files or from
 // text resources, kept by name for the life of the process (or until
 // twFreeTable), and searched by key column.
+#include "frame/alloc.h"
 #include "tables/store.h"
 
 #include <string.h>
@@ -157,7 +158,7 @@ HGLOBAL CopyLine(const std::string& line, int lineMax) {
     if (lineMax > 0 && len > static_cast<size_t>(lineMax - 1)) {
         len = static_cast<size_t>(lineMax - 1);
     }
-    HGLOBAL g = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, len + 1);
+    HGLOBAL g = fk::GlobalAllocate(GMEM_MOVEABLE | GMEM_ZEROINIT, len + 1);
     if (g == nullptr) {
         return nullptr;
     }

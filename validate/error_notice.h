@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "frame/alloc.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
 
@@ -13,7 +14,7 @@ namespace fk {
 class NoticeBlock {
 public:
     explicit NoticeBlock(bool wanted)
-        : block_(wanted ? GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(FieldErrorNotice)) : nullptr),
+        : block_(wanted ? fk::GlobalAllocate(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(FieldErrorNotice)) : nullptr),
           lock_(block_) {}
     ~NoticeBlock() = default;
     NoticeBlock(const NoticeBlock&) = delete;
