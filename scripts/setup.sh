@@ -13,6 +13,8 @@ command -v Xvfb >/dev/null 2>&1 || need+=(xvfb)
 command -v xauth >/dev/null 2>&1 || need+=(xauth)
 command -v cmake >/dev/null 2>&1 || need+=(cmake)
 [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
+[ -f /usr/include/gtest/gtest.h ] || need+=(libgtest-dev)
+command -v python3 >/dev/null 2>&1 || need+=(python3)
 # The fuzz targets: clang with libFuzzer's runtime (a package of its own).
 command -v clang++ >/dev/null 2>&1 || need+=(clang)
 [ -f "$(clang++ -print-file-name=libclang_rt.fuzzer-x86_64.a 2>/dev/null)" ] || need+=(libclang-rt-14-dev)
@@ -33,7 +35,7 @@ fi
 $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on"
 
 pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake googletest
-      clang libclang-rt-14-dev)
+      libgtest-dev python3 clang libclang-rt-14-dev)
 if ! $SUDO apt-get install -y -q --no-install-recommends "${pkgs[@]}"; then
     echo "setup: retrying with the bookworm release pinned"
     $SUDO apt-get install -y -q --no-install-recommends -t bookworm "${pkgs[@]}" || {
