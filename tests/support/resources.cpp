@@ -104,6 +104,10 @@ void Append(std::string& out, const char* name, long before, long after) {
 }  // namespace
 
 long CountGdiObjects(int type) {
+    return CountGdiObjects(type, nullptr);
+}
+
+long CountGdiObjects(int type, long* byType) {
     const GdiHandleEntry* table = GdiTable();
     if (table == nullptr) return -1;
     // Wine leaves the owner 0 (its table is the process's own); Windows
@@ -114,6 +118,7 @@ long CountGdiObjects(int type) {
         const GdiHandleEntry& e = table[i];
         const uint32_t owner = e.owner & 0xFFFF;
         if (e.type == 0 || (owner != pid && owner != 0)) continue;
+        if (byType != nullptr) ++byType[e.type];
         if (type == 0 || e.type == type) ++n;
     }
     return n;
@@ -167,7 +172,7 @@ ResourceFigures TakeResourceFigures() {
     ResourceFigures f;
     f.windows = CountThreadWindows();
     f.atoms = CountGlobalAtoms();
-    f.gdiObjects = CountGdiObjects();
+    f.gdiObjects = CountGdiObjects(0, f.gdiByType);
     f.processHeap = MeasureHeap(GetProcessHeap());
     f.crtHeap = MeasureHeap(reinterpret_cast<HANDLE>(_get_heap_handle()));
     f.allHeapsValid = AllHeapsValid();
@@ -179,6 +184,11 @@ std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures&
     Append(out, "windows", before.windows, after.windows);
     Append(out, "atoms", before.atoms, after.atoms);
     Append(out, "gdi", before.gdiObjects, after.gdiObjects);
+    for (int t = 1; t < 256; ++t) {
+        char name[16];
+        std::snprintf(name, sizeof name, "gdi type 0x%02x", t);
+        Append(out, name, before.gdiByType[t], after.gdiByType[t]);
+    }
     if (withHeaps) {
         Append(out, "process heap blocks", before.processHeap.blocks, after.processHeap.blocks);
         Append(out, "crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks);

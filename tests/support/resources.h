@@ -26,6 +26,7 @@ struct ResourceFigures {
     long windows = 0;     // windows of this thread, children included
     long atoms = 0;       // global string atoms (0xC000-0xFFFF) that have a name
     long gdiObjects = -1; // GDI objects owned by this process; -1 when unknown
+    long gdiByType[256] = {};  // the same by table type (0x01 DC, 0x04 region, 0x05 bitmap, 0x0a font, 0x10 brush, 0x30 pen)
     HeapFigures processHeap;  // GetProcessHeap: LocalAlloc and GlobalAlloc blocks live here
     HeapFigures crtHeap;      // the C runtime's heap (malloc, new)
     bool allHeapsValid = false;  // HeapValidate on every heap of the process
@@ -38,6 +39,8 @@ ResourceFigures TakeResourceFigures();
 // The GDI objects of this process (-1 when the shared handle table cannot
 // be read); type counts only entries of that table type (0: all).
 long CountGdiObjects(int type = 0);
+// The same, adding each live entry to byType[its type] (256 counters).
+long CountGdiObjects(int type, long* byType);
 // Windows of this thread, children included.
 long CountThreadWindows();
 // Named global string atoms.
