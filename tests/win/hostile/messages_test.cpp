@@ -204,3 +204,25 @@ TEST_F(HostileMessages, EditingCoreWithHostileTextsAndMasks) {
 }
 
 }  // namespace
+
+namespace {
+
+// A caller that hands a control its own method block back (read from the
+// window words) gets the same method string, not freed memory.
+TEST_F(HostileMessages, OwnMethodBlockHandedBack) {
+    HWND h = Create(parent(), FK_CLASS_STRING);
+    for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a rather longer text for a block of its own):x"}) {
+        NowTrying("own block handed back", text);
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
+        const LPARAM own = GetWindowLongA(h, 26);
+        ASSERT_NE(own, 0);
+        SendMessageA(h, GXM_SETMETHOD, 0, own);
+        char copy[257] = "";
+        SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy));
+        EXPECT_STREQ(copy, text);
+        count();
+    }
+    DestroyWindow(h);
+}
+
+}  // namespace
