@@ -144,7 +144,9 @@ void HostileGroup::TearDown() {
     EXPECT_LE(after.atoms, before_.atoms) << DescribeGrowth(before_, after, false);
     EXPECT_LE(after.gdiObjects, before_.gdiObjects) << DescribeGrowth(before_, after, false);
     const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    std::printf("[hostile] %s.%s: %ld hostile inputs survived\n", test->test_suite_name(), test->name(), inputs_);
+    std::printf("[hostile] %s.%s: %ld hostile inputs survived (process heap blocks %+ld, CRT heap blocks %+ld)\n",
+                test->test_suite_name(), test->name(), inputs_, after.processHeap.blocks - before_.processHeap.blocks,
+                after.crtHeap.blocks - before_.crtHeap.blocks);
     RecordProperty("inputs", static_cast<int>(inputs_));
     NowTrying("between groups", "");
 }
