@@ -226,3 +226,54 @@ TEST_F(HostileMessages, OwnMethodBlockHandedBack) {
 }
 
 }  // namespace
+
+namespace {
+
+// WM_DESTROY sent by hand (twice, with a method set in between) before the
+// real destruction: the method block is freed once, and not lost.
+TEST_F(HostileMessages, DestroySentByHand) {
+    for (const char* cls : AllClasses()) {
+        NowTrying(cls, "WM_DESTROY sent by hand");
+        HWND h = Create(parent(), cls);
+        ASSERT_NE(h, nullptr) << cls;
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
+        SendMessageA(h, WM_DESTROY, 0, 0);
+        SendMessageA(h, WM_DESTROY, 0, 0);
+        char copy[257] = "x";
+        SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy));
+        EXPECT_STREQ(copy, "") << cls;
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(second)"));
+        DestroyWindow(h);
+        EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr)) << cls;
+        count(5);
+    }
+}
+
+// The editing core handed windows that are not entry fields: other
+// classes, the parent, the desktop, handles that name no window.
+TEST_F(HostileMessages, EditingCoreOnForeignWindows) {
+    HWND stat = Create(parent(), "STATIC");
+    HWND button = Create(parent(), "BUTTON");
+    HWND list = Create(parent(), "LISTBOX");
+    char text[] = "foreign text";
+    char mask[] = "##-##";
+    for (HWND h : {stat, button, list, parent(), GetDesktopWindow(), static_cast<HWND>(nullptr),
+                   reinterpret_cast<HWND>(0x1234), stat /* destroyed below, then tried again */}) {
+        NowTrying("editing core", "foreign window");
+        twDrawField(h, text, GXDF_ANY, 0);
+        twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
+        MouseButtonDown(h, 10, text, mask, 0, 0);
+        MouseMove(h, 30, text, 1);
+        ReleaseCapture();
+        count(4);
+    }
+    DestroyWindow(stat);
+    twDrawField(stat, text, GXDF_ANY, 0);
+    MouseButtonDown(stat, 10, text, nullptr, 0, 0);
+    count(2);
+    DestroyCaret();
+    DestroyWindow(button);
+    DestroyWindow(list);
+}
+
+}  // namespace
