@@ -23,12 +23,17 @@ void MethodFree(HWND h, MethodSlot slot) {
 }
 
 char* MethodReplace(HWND h, MethodSlot slot, const char* text) {
-    MethodFree(h, slot);
-    if (text == nullptr) return nullptr;
+    if (text == nullptr) {
+        MethodFree(h, slot);
+        return nullptr;
+    }
+    // The new copy is made before the old block goes: text may be the old
+    // block itself.
     size_t len = strnlen(text, kMethodMax);
     auto* block = static_cast<char*>(fk::LocalAllocate(LMEM_ZEROINIT, len + 1));
+    if (block != nullptr) std::memcpy(block, text, len);
+    MethodFree(h, slot);
     if (block == nullptr) return nullptr;
-    std::memcpy(block, text, len);
     if (!slot.set(h, block)) {
         LocalFree(block);
         return nullptr;
