@@ -1,5 +1,4 @@
-// The colour control: the scroll arithmetic (with the 16-bit page-up wrap),
-// the value messages, the arrow keys between bars and "@PRT".
+// The colour control: scroll arithmetic, value messages, arrow keys and "@PRT".
 
 #include <gtest/gtest.h>
 
@@ -15,10 +14,6 @@ constexpr int kW = 280, kH = 168;
 
 class Color : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_NE(color_.get(), nullptr);
-        parent_.clear();
-    }
     HWND Bar(int i) { return GetDlgItem(color_, i); }
     std::string Label(int id) {
         char text[32] = "";
@@ -35,13 +30,9 @@ protected:
     fktest::UniqueWindow color_ = fktest::Child(parent_, "gxColor32", WS_TABSTOP, 10, 10, kW, kH, "", 21);
 };
 
-// Every case on every bar; GXM_GETVALUE adds the components unmasked, so a
-// wrapped value spills into the next one. Scrolls from other windows are ignored.
+// Every bar; a page-up wrap spills into the next component. Foreign scrolls are ignored.
 TEST_F(Color, ScrollArithmetic) {
-    const struct {
-        WORD start, code, thumb;
-        unsigned result;
-    } cases[] = {
+    const struct { WORD start, code, thumb; unsigned result; } cases[] = {
         {10, SB_LINEUP, 0, 9},         {0, SB_LINEUP, 0, 0},          {254, SB_LINEDOWN, 0, 255},
         {255, SB_LINEDOWN, 0, 255},    {100, SB_PAGEUP, 0, 84},       {16, SB_PAGEUP, 0, 0},
         {15, SB_PAGEUP, 0, 0},         {10, SB_PAGEUP, 0, 65530},     {5, SB_PAGEUP, 0, 65525},
@@ -58,9 +49,8 @@ TEST_F(Color, ScrollArithmetic) {
             EXPECT_EQ(Label(bar + 6), std::to_string(c.result)) << "bar " << bar << " code " << c.code;
             const auto sent = parent_.Of(WM_COMMAND);
             ASSERT_EQ(sent.size(), c.code != SB_ENDSCROLL ? 1u : 0u);
-            if (sent.empty()) continue;
-            EXPECT_EQ(sent[0].wp, MAKEWPARAM(21, GXN_COLORCHANGED));
-            EXPECT_EQ(sent[0].lp, reinterpret_cast<LPARAM>(color_.get()));
+            for (const fktest::Msg& m : sent)
+                EXPECT_TRUE(m.wp == MAKEWPARAM(21, GXN_COLORCHANGED) && m.lp == LPARAM(color_.get())) << m.wp;
         }
     }
     auto stranger = fktest::Child(parent_, "scrollbar", SBS_VERT, 0, 0, 10, 50);
@@ -85,8 +75,7 @@ TEST_F(Color, ValueMessagesAndSwatch) {
     EXPECT_EQ(SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x8001);
 }
 
-// Left and right move between the bars (wrapping), up and down scroll the bar,
-// and focus on the control goes to the bar that had it last.
+// Left/right move between bars (wrapping); focus returns to the bar that had it last.
 TEST_F(Color, ArrowKeysMoveBetweenBars) {
     SetFocus(Bar(0));
     SendMessageA(Bar(0), WM_KEYDOWN, VK_LEFT, 0);

@@ -1,7 +1,5 @@
-// The five border levels pixel by pixel: the drawing (display/bevel.cpp) is
-// built in and run on a DIB section with the colour decision given, and
-// twDraw3D runs on a real parent, whose true-colour screen takes the black
-// strokes.
+// The five border levels pixel by pixel: display/bevel.cpp built in and drawn on
+// a DIB section in colour and black, and twDraw3D on a real (true-colour) parent.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -27,9 +25,8 @@ namespace {
 constexpr COLORREF kBackground = RGB(0, 128, 128);
 constexpr RECT kWindow{40, 40, 100, 70};  // the control, right and bottom exclusive
 
-// Roles: S shadow, H highlight, G light grey, K black, D the four-pixel drop
-// shadow (always the system colour), B untouched; d, h and l are the system's
-// dark shadow, highlight and light.
+// Roles: S shadow, H highlight, G light grey, K black, D system shadow (the drop
+// shadow), B untouched; d, h, l the system's dark shadow, highlight and light.
 struct Probe { int x, y; char role; };
 struct LevelCase { WORD level; std::vector<Probe> probes; };
 const LevelCase kLevels[] = {
@@ -45,8 +42,7 @@ const LevelCase kLevels[] = {
     {16, {{38, 55, 'B'}, {39, 55, 'S'}, {40, 55, 'K'}, {70, 38, 'B'}, {70, 39, 'S'}, {70, 40, 'K'}, {101, 55, 'H'},
           {100, 55, 'G'}, {102, 55, 'B'}, {70, 70, 'H'}, {70, 69, 'G'}, {70, 71, 'B'}}},
 };
-// With the new look (as Wine reports) the light indent is the system's sunken
-// edge around (38,38)-(102,71).
+// With the new look (Wine's) the light indent is the system's sunken edge.
 const LevelCase kSunkenEdge{16, {{38, 55, 'D'}, {39, 55, 'd'}, {70, 38, 'D'}, {70, 39, 'd'}, {101, 55, 'h'},
                                  {100, 55, 'l'}, {70, 70, 'h'}, {70, 69, 'l'}, {37, 55, 'B'}, {70, 71, 'B'}}};
 
@@ -97,7 +93,6 @@ protected:
         const bool colour = static_cast<short>(GetDeviceCaps(dc, NUMCOLORS)) > 2;
         ReleaseDC(parent_, dc);
         if (colour) GTEST_SKIP() << "the black strokes need a screen reporting -1 colours";
-        fktest::PaintNow(parent_);
     }
     fktest::UniqueWindow parent_ = fktest::MakeParent(nullptr, 200, 160);
 };
@@ -120,15 +115,9 @@ TEST_F(Draw3D, TrueColourScreenDrawsInBlack) {
     EXPECT_EQ(twDraw3D(nullptr, 1), 0);
 }
 
-// Each class picks its level from its own bits in WM_NCPAINT (WS_BORDER so
-// that the system sends it).
+// Each class picks its level in WM_NCPAINT (sent because of WS_BORDER).
 TEST_F(Draw3D, ControlsPickTheirBorderInNcPaint) {
-    const struct {
-        const char* cls;
-        DWORD style;
-        int x, y;
-        char role;
-    } cases[] = {
+    const struct { const char* cls; DWORD style; int x, y; char role; } cases[] = {
         {"gxTicker32", TICK_3D1, 38, 55, 'K'},  {"gxTicker32", TICK_3D2, 102, 60, 'D'},
         {"gxTicker32", TICK_3D3 | TICK_3D1, 101, 55, 'K'},  // the first bit wins
         {"gxTicker32", 0, 38, 55, 'D'},         {"gxColor32", COLOR_3D5, 38, 55, 'K'},  // outdent, not the edge
@@ -138,12 +127,10 @@ TEST_F(Draw3D, ControlsPickTheirBorderInNcPaint) {
     };
     for (const auto& c : cases) {
         auto control = fktest::Child(parent_, c.cls, WS_BORDER | c.style, 40, 40, 60, 30);
-        ASSERT_NE(control.get(), nullptr) << c.cls;
         fktest::PaintNow(parent_);
         fktest::FillClient(parent_, kBackground);
         RedrawWindow(control, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
-        EXPECT_EQ(fktest::Capture(parent_).at(c.x, c.y), Expected(c.role, false))
-            << c.cls << " " << std::hex << c.style;
+        EXPECT_EQ(fktest::Capture(parent_).at(c.x, c.y), Expected(c.role, false)) << c.cls << " " << c.style;
     }
 }
 

@@ -1,5 +1,4 @@
-// Pixels for the display tests: a 32-bit DIB section to draw on or copy a
-// window's client area into, read back as COLORREF values.
+// Pixels for the display tests: 32-bit DIB sections read back as COLORREF values.
 #pragma once
 
 #include <windows.h>
@@ -25,11 +24,7 @@ public:
         old_ = SelectObject(dc_, dib_);
         FillDC(dc_, {0, 0, width, height}, fill);
     }
-    ~Canvas() {
-        SelectObject(dc_, old_);
-        DeleteObject(dib_);
-        DeleteDC(dc_);
-    }
+    ~Canvas() { SelectObject(dc_, old_); DeleteObject(dib_); DeleteDC(dc_); }
     Canvas(const Canvas&) = delete;
     HDC dc() const { return dc_; }
     int width() const { return w_; }
@@ -49,11 +44,7 @@ private:
     void* bits_ = nullptr;
 };
 
-inline RECT Client(HWND h) {
-    RECT r{};
-    GetClientRect(h, &r);
-    return r;
-}
+inline RECT Client(HWND h) { RECT r{}; GetClientRect(h, &r); return r; }
 
 // A copy of a window's client area, taken through its own device context.
 struct Capture : Canvas {

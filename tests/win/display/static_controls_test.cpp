@@ -1,5 +1,4 @@
-// The frame, 3D text and line controls: caption placement, line orientation,
-// transparency to the mouse and the setting word.
+// Frame captions, line orientation, transparency to the mouse and the setting word.
 
 #include <gtest/gtest.h>
 
@@ -13,8 +12,7 @@ namespace {
 
 constexpr COLORREF kRed = RGB(255, 0, 0), kWhite = RGB(255, 255, 255);
 
-// The flat caption is drawn in black at x = 8, R - w - 8 or (R - w) / 2; its
-// gap is left hollow, so the parent's static brush (red here) never shows.
+// Caption at x = 8, R - w - 8 or (R - w) / 2; its gap stays hollow (no red brush).
 TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
     fktest::RecordingParent parent(300, 200);
     HBRUSH red = CreateSolidBrush(kRed);
@@ -53,10 +51,8 @@ TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
 }
 
 TEST(Line, OrientationFromTheStyle) {
-    const struct {
-        DWORD style;
-        bool horizontal;
-    } cases[] = {{GXLINE_HORIZONTAL, true}, {GXLINE_VERTICAL, false}, {0, false}, {GXLINE_VERTICAL | GXLINE_HORIZONTAL, true}};
+    const struct { DWORD style; bool horizontal; } cases[] = {
+        {GXLINE_HORIZONTAL, true}, {GXLINE_VERTICAL, false}, {0, false}, {GXLINE_VERTICAL | GXLINE_HORIZONTAL, true}};
     auto parent = fktest::MakeParent(nullptr, 300, 200);
     for (const auto& c : cases) {
         auto line = fktest::Child(parent, "gxLine32", c.style, 20, 20, 40, 40);
@@ -72,8 +68,7 @@ TEST(Line, OrientationFromTheStyle) {
     }
 }
 
-// Clicks on a frame or a line reach the window beneath; the 3D text keeps the
-// default hit test. 0x00C5 keeps a 16-bit word that GXM_GETLIMIT reads back.
+// Frame and line let clicks through, the 3D text not; 0x00C5 keeps a 16-bit word.
 TEST(StaticControls, TransparencyAndTheSettingWord) {
     auto parent = fktest::MakeParent(nullptr, 300, 200);
     POINT inside{50, 50};

@@ -1,5 +1,4 @@
-// The ticker: steps by interval, the blank lead-in and the wrap, the timer and
-// the value messages. WM_TIMER is sent by hand; nothing waits on real time.
+// The ticker's steps, timer and value messages; WM_TIMER is sent by hand.
 
 #include <gtest/gtest.h>
 
@@ -19,9 +18,7 @@ protected:
     fktest::UniqueWindow ticker_ = fktest::Child(parent_, "gxTicker32", 0, 10, 10, kWidth, 24, "", 5);
 };
 
-// The lead-in grows from one blank by the step until it is as wide as the
-// client; the position advances by the step and returns to 0 once past the
-// lead-in and the text.
+// The blank lead-in grows by the step to the client width; past lead-in and text, back to 0.
 TEST_F(Ticker, StepsAndWrapsByInterval) {
     const struct { UINT interval; int step; } cases[] = {{0, 1}, {70, 1}, {71, 2}, {200, 2}, {201, 3}, {5000, 3}};
     HDC dc = GetDC(ticker_);
@@ -47,8 +44,7 @@ TEST_F(Ticker, StepsAndWrapsByInterval) {
     }
 }
 
-// Timer 99 runs from creation; 0x0401 stops it and, with wParam 0, starts it
-// again with the stored interval; 0x0402 stores and restarts.
+// Timer 99 runs from creation; STOP(0) restarts it, STOP(1) stops, SETINTERVAL restarts.
 TEST_F(Ticker, TimerMessages) {
     EXPECT_TRUE(KillTimer(ticker_, 99));
     EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), 0);
@@ -62,8 +58,7 @@ TEST_F(Ticker, TimerMessages) {
     EXPECT_FALSE(KillTimer(ticker_, 99));
 }
 
-// Texts are cut to 159 characters; linked as a DDE client the text comes from
-// the server only; only the low 16 bits of the font handle come back.
+// Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, fonts come back 16-bit.
 TEST_F(Ticker, ValueTypeAndFontMessages) {
     char buffer[200];
     for (const std::string& text : {std::string("Markets up"), std::string(400, 'x')}) {
@@ -79,7 +74,6 @@ TEST_F(Ticker, ValueTypeAndFontMessages) {
     RemovePropA(ticker_, "CLIENT");
     SendMessageA(ticker_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(buffer));
     EXPECT_EQ(std::strlen(buffer), 159u);
-
     LONG limit = 0;
     EXPECT_EQ(SendMessageA(ticker_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&limit)), 4);
     EXPECT_EQ(limit, 80);
@@ -87,7 +81,6 @@ TEST_F(Ticker, ValueTypeAndFontMessages) {
     SendMessageA(ticker_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&limit));
     EXPECT_EQ(limit, 12);
     EXPECT_EQ(SendMessageA(ticker_, GXM_GETTYPE, 0, 0), 4);
-
     HFONT font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
     SendMessageA(ticker_, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
     EXPECT_EQ(SendMessageA(ticker_, WM_GETFONT, 0, 0), static_cast<LRESULT>(reinterpret_cast<UINT_PTR>(font) & 0xFFFF));
