@@ -66,6 +66,16 @@ bool OtherProcess(HWND h) {
 
 bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA; }
 
+// Wine hands every posted acknowledgement, advise and data message, also
+// between windows of one process, through its DDE copying: the receiver
+// gets a new pair and new copies of the blocks, and the sender's own pair
+// and the blocks it gave away are left to the sender. Windows copies only
+// between processes.
+bool SystemCopiesPosts(HWND to) {
+    static const bool wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+    return wine || OtherProcess(to);
+}
+
 // Posts a DDE message with the values lo and hi (see the top of the file).
 bool PostDde(HWND to, UINT msg, HWND from, UINT_PTR lo, UINT_PTR hi) {
     if (!Packed(msg)) {
@@ -86,17 +96,18 @@ bool PostDde(HWND to, UINT msg, HWND from, UINT_PTR lo, UINT_PTR hi) {
         GlobalFree(pair);
         return false;
     }
+    if (SystemCopiesPosts(to) && GlobalSize(pair) != 0) GlobalFree(pair);
     return true;
 }
 
 // Posts a message that hands a memory block to the partner. The receiver
-// owns the block when owned is set; when the partner is another process
-// the system has copied it into that process, so our own copy is freed
-// here (unless the system has already done so).
+// owns the block when owned is set; when the system has copied it for the
+// receiver (see SystemCopiesPosts), our own copy is freed here (unless the
+// system has already done so).
 bool PostBlock(HWND to, UINT msg, HWND from, HGLOBAL block, ATOM atom, bool owned) {
-    bool cross = OtherProcess(to);
+    const bool copied = SystemCopiesPosts(to);
     if (!PostDde(to, msg, from, reinterpret_cast<UINT_PTR>(block), atom)) return false;
-    if (cross && owned && GlobalSize(block) != 0) GlobalFree(block);
+    if (copied && owned && GlobalSize(block) != 0) GlobalFree(block);
     return true;
 }
 

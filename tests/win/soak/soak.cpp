@@ -16,6 +16,8 @@
 
 #include <windows.h>
 
+#include <dde.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -108,6 +110,80 @@ void StepClipboard(Cycle& c) {
     twClipboardPasteText(c.control, pasted, sizeof pasted - 1);
 }
 
+// Partners that live for the whole soak (made during the warm-up, before
+// the first figures): a DDE server field in a window of its own, which hands
+// initiates to its children as a dialog does, and a drop target.
+struct Partners {
+    HWND serverWindow = nullptr;
+    HWND server = nullptr;
+    HWND target = nullptr;
+};
+
+LRESULT CALLBACK ServerWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_DDE_INITIATE) {
+        for (HWND child = GetWindow(h, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+            SendMessageA(child, msg, wp, lp);
+        return 0;
+    }
+    return DefWindowProcA(h, msg, wp, lp);
+}
+
+Partners& ThePartners(HWND parent) {
+    static Partners p;
+    if (p.server != nullptr) return p;
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = ServerWindowProc;
+    wc.hInstance = GetModuleHandleA(nullptr);
+    wc.lpszClassName = "FkSoakServer";
+    RegisterClassA(&wc);
+    p.serverWindow = CreateWindowExA(0, "FkSoakServer", "server", WS_OVERLAPPED, 0, 0, 200, 60, nullptr, nullptr,
+                                     GetModuleHandleA(nullptr), nullptr);
+    p.server = CreateWindowExA(0, FK_CLASS_STRING, "", WS_CHILD, 0, 0, 150, 24, p.serverWindow, nullptr,
+                               GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(p.server, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@SERVER(FkSoak,Prices,Item)"));
+    p.target = CreateWindowExA(0, FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE, 10, 60, 150, 24, parent, nullptr,
+                               GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(p.target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
+    return p;
+}
+
+void Pump();
+
+// Keys and characters as a user types them.
+void StepTyping(Cycle& c) {
+    SetFocus(c.control);
+    for (char ch : {'1', '2', 'a', '7'}) SendMessageA(c.control, WM_CHAR, static_cast<unsigned char>(ch), 1);
+    for (UINT vk : {VK_LEFT, VK_BACK, VK_END, VK_HOME, VK_DELETE}) SendMessageA(c.control, WM_KEYDOWN, vk, 1);
+}
+
+// The control becomes a client of the server field, which then pushes it
+// a value; the link ends when the control is destroyed.
+void StepDdeLink(Cycle& c) {
+    Partners& p = ThePartners(c.parent);
+    SendMessageA(c.control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@CLIENT(FkSoak,Prices,Item)NOAUTOSTART"));
+    char value[16];
+    std::snprintf(value, sizeof value, "%d", c.n);
+    SendMessageA(p.server, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(value));
+    SendMessageA(c.control, GXM_SETVALUE, 0, 0);  // a client refreshes
+    Pump();
+}
+
+// A drag from the control onto the drop target: the move and the release
+// are queued, then the drag starts and its loop takes them.
+void StepDrag(Cycle& c) {
+    Partners& p = ThePartners(c.parent);
+    SendMessageA(c.control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DRAGSRC(0)"));
+    POINT at{5, 5};
+    MapWindowPoints(p.target, c.control, &at, 1);
+    twProcessDragDrop(c.control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    PostMessageA(c.control, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageA(c.control, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    twProcessDragDrop(c.control, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+    for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) {
+    }
+    ReleaseCapture();
+}
+
 void StepPaint(Cycle& c) {
     InvalidateRect(c.control, nullptr, TRUE);
     UpdateWindow(c.control);
@@ -140,16 +216,14 @@ struct Step {
     void (*run)(Cycle&);
 };
 
-// The cycle. Further steps slot in before StepDestroy, e.g. a DDE link
-// (twInitiateDDE with "@SERVER(...)" and a client control, data pushed,
-// twUnadviseDDE), a drag between two controls (WM_LBUTTONDOWN /
-// WM_MOUSEMOVE / WM_LBUTTONUP through twProcessDragDrop), and the controls'
-// own WM_COPY / WM_PASTE.
+// The cycle; further steps slot in before StepDestroy.
 const Step kSteps[] = {
     {"create", StepCreate},         {"configure", StepConfigure},
     {"set/get value", StepSetGetValue}, {"validate", StepValidate},
-    {"clipboard", StepClipboard},   {"paint", StepPaint},
-    {"editing core", StepEditingCore}, {"destroy", StepDestroy},
+    {"clipboard", StepClipboard},   {"typing", StepTyping},
+    {"dde link", StepDdeLink},      {"drag", StepDrag},
+    {"paint", StepPaint},           {"editing core", StepEditingCore},
+    {"destroy", StepDestroy},
 };
 
 // ---------------------------------------------------------------------------
@@ -351,6 +425,7 @@ int main(int argc, char** argv) {
     const fktest::ResourceFigures last = fktest::TakeResourceFigures();
     grew = PrintRow("all classes", first, last, Now() - start, Allowed(done)) || grew;
 
+    DestroyWindow(ThePartners(parent).serverWindow);
     DestroyWindow(parent);
     twFreeTable(nullptr);
     DeleteFileA(g_table.c_str());
