@@ -1,182 +1,206 @@
-// twValidate: which test refuses a value, and what the parent is told.
+// twValidate and twShowError: which test refuses, what the parent is told, the box, table lookups.
+#include <gtest/gtest.h>
+
 #include <time.h>
 
+#include <algorithm>
+
+#include "include/fldkit.h"
+#include "tests/support/msgbox_watch.h"
+#include "tests/support/recorder.h"
+#include "tests/support/window.h"
 #include "tests/win/tables/popup_driver.h"
-#include "tests/win/validate/fixture.h"
 
 namespace {
 
-using fktest::ErrorFixture;
-using fktest::MessageBoxWatcher;
-using fktest::PopupDriver;
-using fktest::PopupInput;
-using fktest::RecordingField;
+using namespace fktest;
 
-class Validate : public ErrorFixture {
+// The field: a child (id 42) that keeps its text with DefWindowProcA and records what it gets.
+std::vector<Msg> g_field;
+LRESULT CALLBACK FieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    g_field.push_back({msg, wp, lp});
+    return DefWindowProcA(h, msg, wp, lp);
+}
+UniqueWindow MakeField(HWND parent, const std::string& text = "x") {
+    WNDCLASSA wc{0, FieldProc, 0, 0, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr, "FkTestField"};
+    RegisterClassA(&wc);  // fails harmlessly once registered
+    g_field.clear();
+    return UniqueWindow(CreateWindowExA(0, "FkTestField", text.c_str(), (parent ? WS_CHILD : WS_POPUP) | WS_VISIBLE,
+                                        20, 30, 100, 24, parent, parent ? reinterpret_cast<HMENU>(42) : nullptr,
+                                        wc.hInstance, nullptr));
+}
+bool SelectedAll() {  // the whole text: start 0, end 500
+    return std::ranges::any_of(g_field, [](const Msg& m) { return m.msg == EM_SETSEL && m.wp == 0 && m.lp == 500; });
+}
+std::string Text(HWND h) { char t[64] = ""; return GetWindowTextA(h, t, sizeof t), t; }
+
+// What the parent read from the FieldErrorNotice while it was sent.
+struct Notice {
+    HWND hWnd;
+    LONG id, type, error;
+    std::string method, message, caption;
+    bool operator==(const Notice&) const = default;
+};
+std::ostream& operator<<(std::ostream& o, const Notice& n) {
+    return o << n.id << " " << n.type << " " << n.error << " " << n.method << "|" << n.message << "|" << n.caption;
+}
+
+class Validation : public ::testing::Test {
 protected:
-    // Validates value under method; returns the result, and the only notice
-    // (error 0 when none was sent).
-    template <typename T>
-    int Run(int type, T value, const char* method, const char* text = "x") {
-        notices.clear();
-        RecordingField field(parent, text);
-        std::string m = method;
-        m.resize(m.size() + 4, 0);
-        std::string t = text;
-        return twValidate(field, type, &value, m.data(), t.data());
+    Validation() {
+        parent.reply = [this](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
+            if (msg != GXN_ERROR) return std::nullopt;
+            const auto* n = reinterpret_cast<const FieldErrorNotice*>(lp);
+            EXPECT_EQ(wp, static_cast<WPARAM>(n->nId));
+            EXPECT_GE(GlobalSize(GlobalHandle(n)), 60u);
+            EXPECT_TRUE(std::ranges::all_of(n->reserved, [](BYTE b) { return b == 0; }));
+            auto s = [](const char* p) { return std::string(p ? p : "<null>"); };
+            notices.push_back({n->hWnd, n->nId, n->nType, n->nError, s(n->lpMethod), s(n->lpMessage), s(n->lpCaption)});
+            return answer;
+        };
+        twFreeTable(path.c_str());
     }
-    int RunText(const char* value, const char* method) {
+    ~Validation() override { twFreeTable(path.c_str()), DeleteFileA(path.c_str()); }
+    // Validates value (the text itself when null) in a fresh field showing text.
+    int Check(int type, const void* value, std::string method, std::string text = "x") {
         notices.clear();
-        RecordingField field(parent, value);
-        std::string m = method;
-        std::string v = value;
-        return twValidate(field, 4, v.data(), m.data(), v.data());
+        field = MakeField(parent, text);
+        return twValidate(field, type, value ? const_cast<void*>(value) : text.data(), method.data(), text.data());
     }
     LONG Error() const { return notices.empty() ? 0 : notices.back().error; }
+    std::string Tbl(const char* rest = "") const { return "@TBL(" + path + ")" + rest; }
+
+    RecordingParent parent;
+    UniqueWindow field;
+    std::vector<Notice> notices;
+    LRESULT answer = GXR_HANDLED;  // handled, value refused: no box
+    std::string path = WriteTable("fk_validate.tbl", "PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n");
 };
 
-struct tm Date(int year, int month, int day) {
-    struct tm d;
-    memset(&d, 0, sizeof d);
-    d.tm_year = year;
-    d.tm_mon = month;
-    d.tm_mday = day;
-    return d;
+TEST_F(Validation, ShowErrorComposesMessageAndCaption) {
+    struct { std::string method; int type, error; const char* message; std::string caption; } cases[] = {
+        {"@MBOX(Too large:Quantity)", 1, 300, "Too large", "Quantity"},
+        {"@MBOX(Too large;Quantity)", 1, 300, "Too large", "Quantity"},
+        {"@MBOX(a;b:c)", 1, 300, "a;b", "c"},  // ":" is tried first over the whole text
+        {"@MBOX(m:" + std::string(150, 'c') + ")", 1, 300, "m", std::string(99, 'c')},
+        {"@MBOX(Too large)@WARN", 1, 300, "Too large", "Warning"}, {"@MBOX(x)@MSG(y)", 1, 300, "x", "Application Error"},
+        {"@STAT(On the status line)", 4, 100, "On the status line", ""}, {"@MSG(One digit)", 1, 300, "One digit", ""},
+        {"@RNG(1,9)", 1, 100, "Value not entered.", "Numeric Value"},
+        {"", 2, 200, "Value not filled.", "Numeric Value"},      {"", 3, 300, "Value out of range.", "Numeric Value"},
+        {"", 4, 400, "Value is not valid.", "Character String"}, {"", 10, 500, "Not a valid choice.", "Character String"},
+        {"", 5, 600, "Value could not be found.", "Date Value"}, {"", 6, 100, "Value not entered.", "Time Value"},
+        {"", 7, 100, "Value not entered.", "Floating Point"},    {"", 12, 300, "Value out of range.", "Error Condition"},
+        {"", 8, 250, "No message specified.", "Error Condition"}, {"", 99, 0, "No message specified.", "Error Condition"},
+    };
+    field = MakeField(parent);
+    for (auto& c : cases) {
+        notices.clear();
+        EXPECT_EQ(twShowError(field, c.method.data(), c.type, c.error), 0) << c.method;
+        EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, c.type, c.error, c.method, c.message, c.caption}}));
+    }
+    notices.clear();
+    EXPECT_EQ(twShowError(field, nullptr, 3, 400), 0);
+    EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 3, 400, "<null>", "Value is not valid.", "Numeric Value"}}));
+    MessageBoxWatcher boxes;
+    EXPECT_EQ(twShowError(nullptr, nullptr, 3, 400), 0);
+    EXPECT_EQ(boxes.boxes().size(), 1u);
 }
 
-TEST_F(Validate, Numbers) {
-    struct Case {
-        int type;
-        int32_t value;
-        const char* method;
-        const char* text;
-        int result;
-        LONG error;
+TEST_F(Validation, ShowErrorReplyBitsAndTheBox) {
+    field = MakeField(parent);
+    MessageBoxWatcher boxes;
+    char method[] = "@RNG(1,9)@MSG(One digit)", warn[] = "@MBOX(Too large)@WARN@BEEP";
+    answer = GXR_HANDLED | GXR_ACCEPT;
+    EXPECT_EQ(twShowError(field, method, 1, 300), 1);
+    answer = GXR_HANDLED;
+    EXPECT_EQ(twShowError(field, method, 1, 300), 0);
+    EXPECT_TRUE(boxes.boxes().empty() && parent.Of(GXN_ERRORSHOWN).empty() && !SelectedAll());
+    parent.clear();
+    answer = GXR_ACCEPT;  // without bit 0 the box is shown all the same
+    EXPECT_EQ(twShowError(field, method + 9, 1, 300), 0);
+    EXPECT_TRUE(SelectedAll());
+    answer = 0;
+    EXPECT_EQ(twShowError(field, warn, 1, 300), 1);  // warned only: the value stands
+    std::vector<UINT> order;  // the notice, then the box, then "shown"
+    for (const Msg& m : parent.messages())
+        if (m.msg == GXN_ERROR || m.msg == GXN_ERRORSHOWN) order.push_back(m.msg);
+    EXPECT_EQ(order, (std::vector<UINT>{GXN_ERROR, GXN_ERRORSHOWN, GXN_ERROR, GXN_ERRORSHOWN}));
+    ASSERT_EQ(boxes.boxes().size(), 2u);
+    EXPECT_EQ(boxes.boxes()[0].text + "|" + boxes.boxes()[0].caption, "One digit|");
+    EXPECT_EQ(boxes.boxes()[0].owner, parent.hwnd());
+    EXPECT_EQ(boxes.boxes()[1].text + "|" + boxes.boxes()[1].caption, "Too large|Warning");
+    auto shown = parent.Of(GXN_ERRORSHOWN);
+    EXPECT_EQ(shown[0].wp, 42u);
+    EXPECT_EQ(shown[0].lp, static_cast<LPARAM>(LOWORD(reinterpret_cast<UINT_PTR>(field.get()))));
+    // Without a parent nothing is composed: the box shows the last message ("Too large"), uncaptioned.
+    char lonely[] = "@MSG(Not composed)@WARN";
+    UniqueWindow lone = MakeField(nullptr);
+    boxes.clear();
+    EXPECT_EQ(twShowError(lone, lonely, 1, 300), 1);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text + "|" + boxes.boxes()[0].caption, "Too large|");
+    EXPECT_EQ(boxes.boxes()[0].owner, nullptr);
+}
+
+// Values by type: numbers, text (the field's text), dates as yyyymmdd (19000000 is the empty date).
+TEST_F(Validation, WhichTestRefuses) {
+    struct {
+        int type; double num; std::string method; int result; LONG error;
+        const char* text = "x";
+        const char* shown = nullptr;  // message|caption
     } cases[] = {
-        {1, 12, "", "12", 1, 0},
-        {1, 12, "@RNG(1,9)", "12", 0, 300},
-        {1, 5, "@RNG(1,9)", "5", 1, 0},
-        {1, 0, "@RNG(1,9)", "0", 1, 0},          // zero without @MND is not tested
-        {2, 0, "@RNG(1,9)", "0", 1, 0},
-        {1, 0, "@MND", "0", 0, 100},             // text not blank, value 0
-        {2, 0, "@MND", "0", 0, 100},
-        {1, 0, "@MND", "   ", 0, 100},           // blank text
-        {1, 0, "@MND@RNG(0,5)", "0", 1, 0},      // a range accepted the 0
-        {1, 0, "@MND@CHC(0,5)", "0", 1, 0},
-        {1, 4, "@CHC(1,2,3)", "4", 0, 500},
-        {1, 3, "@CHC(1,2,3)@RNG(5,9)", "3", 0, 300},  // range before choice
+        {1, 12, "", 1, 0, "12"}, {1, 12, "@RNG(1,9)", 0, 300}, {1, 5, "@RNG(1,9)", 1, 0},
+        {1, 0, "@RNG(1,9)", 1, 0, "0"}, {2, 0, "@RNG(1,9)", 1, 0, "0"},  // zero without @MND is not tested
+        {1, 0, "@MND", 0, 100, "0"}, {2, 0, "@MND", 0, 100, "0"}, {1, 0, "@MND", 0, 100, "   "},  // 0 or blank
+        {1, 0, "@MND@RNG(0,5)", 1, 0, "0"}, {1, 0, "@MND@CHC(0,5)", 1, 0, "0"}, {1, 4, "@CHC(1,2,3)", 0, 500},
+        {1, 3, "@CHC(1,2,3)@RNG(5,9)", 0, 300},  // range before choice
+        {3, 2.5, "@RNG(1,2)", 0, 300}, {12, 2.5, "@RNG(1,2)", 0, 300}, {3, -0.0, "@RNG(1,2)", 1, 0},  // -0.0: empty
+        {12, 15, "@CHC(1.5)", 1, 0}, {3, 15, "@CHC(1.5)", 0, 500},
+        {6, 0, "@MND@RNG(1,2)", 0, 0}, {11, 0, "@MND@RNG(1,2)", 0, 0},  // reserved: no test, no message
+        {0, 0, "@MND@RNG(1,2)", 0, 0}, {19, 0, "@MND@RNG(1,2)", 0, 0},
+        {4, 0, "@RNG(a,m)@CHC(x)", 1, 0, ""}, {4, 0, "@MND", 0, 100, "  "}, {4, 0, "@MND", 1, 0, "b"},
+        {4, 0, "@RNG(a,m)", 1, 0, "Apple"},  // the locale's order puts "Apple" after "a"
+        {4, 0, "@RNG(a,m)", 0, 300, "zebra"}, {4, 0, "@RNGI(a,m)", 0, 300, "Zebra"},
+        {4, 0, "@CHC(Red, Blue)", 1, 0, "Blue"}, {4, 0, "@CHC(Red, Blue)", 0, 500, "blue"},
+        {4, 0, "@CHCI(Red, Blue)", 1, 0, "blue"}, {13, 19000000, "@RNG(01/01/90,)", 1, 0},
+        {13, 19000000, "@MND", 0, 100, "", "Value not entered.|Date Value"},
+        {13, 20000229, "", 1, 0},  // empty method: not checked at all
+        {13, 20000229, "@RNG(,)", 0, 400, "", "Value is not valid.|Date Value"}, {14, 19000229, "@RNG(,)", 1, 0},
+        {14, 9990101, "@MSG(Mine)", 0, 400, "", "Year must be four digits and greater than 999|"},
+        {13, 9990101, "@MSG(Mine)", 1, 0}, {16, 19950615, "@RNG(01.01.1996,)@MSG(Too early)", 0, 300, "", "Too early|"},
+        {13, 19950615, "@RNG(Jan 1 1990,)", 0, 300, "", "Value out of range.|Date Value"},
+        {18, 19950615, "@CHC(1995-06-15)", 1, 0}, {5, 19950615, "@CHC(06/16/95)", 0, 500},
+        {4, 0, Tbl(), 1, 0, "ROM"}, {4, 0, Tbl(), 1, 0, "  ROM  "}, {4, 0, Tbl("@KEY(2)"), 1, 0, "Rome"},  // found
+        {4, 0, Tbl("@KEY(3)@DLM(,)"), 1, 0, "IT"}, {4, 0, Tbl("@RNG(A,M)"), 0, 300, "ROM"},  // found, out of range
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Run(c.type, c.value, c.method, c.text), c.result) << c.method << " " << c.value;
-        EXPECT_EQ(Error(), c.error) << c.method << " " << c.value;
-        if (!notices.empty()) EXPECT_EQ(notices.back().type, c.type);
+    for (const auto& c : cases) {
+        const int32_t whole = static_cast<int32_t>(c.num);
+        struct tm date{};
+        date.tm_year = whole / 10000 - 1900, date.tm_mon = whole / 100 % 100 - 1, date.tm_mday = whole % 100;
+        const void* v = c.type == 4 ? nullptr : c.type == 3 || c.type == 12 ? static_cast<const void*>(&c.num)
+                        : c.type <= 2 ? static_cast<const void*>(&whole) : static_cast<const void*>(&date);
+        EXPECT_EQ(Check(c.type, v, c.method, c.text), c.result) << c.type << " " << c.num << c.text << c.method;
+        EXPECT_EQ(Error(), c.error) << c.type << " " << c.num << c.text << c.method;
+        if (!notices.empty()) EXPECT_EQ(notices[0].type, c.type >= 13 ? 5 : c.type) << c.method;
+        if (c.shown) EXPECT_EQ(notices.at(0).message + "|" + notices[0].caption, c.shown);
     }
 }
 
-TEST_F(Validate, WarningEndsValidation) {
+TEST_F(Validation, NoticeCarriesTheFailingKeywordAndWarningEndsTheTests) {
+    const int32_t twelve = 12;
+    EXPECT_EQ(Check(1, &twelve, "@NUM@RNG(1,9)@MSG(One digit)"), 0);
+    EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 1, 300, "@RNG(1,9)@MSG(One digit)", "One digit", ""}}));
+    EXPECT_EQ(Check(1, &twelve, "@MSG(x)@RNG(1,9)"), 0);  // a message before the keyword is not seen
+    EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 1, 300, "@RNG(1,9)", "Value out of range.", "Numeric Value"}}));
     answer = 0;  // not handled: the box warns and the value stands
     MessageBoxWatcher boxes;
-    EXPECT_EQ(Run(1, 12, "@RNG(1,9)@WARN@CHC(5)"), 1);
+    EXPECT_EQ(Check(1, &twelve, "@RNG(1,9)@WARN@CHC(5)"), 1);
     ASSERT_EQ(boxes.boxes().size(), 1u);  // the choice test did not run
     EXPECT_EQ(boxes.boxes()[0].caption, "Numeric Value");
 }
 
-TEST_F(Validate, RealsAndTheirCaption) {
-    EXPECT_EQ(Run(3, 2.5, "@RNG(1,2)"), 0);
-    ASSERT_EQ(notices.size(), 1u);
-    EXPECT_EQ(notices[0].caption, "Numeric Value");
-    EXPECT_EQ(Run(12, 2.5, "@RNG(1,2)"), 0);
-    ASSERT_EQ(notices.size(), 1u);
-    EXPECT_EQ(notices[0].type, 12);
-    EXPECT_EQ(notices[0].caption, "Error Condition");
-    EXPECT_EQ(Run(3, -0.0, "@RNG(1,2)"), 1);  // -0.0 is empty
-    EXPECT_EQ(Run(12, 15.0, "@CHC(1.5)"), 1);
-    EXPECT_EQ(Run(3, 15.0, "@CHC(1.5)"), 0);
-}
-
-TEST_F(Validate, NoticeCarriesTheFailingKeyword) {
-    EXPECT_EQ(Run(1, 12, "@NUM@RNG(1,9)@MSG(One digit)"), 0);
-    ASSERT_EQ(notices.size(), 1u);
-    EXPECT_EQ(notices[0].method, "@RNG(1,9)@MSG(One digit)");
-    EXPECT_EQ(notices[0].message, "One digit");
-    EXPECT_EQ(notices[0].caption, "");
-    EXPECT_EQ(notices[0].id, 42);
-    EXPECT_EQ(Run(1, 12, "@MSG(x)@RNG(1,9)"), 0);
-    EXPECT_EQ(notices[0].message, "Value out of range.");
-    EXPECT_EQ(notices[0].caption, "Numeric Value");
-}
-
-TEST_F(Validate, Strings) {
-    struct Case {
-        const char* value;
-        const char* method;
-        int result;
-        LONG error;
-    } cases[] = {
-        {"", "@RNG(a,m)@CHC(x)", 1, 0},   // empty without @MND
-        {"  ", "@MND", 0, 100},
-        {"b", "@MND", 1, 0},
-        {"Apple", "@RNG(a,m)", 1, 0},     // the locale's order puts "Apple" after "a"
-        {"zebra", "@RNG(a,m)", 0, 300},
-        {"Zebra", "@RNGI(a,m)", 0, 300},
-        {"Blue", "@CHC(Red, Blue)", 1, 0},
-        {"blue", "@CHC(Red, Blue)", 0, 500},
-        {"blue", "@CHCI(Red, Blue)", 1, 0},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(RunText(c.value, c.method), c.result) << c.value << " " << c.method;
-        EXPECT_EQ(Error(), c.error) << c.value << " " << c.method;
-        if (!notices.empty()) {
-            EXPECT_EQ(notices.back().type, 4);
-            EXPECT_EQ(notices.back().caption, "Character String");
-        }
-    }
-}
-
-TEST_F(Validate, Dates) {
-    struct Case {
-        int type;
-        struct tm date;
-        const char* method;
-        int result;
-        LONG error;
-        const char* message;
-    } cases[] = {
-        {13, Date(0, -1, 0), "@RNG(01/01/90,)", 1, 0, ""},
-        {13, Date(0, -1, 0), "@MND", 0, 100, "Value not entered."},
-        {13, Date(100, 1, 29), "", 1, 0, ""},  // empty method: not checked at all
-        {13, Date(100, 1, 29), "@RNG(,)", 0, 400, "Value is not valid."},
-        {14, Date(0, 1, 29), "@RNG(,)", 1, 0, ""},
-        {14, Date(-901, 0, 1), "@MSG(Mine)", 0, 400, "Year must be four digits and greater than 999"},
-        {13, Date(-901, 0, 1), "@MSG(Mine)", 1, 0, ""},
-        {16, Date(95, 5, 15), "@RNG(01.01.1996,)@MSG(Too early)", 0, 300, "Too early"},
-        {13, Date(95, 5, 15), "@RNG(Jan 1 1990,)", 0, 300, "Value out of range."},
-        {18, Date(95, 5, 15), "@CHC(1995-06-15)", 1, 0, ""},
-        {5, Date(95, 5, 15), "@CHC(06/16/95)", 0, 500, "Not a valid choice."},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Run(c.type, c.date, c.method), c.result) << c.type << " " << c.method;
-        EXPECT_EQ(Error(), c.error) << c.type << " " << c.method;
-        if (!notices.empty()) {
-            EXPECT_EQ(notices.back().type, 5);
-            EXPECT_EQ(notices.back().message, c.message);
-            // Default messages come with the type's caption, "@MSG" ones with none.
-            const bool own = strstr(c.message, "Value") == nullptr && strstr(c.message, "choice") == nullptr;
-            EXPECT_EQ(notices.back().caption, own ? "" : "Date Value") << c.message;
-        }
-    }
-}
-
-TEST_F(Validate, ReservedAndOutOfRangeTypes) {
-    for (int type : {6, 7, 8, 9, 10, 11, 0, 19, -1}) {
-        EXPECT_EQ(Run(type, 0, "@MND@RNG(1,2)"), 0) << type;
-        EXPECT_TRUE(notices.empty()) << type;
-    }
-    EXPECT_EQ(Run(1, 5, ""), 1);
-}
-
-TEST_F(Validate, NullPointersDoNotCrash) {
-    RecordingField field(parent, "");
+TEST_F(Validation, NullPointersAndOverlongMethods) {
+    field = MakeField(parent, "");
     char method[] = "@MND@RNG(1,2)";
     EXPECT_EQ(twValidate(field, 1, nullptr, nullptr, nullptr), 1);
     EXPECT_EQ(twValidate(field, 1, nullptr, method, nullptr), 0);  // blank text: not entered
@@ -185,137 +209,64 @@ TEST_F(Validate, NullPointersDoNotCrash) {
     EXPECT_EQ(twValidateRange(1, nullptr, method), 0);
     EXPECT_EQ(twValidateChoice(1, nullptr, nullptr), 0);
     EXPECT_EQ(twValidate(nullptr, 4, nullptr, nullptr, nullptr), 1);
-}
-
-TEST_F(Validate, OverlongMethodIsCut) {
-    std::string method = "@RNG(1,9)" + std::string(3000, 'x');
-    EXPECT_EQ(Run(1, 12, method.c_str()), 0);
+    const int32_t twelve = 12;
+    EXPECT_EQ(Check(1, &twelve, "@RNG(1,9)" + std::string(3000, 'x')), 0);
     EXPECT_EQ(Error(), 300);
 }
 
-// Lookup tables.
-class TableValidate : public Validate {
-protected:
-    void SetUp() override {
-        Validate::SetUp();
-        path = fktest::WriteTable("fk_validate.tbl", "PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n");
-        twFreeTable(path.c_str());
-    }
-    void TearDown() override {
-        twFreeTable(path.c_str());
-        DeleteFileA(path.c_str());
-    }
-    std::string Tbl(const char* rest = "") const { return "@TBL(" + path + ")" + rest; }
-    std::string path;
-};
-
-TEST_F(TableValidate, FoundEntriesPass) {
-    EXPECT_EQ(RunText("ROM", Tbl().c_str()), 1);
-    EXPECT_EQ(RunText("  ROM  ", Tbl().c_str()), 1);  // key clipped both ends
-    EXPECT_EQ(RunText("Rome", Tbl("@KEY(2)").c_str()), 1);
-    EXPECT_EQ(RunText("IT", Tbl("@KEY(3)@DLM(,)").c_str()), 1);
-    EXPECT_EQ(RunText("ROM", Tbl("@RNG(A,M)").c_str()), 0);  // found, then the range refuses
-    EXPECT_EQ(Error(), 300);
-    EXPECT_TRUE(parent.Of(GXN_ERRORSHOWN).empty());
-}
-
-TEST_F(TableValidate, MissNoticeAndParentReply) {
-    struct Case {
-        std::string method;
-        LRESULT reply;
-        int result;
-        const char* caption;
-    } cases[] = {
+TEST_F(Validation, TableMissNoticeAndParentReply) {
+    struct { std::string method; LRESULT reply; int result; const char* caption, *value = "XXX"; } cases[] = {
         {Tbl(), GXR_HANDLED, 0, "Application Error"},
         {Tbl("@WARN@BEEP"), GXR_HANDLED | GXR_ACCEPT, 1, "Warning"},
         {"@WARN" + Tbl(), GXR_HANDLED, 0, "Application Error"},  // "@WARN" must follow "@TBL"
         {"@TBL(C:\\no\\such\\table.tbl)", GXR_HANDLED, 0, "Application Error"},
+        {Tbl("@RNG(A,B)"), GXR_HANDLED | GXR_ACCEPT, 1, "Application Error"},  // accepted: no range test
+        {Tbl("@MND"), GXR_HANDLED, 0, "Application Error", "   "},  // mandatory and blank: the table is offered
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         answer = c.reply;
-        EXPECT_EQ(RunText("XXX", c.method.c_str()), c.result) << c.method;
-        ASSERT_EQ(notices.size(), 1u) << c.method;
-        const fktest::Notice& n = notices[0];
-        EXPECT_EQ(n.message, "Table Entry not found.");
-        EXPECT_EQ(n.caption, c.caption) << c.method;
-        EXPECT_EQ(n.type, 4);
-        EXPECT_EQ(n.error, 600);
-        EXPECT_EQ(n.id, 42);
-        EXPECT_EQ(n.method, c.method);
+        EXPECT_EQ(Check(4, nullptr, c.method, c.value), c.result) << c.method;
+        EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 4, 600, c.method, "Table Entry not found.", c.caption}}));
     }
+    EXPECT_TRUE(parent.Of(GXN_ERRORSHOWN).empty());
 }
 
-TEST_F(TableValidate, AcceptedMissSkipsTheLaterTests) {
-    answer = GXR_HANDLED | GXR_ACCEPT;
-    EXPECT_EQ(RunText("XXX", Tbl("@RNG(A,B)").c_str()), 1);
-    ASSERT_EQ(notices.size(), 1u);
-    EXPECT_EQ(notices[0].error, 600);
-}
-
-TEST_F(TableValidate, MandatoryBlankOffersTheTable) {
-    answer = GXR_HANDLED;
-    EXPECT_EQ(RunText("   ", Tbl("@MND").c_str()), 0);
-    ASSERT_EQ(notices.size(), 1u);
-    EXPECT_EQ(notices[0].error, 600);
-    EXPECT_EQ(notices[0].message, "Table Entry not found.");
-}
-
-TEST_F(TableValidate, PopupPickSetsTheKeyAndRefuses) {
+TEST_F(Validation, TablePopupPickSetsTheKeyAndRefuses) {
     answer = 0;  // not handled: the popup opens
-    RecordingField field(parent, "XXX");
-    PopupDriver driver(path.c_str(), {{PopupInput::Key, VK_DOWN}, {PopupInput::Key, VK_RETURN}});
-    std::string method = Tbl("@KEY(2)@DISPLAY(2,3)");
-    char text[] = "Nowhere";
-    EXPECT_EQ(twValidate(field, 4, text, method.data(), text), 0);
-    ASSERT_TRUE(driver.seen());
-    EXPECT_EQ(driver.items(), (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
-    EXPECT_EQ(driver.owner(), parent.hwnd());
-    char now[32] = "";
-    GetWindowTextA(field, now, sizeof now);
-    EXPECT_STREQ(now, "Rome");
-    auto shown = parent.Of(GXN_ERRORSHOWN);
-    ASSERT_EQ(shown.size(), 1u);
-    EXPECT_EQ(shown[0].wp, 42u);
-    EXPECT_TRUE(RecordingField::Got(EM_SETSEL, 0, 500));
+    PopupDriver driver(path, {VK_DOWN, VK_RETURN});
+    const std::string method = Tbl("@KEY(2)@DISPLAY(2,3)");
+    EXPECT_EQ(Check(4, nullptr, method, "Nowhere"), 0);
+    EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
+    EXPECT_EQ(driver.owner, parent.hwnd());
+    EXPECT_EQ(Text(field), "Rome");
+    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).at(0).wp, 42u);
+    EXPECT_TRUE(SelectedAll());
     EXPECT_EQ(GetFocus(), field.get());
-    // The popup opened just below the field.
-    RECT fieldRect;
-    GetWindowRect(field, &fieldRect);
-    EXPECT_NEAR(driver.rect().left, fieldRect.left, 4);
-    EXPECT_NEAR(driver.rect().top, fieldRect.bottom, 4);
-    // Validated afresh with the picked key, the value passes.
-    char picked[] = "Rome";
-    EXPECT_EQ(twValidate(field, 4, picked, method.data(), picked), 1);
+    RECT r;
+    GetWindowRect(field, &r);
+    EXPECT_NEAR(driver.rect.left, r.left, 4);  // just below the field
+    EXPECT_NEAR(driver.rect.top, r.bottom, 4);
+    EXPECT_EQ(Check(4, nullptr, method, "Rome"), 1);  // validated afresh, the picked key passes
 }
 
-TEST_F(TableValidate, PopupCancelLeavesTheText) {
+TEST_F(Validation, TablePopupCancelLeavesTheTextAndMissingTablesRefuseQuietly) {
     answer = 0;
-    RecordingField field(parent, "XXX");
-    PopupDriver driver(path.c_str(), {{PopupInput::Key, VK_ESCAPE}});
-    std::string method = Tbl("@POS(5,6,120,60)");
-    char text[] = "XXX";
-    EXPECT_EQ(twValidate(field, 4, text, method.data(), text), 0);
-    ASSERT_TRUE(driver.seen());
-    char now[32] = "";
-    GetWindowTextA(field, now, sizeof now);
-    EXPECT_STREQ(now, "XXX");
+    PopupDriver driver(path, {VK_ESCAPE});
+    EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
+    ASSERT_NE(driver.popup, nullptr);
+    EXPECT_EQ(Text(field), "XXX");
     const LONG units = GetDialogBaseUnits();
     POINT at{MulDiv(5, LOWORD(units), 4), MulDiv(6, HIWORD(units), 8)};
     ClientToScreen(parent, &at);
-    EXPECT_EQ(driver.rect().left, at.x);
-    EXPECT_EQ(driver.rect().top, at.y);
-    EXPECT_EQ(driver.rect().right - driver.rect().left, MulDiv(120, LOWORD(units), 4));
+    const RECT& r = driver.rect;
+    EXPECT_EQ((std::vector<LONG>{r.left, r.top, r.right - r.left, r.bottom - r.top}),
+              (std::vector<LONG>{at.x, at.y, MulDiv(120, LOWORD(units), 4), MulDiv(60, HIWORD(units), 8)}));
     EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 1u);
-}
-
-TEST_F(TableValidate, MissingTableWithoutHandlerRefusesQuietly) {
-    answer = 0;
-    MessageBoxWatcher boxes;
-    char method[] = "@TBL(C:\\no\\such\\table.tbl)@BEEP";
-    EXPECT_EQ(RunText("XXX", method), 0);
+    MessageBoxWatcher boxes;  // a missing table is a miss: no box, an empty popup
+    EXPECT_EQ(Check(4, nullptr, "@TBL(C:\\no\\such\\table.tbl)@BEEP", "XXX"), 0);
     EXPECT_EQ(notices.size(), 1u);
     EXPECT_TRUE(boxes.boxes().empty());
-    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 1u);
+    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 2u);
 }
 
 }  // namespace
