@@ -16,31 +16,16 @@ using Strings = std::vector<std::string>;
 
 namespace {
 
-// A control subclassed the way a drag-aware control routes messages.
-struct Hooked {
-    std::string method;
-    WNDPROC base;
-};
-std::map<HWND, Hooked> g_hooked;
+// Controls subclassed the way a drag-aware control answers: its method and
+// the drag messages (method, base procedure).
+std::map<HWND, std::pair<std::string, WNDPROC>> g_hooked;
 
 LRESULT CALLBACK DragProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    Hooked hooked = g_hooked[h];
-    switch (msg) {
-    case GXM_GETMETHOD: lstrcpynA(reinterpret_cast<char*>(lp), hooked.method.c_str(), 257); return 0;
-    case WM_LBUTTONDOWN: twProcessDragDrop(h, msg, wp, lp); break;
-    case WM_MOUSEMOVE:
-    case WM_LBUTTONUP:
-        if (twProcessDragDrop(h, msg, wp, lp) != 0) return 0;
-        break;
-    case GXM_DROPDATA:
-    case GXM_DRAGQUERY:
-    case GXM_DRAGEND: return twProcessDragDrop(h, msg, wp, lp);
-    case WM_NCDESTROY:
-        SetWindowLongPtrA(h, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hooked.base));
-        g_hooked.erase(h);
-        break;
-    }
-    return CallWindowProcA(hooked.base, h, msg, wp, lp);
+    auto [method, base] = g_hooked[h];
+    if (msg == GXM_GETMETHOD && lp) return lstrcpynA(reinterpret_cast<char*>(lp), method.c_str(), 257), 0;
+    if (msg >= GXM_DROPDATA && msg <= GXM_DRAGEND) return twProcessDragDrop(h, msg, wp, lp);
+    if (msg == WM_NCDESTROY) g_hooked.erase(h);
+    return CallWindowProcA(base, h, msg, wp, lp);
 }
 
 class DragTest : public ::testing::Test {
@@ -51,8 +36,8 @@ protected:
                                  GetModuleHandleA(nullptr), nullptr);
         EXPECT_NE(c, nullptr) << cls;
         if (std::strstr(method, "@DROPTARG")) SetPropA(c, "@WANTDROP", reinterpret_cast<HANDLE>(5));
-        g_hooked[c] = {method, reinterpret_cast<WNDPROC>(GetWindowLongPtrA(c, GWLP_WNDPROC))};
-        SetWindowLongPtrA(c, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DragProc));
+        g_hooked[c] = {method, reinterpret_cast<WNDPROC>(
+                                   SetWindowLongPtrA(c, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DragProc)))};
         return c;
     }
     HWND List(const char* method, int x, Strings items) {
@@ -87,7 +72,7 @@ HGLOBAL Block(const char* channel, const std::string& text, DWORD kind = 1) {
     GlobalUnlock(data);
     std::memcpy(p + 60, &data, 4);
     GlobalUnlock(block);
-    return reinterpret_cast<HGLOBAL>(block);
+    return block;
 }
 
 LRESULT Send(HWND h, UINT msg, HGLOBAL block) { return SendMessageA(h, msg, 0, reinterpret_cast<LPARAM>(block)); }
@@ -102,53 +87,53 @@ Strings Items(HWND list) {
     return items;
 }
 
-TEST_F(DragTest, EditDropReplacesOrInsertsAndAMoveRemovesWhatWasDragged) {
-    HWND source = Make("edit", "@DRAGSRC(1)", 10);
-    HWND replace = Make("edit", "@DROPTARG(4)", 250);
-    EXPECT_EQ(Drag(source, replace), 0) << "an empty source starts no drag";
-    SetWindowTextA(source, "one two three");
-    SetWindowTextA(replace, "old");
-    EXPECT_EQ(Drag(source, replace), 1);  // no selection: the whole text
-    EXPECT_EQ(Text(replace), "one two three");
-    EXPECT_EQ(Text(source), "");
-    EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
-    DestroyWindow(replace);
-
-    HWND insert = Make("edit", "@DROPTARG(0)", 250);
-    SetWindowTextA(insert, "[]");
-    SendMessageA(insert, EM_SETSEL, 1, 1);
-    SetWindowTextA(source, "one two three");
-    SetFocus(source);
-    SendMessageA(source, EM_SETSEL, 4, 7);
-    EXPECT_EQ(Drag(source, insert), 1);
-    EXPECT_EQ(Text(insert), "[two]");
-    EXPECT_EQ(Text(source), "one  three");
-}
-
-TEST_F(DragTest, NumericFieldsTakeTheTextUpToTheFirstLetterOrBlank) {
+// Numeric fields take the text up to the first blank, and to a letter's
+// place: letters are dropped but leave their place empty.
+TEST_F(DragTest, DropsFromAnEdit) {
     const struct {
-        const char *cls, *dropped, *shown;
+        const char *from, *cls, *to, *dropped, *shown, *left;
+        bool escape;
     } cases[] = {
-        {"gxNumeric32", "12ab", "12"}, {"gxNumeric32", "ab", ""},      {"gxNumeric32", "1 000", "1"},
-        {"gxReal32", "3,5", "3"},      {"gxReal32", "2.75", "2.75"},    {"gxNumeric32", "3,5", "3,5"},
-        {"gxNumeric32", "4\n5\n", "45"}, {"gxCurrency32", "a1b2", ""}, {"gxDate32", "1/2/99", "1/2/99"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "12ab", "12", "12ab"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "ab", "", "ab"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "1 000", "1", "1 000"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "3,5", "3,5", "3,5"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "4\n5\n", "45", "4\n5\n"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "3,5", "3", "3,5"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "2.75", "2.75", "2.75"},
+        {"@DRAGSRC", "gxCurrency32", "@DROPTARG", "a1b2", "", "a1b2"},
+        {"@DRAGSRC", "gxDate32", "@DROPTARG", "1/2/99", "1/2/99", "1/2/99"},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG(4)", "moved", "moved", ""},  // no selection: the whole text
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(Y)", "text", "kept", "text"},
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text", true},
     };
     for (const auto& c : cases) {
-        HWND source = Make("edit", "@DRAGSRC", 10);
-        HWND target = Make(c.cls, "@DROPTARG", 250);
+        HWND source = Make("edit", c.from, 10);
+        HWND target = Make(c.cls, c.to, 250);
         SetWindowTextA(source, c.dropped);
-        SetWindowTextA(target, "before");
-        EXPECT_EQ(Drag(source, target), 1);
+        SetWindowTextA(target, "kept");
+        EXPECT_EQ(Drag(source, target, {5, 5}, c.escape), 1);
         EXPECT_EQ(Text(target), c.shown) << c.cls << " " << c.dropped;
+        EXPECT_EQ(Text(source), c.left) << c.cls << " " << c.dropped;
+        EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
+        if (c.escape) EXPECT_EQ(GetCapture(), source) << "nothing is restored on this path";
         DestroyWindow(source);
         DestroyWindow(target);
     }
-    HWND target = Make("gxNumeric32", "@DROPTARG", 250);
-    SetWindowTextA(target, "7");
-    HGLOBAL empty = Block("", "");
-    EXPECT_EQ(Send(target, GXM_DROPDATA, empty), 0);
-    EXPECT_EQ(Text(target), "7") << "an empty drop changes nothing";
-    GlobalFree(empty);
+}
+
+TEST_F(DragTest, EmptySourceStartsNoDragAndAMovedSelectionIsInsertedAtTheCaret) {
+    HWND source = Make("edit", "@DRAGSRC(1)", 10);
+    HWND target = Make("edit", "@DROPTARG(0)", 250);
+    EXPECT_EQ(Drag(source, target), 0);
+    SetWindowTextA(target, "[]");
+    SendMessageA(target, EM_SETSEL, 1, 1);
+    SetWindowTextA(source, "one two three");
+    SetFocus(source);
+    SendMessageA(source, EM_SETSEL, 4, 7);
+    EXPECT_EQ(Drag(source, target), 1);
+    EXPECT_EQ(Text(target), "[two]");
+    EXPECT_EQ(Text(source), "one  three");
 }
 
 TEST_F(DragTest, ChannelsDecideWhatATargetAccepts) {
@@ -156,12 +141,8 @@ TEST_F(DragTest, ChannelsDecideWhatATargetAccepts) {
         const char *target, *source;
         LRESULT accepted;
     } cases[] = {
-        {"@DROPTARG", "", 1},
-        {"@DROPTARG@DROPCHANNEL(A)", "", 0},
-        {"@DROPTARG@DROPCHANNEL(A)", "A", 1},
-        {"@DROPTARG@DROPCHANNEL(A)", "a", 0},
-        {"@DROPTARG@DROPCHANNEL(A)", "B", 0},
-        {"@DROPTARG", "A", 0},
+        {"@DROPTARG", "", 1},     {"@DROPTARG@DROPCHANNEL(A)", "", 0}, {"@DROPTARG@DROPCHANNEL(A)", "A", 1},
+        {"@DROPTARG", "A", 0},    {"@DROPTARG@DROPCHANNEL(A)", "a", 0}, {"@DROPTARG@DROPCHANNEL(A)", "B", 0},
         {"", "", 0},  // no @WANTDROP
     };
     for (const auto& c : cases) {
@@ -176,54 +157,34 @@ TEST_F(DragTest, ChannelsDecideWhatATargetAccepts) {
         EXPECT_EQ(SendMessageA(target, GXM_DRAGQUERY, 0, junk), 0);
         EXPECT_EQ(SendMessageA(target, GXM_DROPDATA, 0, junk), 0);
     }
-    HGLOBAL other = Block("", "x", 2);
-    EXPECT_EQ(Send(target, GXM_DROPDATA, other), 0);
+    EXPECT_EQ(Send(target, GXM_DROPDATA, Block("", "x", 2)), 0);
     EXPECT_EQ(Text(target), "") << "a block of another kind is refused";
-}
-
-TEST_F(DragTest, RefusedChannelOrEscapeDropsNothing) {
-    for (bool escape : {false, true}) {
-        HWND source = Make("edit", "@DRAGSRC(1)@DRAGCHANNEL(X)", 10);
-        HWND target = Make("edit", escape ? "@DROPTARG@DROPCHANNEL(X)" : "@DROPTARG@DROPCHANNEL(Y)", 250);
-        SetWindowTextA(source, "text");
-        SetWindowTextA(target, "kept");
-        EXPECT_EQ(Drag(source, target, {5, 5}, escape), 1);
-        EXPECT_EQ(Text(target), "kept");
-        EXPECT_EQ(Text(source), "text");
-        if (escape) EXPECT_EQ(GetCapture(), source) << "nothing is restored on this path";
-        DestroyWindow(source);
-        DestroyWindow(target);
-    }
+    HWND numeric = Make("gxNumeric32", "@DROPTARG", 250);
+    SetWindowTextA(numeric, "7");
+    EXPECT_EQ(Send(numeric, GXM_DROPDATA, Block("", "")), 0);
+    EXPECT_EQ(Text(numeric), "7") << "an empty drop changes nothing";
 }
 
 TEST_F(DragTest, ParentMayTakeTheDragOver) {
     HWND source = Make("edit", "@DRAGSRC(3,ARROW)@DRAGCHANNEL(chan)", 10);
     HWND target = Make("edit", "@DROPTARG", 250);
     SetWindowTextA(source, "offered");
-    DWORD seen[4] = {};  // flags, kind, cursor, source
-    std::string channel, text;
+    std::string seen;
     parent_.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
         if (msg != GXN_DRAGNOTIFY) return std::nullopt;
-        auto* p = static_cast<BYTE*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
-        std::memcpy(seen, p + 8, 8);
-        std::memcpy(seen + 2, p + 48, 4);
-        seen[3] = static_cast<DWORD>(wp);
-        channel = reinterpret_cast<char*>(p + 16);
-        HGLOBAL data;
-        std::memcpy(&data, p + 60, 4);
-        text = static_cast<char*>(GlobalLock(data));
+        auto* p = static_cast<DWORD*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
+        auto data = reinterpret_cast<HGLOBAL>(static_cast<UINT_PTR>(p[15]));
+        seen = std::to_string(p[2]) + " " + std::to_string(p[3]) + " " + reinterpret_cast<char*>(p + 4) + " " +
+               static_cast<char*>(GlobalLock(data));  // flags, kind, channel, text
+        EXPECT_EQ(wp, reinterpret_cast<WPARAM>(source));
+        EXPECT_EQ(p[12], static_cast<DWORD>(reinterpret_cast<UINT_PTR>(LoadCursorA(nullptr, IDC_ARROW))));
         GlobalUnlock(data);
         GlobalUnlock(reinterpret_cast<HGLOBAL>(lp));
         return 1;
     };
     EXPECT_EQ(Drag(source, target), 1);
     parent_.reply = nullptr;
-    EXPECT_EQ(seen[0], 3u);
-    EXPECT_EQ(seen[1], 1u);
-    EXPECT_EQ(seen[2], static_cast<DWORD>(reinterpret_cast<UINT_PTR>(LoadCursorA(nullptr, IDC_ARROW))));
-    EXPECT_EQ(seen[3], static_cast<DWORD>(reinterpret_cast<UINT_PTR>(source)));
-    EXPECT_EQ(channel, "chan");
-    EXPECT_EQ(text, "offered");
+    EXPECT_EQ(seen, "3 1 chan offered");
     EXPECT_EQ(Text(target), "");
 }
 

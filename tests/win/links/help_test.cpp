@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "include/fldkit.h"
@@ -17,17 +16,17 @@ using Calls = std::vector<std::string>;
 Calls g_calls;
 INT_PTR g_findResult = 2;
 
-void Record(const std::string& s) { g_calls.push_back(s); }
+void Call(const char* what, const char* file, UINT n, const std::string& data = "") {
+    g_calls.push_back(std::string(what) + " " + (file ? file : "") + " " + std::to_string(n) + data);
+}
 BOOL WINAPI FakeHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
     bool text = command == HELP_KEY || command == HELP_COMMAND;
-    Record("help " + std::string(file ? file : "(null)") + " " + std::to_string(command) + " " +
-           (text ? reinterpret_cast<const char*>(data) : std::to_string(data)));
-    return TRUE;
+    return Call("help", file, command, " " + (text ? reinterpret_cast<const char*>(data) : std::to_string(data))), TRUE;
 }
-UINT WINAPI FakeExec(LPCSTR command, UINT show) { return Record("exec " + std::string(command) + " " + std::to_string(show)), 42; }
-BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return Record("sound " + std::string(file) + " " + std::to_string(flags)), TRUE; }
+UINT WINAPI FakeExec(LPCSTR command, UINT show) { return Call("exec", command, show), 42; }
+BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return Call("sound", file, flags), TRUE; }
 HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {
-    Record("find " + std::string(file));
+    Call("find", file, 0);
     if (result) result[0] = 0;
     return reinterpret_cast<HINSTANCE>(g_findResult);
 }
@@ -43,43 +42,41 @@ protected:
     fktest::UniqueWindow control_ = fktest::MakeChild(parent_, "edit");
 };
 
-const std::string kKey = std::to_string(HELP_KEY), kCommand = std::to_string(HELP_COMMAND),
-                  kForce = " " + std::to_string(HELP_FORCEFILE) + " 0";
+std::string Viewer(const char* file, UINT command, const std::string& data) {
+    return std::string("help ") + file + " " + std::to_string(command) + " " + data;
+}
 
-TEST_F(HelpTest, TopicCommandAndSoundReachTheirPlayers) {
+// A message box comes first; a command is carried out besides a topic.
+TEST_F(HelpTest, MessageTopicCommandAndSoundReachTheirPlayers) {
+    const std::string force = Viewer("b.hlp", HELP_FORCEFILE, "0");
     const struct {
         const char* method;
         int result;
         Calls calls;
     } cases[] = {
-        {"@HELPTOPIC(my.hlp , key word )", 1, {"help my.hlp " + kKey + " key word"}},
-        {"@HELPTOPIC(my.hlp)", 1, {"help my.hlp " + std::to_string(HELP_CONTENTS) + " 0"}},
-        {"@HELPTOPIC()", 1, {"help  " + std::to_string(HELP_HELPONHELP) + " 0"}},
+        {"@HELPTOPIC(my.hlp , key word )", 1, {Viewer("my.hlp", HELP_KEY, "key word")}},
+        {"@HELPTOPIC(my.hlp)", 1, {Viewer("my.hlp", HELP_CONTENTS, "0")}},
+        {"@HELPTOPIC()", 1, {Viewer("", HELP_HELPONHELP, "0")}},
         {"@HELPTOPIC(,key)", 0, {}},
         {"", 1, {}},
         {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp, 42)", 1,
-         {"help a.hlp " + kKey + " k", "help b.hlp" + kForce, "help b.hlp " + kCommand + " JumpId(\"b.hlp\", \"42\")"}},
-        // A missing part of the command keeps the topic's.
-        {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,
-         {"help a.hlp " + kKey + " k", "help b.hlp" + kForce, "help b.hlp " + kCommand + " JumpId(\"b.hlp\", \"k\")"}},
+         {Viewer("a.hlp", HELP_KEY, "k"), force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"42\")")}},
+        {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,  // the missing part is the topic's
+         {Viewer("a.hlp", HELP_KEY, "k"), force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"k\")")}},
         {"@HELPCOMMAND(b.hlp)", 0, {}},
+        {"@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(b.hlp,7)", 1,
+         {force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"7\")")}},
         {"@HELPWAVE(ding.wav)", 1, {"sound ding.wav " + std::to_string(SND_ASYNC)}},
     };
+    fktest::MessageBoxWatcher boxes;
     for (const auto& c : cases) {
         g_calls.clear();
         EXPECT_EQ(Help(c.method), c.result) << c.method;
         EXPECT_EQ(g_calls, c.calls) << c.method;
     }
-}
-
-TEST_F(HelpTest, MessageTakesPrecedenceOverTopic) {
-    fktest::MessageBoxWatcher boxes;
-    EXPECT_EQ(Help("@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(c.hlp,7)"), 1);
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_EQ(boxes.boxes()[0].text, "Type a number");
     EXPECT_EQ(boxes.boxes()[0].caption, "Help");
-    ASSERT_EQ(g_calls.size(), 2u) << "the command is carried out in addition";
-    EXPECT_EQ(g_calls[0], "help c.hlp" + kForce);
     EXPECT_EQ(GetFocus(), control_.get());
 }
 
@@ -94,9 +91,7 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     CreateDirectoryA((dir + "\\help").c_str(), nullptr);
     ASSERT_TRUE(SetCurrentDirectoryA(dir.c_str()));
     auto touch = [](const char* path) { CloseHandle(CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr)); };
-    auto libraryHelp = hooks_.table().libraryHelp;
-    const std::string context = " " + std::to_string(HELP_CONTEXT) + " ";
-
+    auto libraryHelp = hooks_.table.libraryHelp;
     touch("help\\FLDKIT.HLP");
     EXPECT_EQ(libraryHelp(parent_, 6), 1);
     EXPECT_EQ(libraryHelp(parent_, 15), 1);
@@ -105,8 +100,8 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     touch("FLDKIT.HLP");
     EXPECT_EQ(libraryHelp(parent_, 1), 1);
     DeleteFileA("FLDKIT.HLP");
-    EXPECT_EQ(g_calls, (Calls{"help .\\help\\FLDKIT.HLP" + context + "236", "help .\\help\\FLDKIT.HLP" + context + "228",
-                              "help FLDKIT.HLP" + context + "103"}));
+    EXPECT_EQ(g_calls, (Calls{Viewer(".\\help\\FLDKIT.HLP", HELP_CONTEXT, "236"),
+                              Viewer(".\\help\\FLDKIT.HLP", HELP_CONTEXT, "228"), Viewer("FLDKIT.HLP", HELP_CONTEXT, "103")}));
     g_calls.clear();
     fktest::MessageBoxWatcher boxes;
     EXPECT_EQ(libraryHelp(parent_, 1), 0);
@@ -125,20 +120,18 @@ TEST_F(HelpTest, ProgramsStartWithTheirCommandLineUnlessAUniqueOneIsFound) {
     const std::string shown = " " + std::to_string(SW_SHOWNORMAL);
     EXPECT_EQ(Exec("@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)"), 42u);
     EXPECT_EQ(Exec("@PROG(prog.exe)"), 42u);
-    EXPECT_EQ(g_calls, (Calls{"exec C:\\tools\\prog.exe -a b" + shown, "exec prog.exe" + shown}));
-    g_calls.clear();
     g_findResult = 33;  // found: not started
     EXPECT_EQ(Exec("@PROG(C:\\nowhere\\absent.exe)@UNIQUE"), 1u);
-    EXPECT_EQ(g_calls, (Calls{"find C:\\nowhere\\absent.exe"}));
-    g_calls.clear();
     g_findResult = 2;
     EXPECT_EQ(Exec("@PROG(absent.exe)@UNIQUE"), 42u);
-    EXPECT_EQ(g_calls, (Calls{"find absent.exe", "exec absent.exe" + shown}));
+    EXPECT_EQ(g_calls, (Calls{"exec C:\\tools\\prog.exe -a b" + shown, "exec prog.exe" + shown,
+                              "find C:\\nowhere\\absent.exe 0", "find absent.exe 0", "exec absent.exe" + shown}));
 }
 
 TEST_F(HelpTest, ModuleWindowIsFoundByTheProgramsBaseName) {
     char exe[MAX_PATH], owner[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    SetActiveWindow(parent_);
     HWND found = twGetModuleWindow(exe);
     ASSERT_NE(found, nullptr);
     GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);

@@ -25,19 +25,14 @@ inline void Pump(DWORD ms) { PumpUntil([] { return false; }, ms); }
 
 inline std::string Text(HWND h) {
     char buffer[512] = {};
-    GetWindowTextA(h, buffer, sizeof buffer);
-    return buffer;
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
 }
 
-// Installs a hook table for its lifetime (none: only reads the table).
-class Hooks {
-public:
-    explicit Hooks(const FkLinkHooks* table = nullptr) : current_(fkSetLinkHooks(table)) {}
+// Installs the library's test hooks for its lifetime.
+struct Hooks {
+    explicit Hooks(const FkLinkHooks* hooks) : table(*fkSetLinkHooks(hooks)) {}
     ~Hooks() { fkSetLinkHooks(nullptr); }
-    const FkLinkHooks& table() const { return *current_; }
-
-private:
-    const FkLinkHooks* current_;
+    const FkLinkHooks& table;
 };
 
 // The system's DDE management library as partner: this program started again

@@ -6,7 +6,6 @@
 #include <ddeml.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 
 namespace linktest {
@@ -16,32 +15,17 @@ DWORD g_inst;
 HSZ g_topic, g_item;
 int g_pushes;
 
-HDDEDATA TextData(const char* text, HSZ item) {
-    return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(const_cast<char*>(text)),
-                               static_cast<DWORD>(std::strlen(text) + 1), 0, item, CF_TEXT, 0);
-}
-
-HDDEDATA CALLBACK ServerCallback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
-    char text[32];
+HDDEDATA CALLBACK Callback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
+    std::string text = type == XTYP_REQUEST ? "on request" : "pushed " + std::to_string(g_pushes);
     switch (type) {
     case XTYP_CONNECT: return reinterpret_cast<HDDEDATA>(DdeCmpStringHandles(topic, g_topic) == 0);
     case XTYP_ADVSTART:
         return reinterpret_cast<HDDEDATA>(format == CF_TEXT && DdeCmpStringHandles(item, g_item) == 0);
-    case XTYP_ADVREQ: std::snprintf(text, sizeof text, "pushed %d", g_pushes); return TextData(text, item);
-    case XTYP_REQUEST: return TextData("on request", item);
+    case XTYP_ADVREQ:
+    case XTYP_REQUEST:
+        return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(text.data()), text.size() + 1, 0, item, CF_TEXT, 0);
     }
     return nullptr;
-}
-
-// Pumps messages until one of the events is set (its index) or ms pass (-1).
-int PumpFor(HANDLE* events, DWORD count, DWORD ms) {
-    for (DWORD start = GetTickCount();;) {
-        DWORD left = ms - (GetTickCount() - start);
-        if (static_cast<int>(left) <= 0) return -1;
-        DWORD r = MsgWaitForMultipleObjects(count, events, FALSE, left, QS_ALLINPUT);
-        if (r < WAIT_OBJECT_0 + count) return static_cast<int>(r - WAIT_OBJECT_0);
-        for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&m);
-    }
 }
 
 HSZ Name(const char* s) { return DdeCreateStringHandleA(g_inst, s, CP_WINANSI); }
@@ -51,14 +35,15 @@ int Server(const std::string& p) {
     auto open = [&](const char* what) { return OpenEventA(EVENT_ALL_ACCESS, FALSE, (p + what).c_str()); };
     HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
     if (!ready || !events[0] || !events[1]) return 2;
-    if (DdeInitializeA(&g_inst, ServerCallback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS,
-                       0) != DMLERR_NO_ERROR)
+    if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
         return 3;
     g_topic = Name(kPeerTopic);
     g_item = Name(kPeerItem);
     if (!DdeNameService(g_inst, Name(kPeerService), nullptr, DNS_REGISTER)) return 4;
     SetEvent(ready);
-    while (PumpFor(events, 2, 30000) == 0) {
+    DWORD set = WAIT_TIMEOUT;
+    while (PumpUntil([&] { return (set = WaitForMultipleObjects(2, events, FALSE, 0)) != WAIT_TIMEOUT; }, 30000) &&
+           set == WAIT_OBJECT_0) {
         ++g_pushes;
         DdePostAdvise(g_inst, g_topic, g_item);
     }
@@ -69,7 +54,7 @@ int Server(const std::string& p) {
 // Requests kPeerItem from the library's server: 0 when it is the expected
 // text, 5 no connection, 6 no answer, 7 another text.
 int Client(const char* expected) {
-    if (DdeInitializeA(&g_inst, ServerCallback, APPCMD_CLIENTONLY, 0) != DMLERR_NO_ERROR) return 3;
+    if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
     HCONV conv = nullptr;
     for (int i = 0; i < 20 && (conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr)) == nullptr; ++i)
         Sleep(100);
@@ -98,8 +83,7 @@ HANDLE StartPeer(const std::string& arguments) {
 
 DWORD EndPeer(HANDLE process, DWORD ms) {
     DWORD code = 98;
-    if (process == nullptr) return code;
-    if (PumpFor(&process, 1, ms) != 0) TerminateProcess(process, 99);
+    if (!PumpUntil([&] { return WaitForSingleObject(process, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(process, 99);
     WaitForSingleObject(process, 5000);
     GetExitCodeProcess(process, &code);
     CloseHandle(process);
