@@ -1,22 +1,124 @@
 // DDE links of the string field: with other fields of this process, with
-// the system's DDE management library in a second process, and what the
-// handler does with whatever a partner posts.
+// the system's DDE management library in a second process (this program
+// started again as the partner), and what the handler does with whatever a
+// partner posts.
 
+#include <windows.h>
+
+#include <ddeml.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <vector>
 
 #include "include/fldkit.h"
-#include "links.h"
+#include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
 
-using namespace linktest;
 using fktest::UniqueWindow;
 
 namespace {
+
+// Pumps messages until done() holds or ms pass; true when done.
+template <typename F>
+bool PumpUntil(F done, DWORD ms = 3000) {
+    for (DWORD start = GetTickCount();; MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
+        for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&m);
+        if (done()) return true;
+        if (GetTickCount() - start > ms) return false;
+    }
+}
+void Pump(DWORD ms) { PumpUntil([] { return false; }, ms); }
+
+std::string Text(HWND h) {
+    char buffer[512] = {};
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
+}
+
+// ---- the partner: "--ddeml-server <event prefix>" or "--ddeml-client <expected text>"
+
+constexpr char kPeerService[] = "FkPeer", kPeerTopic[] = "PeerTopic", kPeerItem[] = "Value";
+constexpr char kLibService[] = "FkLibApp", kLibTopic[] = "LibTopic";
+DWORD g_inst;
+HSZ g_topic, g_item;
+int g_pushes;
+
+HDDEDATA CALLBACK Callback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
+    std::string text = type == XTYP_REQUEST ? "on request" : "pushed " + std::to_string(g_pushes);
+    switch (type) {
+    case XTYP_CONNECT: return reinterpret_cast<HDDEDATA>(DdeCmpStringHandles(topic, g_topic) == 0);
+    case XTYP_ADVSTART:
+        return reinterpret_cast<HDDEDATA>(format == CF_TEXT && DdeCmpStringHandles(item, g_item) == 0);
+    case XTYP_ADVREQ:
+    case XTYP_REQUEST:
+        return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(text.data()), text.size() + 1, 0, item, CF_TEXT, 0);
+    }
+    return nullptr;
+}
+
+HSZ Name(const char* s) { return DdeCreateStringHandleA(g_inst, s, CP_WINANSI); }
+
+// Serves kPeerItem; each "push" event posts an advise, "quit" ends it.
+int Server(const std::string& p) {
+    auto open = [&](const char* what) { return OpenEventA(EVENT_ALL_ACCESS, FALSE, (p + what).c_str()); };
+    HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
+    if (!ready || !events[0] || !events[1]) return 2;
+    if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
+        return 3;
+    g_topic = Name(kPeerTopic);
+    g_item = Name(kPeerItem);
+    if (!DdeNameService(g_inst, Name(kPeerService), nullptr, DNS_REGISTER)) return 4;
+    SetEvent(ready);
+    DWORD set = WAIT_TIMEOUT;
+    while (PumpUntil([&] { return (set = WaitForMultipleObjects(2, events, FALSE, 0)) != WAIT_TIMEOUT; }, 30000) &&
+           set == WAIT_OBJECT_0) {
+        ++g_pushes;
+        DdePostAdvise(g_inst, g_topic, g_item);
+    }
+    DdeUninitialize(g_inst);
+    return 0;
+}
+
+// Requests kPeerItem from the library's server: 0 when it is the expected
+// text, 5 no connection, 6 no answer, 7 another text.
+int Client(const char* expected) {
+    if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
+    HCONV conv = nullptr;
+    for (int i = 0; i < 20 && (conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr)) == nullptr; ++i)
+        Sleep(100);
+    if (conv == nullptr) return 5;
+    DWORD status = 0;
+    HDDEDATA data = DdeClientTransaction(nullptr, 0, conv, Name(kPeerItem), CF_TEXT, XTYP_REQUEST, 5000, &status);
+    char text[256] = {};
+    if (data == nullptr) return 6;
+    DdeGetData(data, reinterpret_cast<LPBYTE>(text), sizeof text - 1, 0);
+    // No disconnect: the library acknowledges a terminate, which DDEML would wait for in vain.
+    return std::strcmp(text, expected) == 0 ? 0 : 7;
+}
+
+HANDLE StartPeer(const std::string& arguments) {
+    char exe[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    std::string command = std::string("\"") + exe + "\" " + arguments;
+    STARTUPINFOA si{sizeof si};
+    PROCESS_INFORMATION pi{};
+    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return nullptr;
+    CloseHandle(pi.hThread);
+    return pi.hProcess;
+}
+
+DWORD EndPeer(HANDLE process, DWORD ms) {
+    DWORD code = 98;
+    if (!PumpUntil([&] { return WaitForSingleObject(process, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(process, 99);
+    WaitForSingleObject(process, 5000);
+    GetExitCodeProcess(process, &code);
+    CloseHandle(process);
+    return code;
+}
+
+// ---- the tests
 
 // A top-level string field: a DDE initiate reaches top-level windows only.
 UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
@@ -28,26 +130,27 @@ UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
 
 HWND Prop(HWND h, const std::string& name) { return static_cast<HWND>(GetPropA(h, name.c_str())); }
 
-// Sends a DDE message with a packed (block, atom) pair from partner to h.
-void Post(HWND h, UINT msg, HWND partner, HGLOBAL block, ATOM item) {
+// Sends h a DDE message from partner with a packed (block, atom) pair.
+void Send(HWND h, UINT msg, HWND partner, HGLOBAL block, ATOM item) {
     SendMessageA(h, msg, reinterpret_cast<WPARAM>(partner), PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), item));
 }
 
 // A DDEDATA block: flags, CF_TEXT, then the bytes as given.
 HGLOBAL DataBlock(WORD flags, const std::string& bytes) {
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4 + bytes.size());
-    auto* p = static_cast<BYTE*>(GlobalLock(h));
-    WORD head[2] = {flags, CF_TEXT};
-    std::memcpy(p, head, 4);
-    std::memcpy(p + 4, bytes.data(), bytes.size());
+    std::string all = std::string(reinterpret_cast<const char*>(&flags), 2) + std::string("\1\0", 2) + bytes;
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, all.size());
+    std::memcpy(GlobalLock(h), all.data(), all.size());
     GlobalUnlock(h);
     return h;
 }
 
-TEST(DdeLink, FieldsLinkPushToFiveSlotsRefreshAndUnlink) {
-    auto server = Field("@SERVER(FkApp,FkTopic,Value)");
+TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
+    UniqueWindow server;
     std::vector<UniqueWindow> clients;
-    for (int i = 0; i < 6; ++i) clients.push_back(Field("@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART", 200, 30 * i));
+    for (int i = 0; i < 6; ++i) {
+        clients.push_back(Field("@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART", 200, 30 * i));
+        if (i == 0) server = Field("@SERVER(FkApp,FkTopic,Value)");  // announces itself to the waiting client
+    }
     for (int i = 0; i < 6; ++i) EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
     for (int i = 0; i < 6; ++i) EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     Pump(100);  // the advises and their acknowledgements
@@ -56,27 +159,19 @@ TEST(DdeLink, FieldsLinkPushToFiveSlotsRefreshAndUnlink) {
     for (int i = 0; i < 5; ++i) EXPECT_EQ(Text(clients[i]), "42");
     EXPECT_EQ(Text(clients[5]), "");
     for (int i = 0; i < 3; ++i) {  // a refresh asks the server; the item atom survives it
-        SetWindowTextA(clients[0], "stale");
-        SendMessageA(clients[0], GXM_SETVALUE, 0, 0);
-        EXPECT_TRUE(PumpUntil([&] { return Text(clients[0]) == "42   "; }));
+        SetWindowTextA(clients[1], "stale");
+        SendMessageA(clients[1], GXM_SETVALUE, 0, 0);
+        EXPECT_TRUE(PumpUntil([&] { return Text(clients[1]) == "42   "; }));
     }
     char name[50] = {};
-    GlobalGetAtomNameA(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(clients[0], "ITEM"))), name, 50);
+    GlobalGetAtomNameA(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(clients[1], "ITEM"))), name, 50);
     EXPECT_STREQ(name, "Value");
-    clients[0].reset();  // its unadvise frees the slot
-    EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER1") == nullptr; }));
+    clients[1].reset();  // its unadvise frees the slot
+    EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
     HWND gone = server.get();
     server.reset();  // a client ignores the terminate and keeps its mark
     Pump(100);
-    EXPECT_EQ(Prop(clients[1], "CLIENT"), gone);
-}
-
-TEST(DdeLink, NewServerAnnouncesItselfToWaitingClients) {
-    auto client = Field("@CLIENT(FkAnn,Topic,Item)NOAUTOSTART");
-    ASSERT_EQ(GetPropA(client, "CLIENT"), nullptr);
-    auto server = Field("@SERVER(FkAnn,Topic,Item)", 200);
-    EXPECT_EQ(Prop(server, "SERVER1"), client.get());
-    EXPECT_EQ(Prop(client, "CLIENT"), server.get());
+    EXPECT_EQ(Prop(clients[2], "CLIENT"), gone);
 }
 
 // On Yes, "application topic" is started and the initiate sent again.
@@ -91,11 +186,7 @@ UINT WINAPI StartServer(LPCSTR command, UINT) {
 TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
     fktest::MessageBoxWatcher no(IDNO);
     for (const char* method : {"@CLIENT(FkLate,LateTopic,V)NOAUTOSTART", "@CLIENT(FkLate,LateTopic,V)noautostart"}) {
-        auto client = Field(method);
-        char copy[300];
-        std::strcpy(copy, method);
-        EXPECT_EQ(twInitiateDDE(client, copy), 0);
-        EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
+        EXPECT_EQ(GetPropA(Field(method), "CLIENT"), nullptr);
     }
     EXPECT_TRUE(no.boxes().empty());
     auto refused = Field("@CLIENT(FkLate,LateTopic,V)");
@@ -107,9 +198,10 @@ TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
 
     FkLinkHooks table{};
     table.winExec = StartServer;
-    Hooks hooks(&table);
+    fkSetLinkHooks(&table);
     fktest::MessageBoxWatcher yes(IDYES);
     auto client = Field("@CLIENT(FkLate,LateTopic,V)");
+    fkSetLinkHooks(nullptr);
     ASSERT_NE(g_started.get(), nullptr);
     EXPECT_EQ(Prop(client, "CLIENT"), g_started.get());
     g_started.reset();
@@ -124,7 +216,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     };
     for (const auto& [bytes, shown] : cases) {
         HGLOBAL block = DataBlock(0x2000, bytes);  // fRelease: the client frees it
-        Post(client, WM_DDE_DATA, partner, block, GlobalAddAtomA("FkDataItem"));
+        Send(client, WM_DDE_DATA, partner, block, GlobalAddAtomA("FkDataItem"));
         EXPECT_EQ(Text(client), shown);
         EXPECT_EQ(GlobalSize(block), 0u) << "released block is freed";
     }
@@ -132,7 +224,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
 
     HGLOBAL block = DataBlock(0x8000, {"kept", 5});  // fAckReq; the block stays the sender's
     ATOM item = GlobalAddAtomA("FkAckItem");
-    Post(client, WM_DDE_DATA, partner, block, item);
+    Send(client, WM_DDE_DATA, partner, block, item);
     EXPECT_EQ(Text(client), "kept");
     EXPECT_GT(GlobalSize(block), 0u);
     GlobalFree(block);
@@ -145,7 +237,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     GlobalDeleteAtom(item);
 
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
-    Post(client, WM_DDE_ADVISE, partner, options, 0);
+    Send(client, WM_DDE_ADVISE, partner, options, 0);
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
 }
 
@@ -204,3 +296,10 @@ TEST(DdeInterop, FieldServerAnswersAPeerClientsRequest) {
 }
 
 }  // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 3 && std::strcmp(argv[1], "--ddeml-server") == 0) return Server(argv[2]);
+    if (argc >= 3 && std::strcmp(argv[1], "--ddeml-client") == 0) return Client(argv[2]);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

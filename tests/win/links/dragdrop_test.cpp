@@ -8,16 +8,18 @@
 #include <vector>
 
 #include "include/fldkit.h"
-#include "links.h"
 #include "tests/support/recorder.h"
 
-using linktest::Text;
 using Strings = std::vector<std::string>;
 
 namespace {
 
-// Controls subclassed the way a drag-aware control answers: its method and
-// the drag messages (method, base procedure).
+std::string Text(HWND h) {
+    char buffer[512] = {};
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
+}
+
+// Controls subclassed to answer as a drag-aware control: (method, base procedure).
 std::map<HWND, std::pair<std::string, WNDPROC>> g_hooked;
 
 LRESULT CALLBACK DragProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
@@ -54,8 +56,7 @@ protected:
         if (escape) PostMessageA(source, WM_KEYDOWN, VK_ESCAPE, 0);
         PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
         LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
-        for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) {
-        }
+        for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) continue;
         return r;
     }
     fktest::RecordingParent parent_{500, 300};
@@ -63,27 +64,22 @@ protected:
 
 // A drag block as the library builds it, for the messages at the target.
 HGLOBAL Block(const char* channel, const std::string& text, DWORD kind = 1) {
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, 64);
-    auto* p = static_cast<BYTE*>(GlobalLock(block));
-    std::memcpy(p + 12, &kind, 4);
-    std::strncpy(reinterpret_cast<char*>(p + 16), channel, 29);
-    HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, text.size() + 1);
-    std::memcpy(GlobalLock(data), text.c_str(), text.size() + 1);
-    GlobalUnlock(data);
-    std::memcpy(p + 60, &data, 4);
-    GlobalUnlock(block);
-    return block;
+    auto* p = static_cast<DWORD*>(GlobalAlloc(GPTR, 64));  // fixed: the handle is the pointer
+    void* data = GlobalAlloc(GPTR, text.size() + 1);
+    std::memcpy(data, text.c_str(), text.size() + 1);
+    p[3] = kind;
+    lstrcpynA(reinterpret_cast<char*>(p + 4), channel, 30);
+    p[15] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(data));
+    return p;
 }
 
 LRESULT Send(HWND h, UINT msg, HGLOBAL block) { return SendMessageA(h, msg, 0, reinterpret_cast<LPARAM>(block)); }
 
 Strings Items(HWND list) {
     Strings items;
-    for (LRESULT i = 0, n = SendMessageA(list, LB_GETCOUNT, 0, 0); i < n; ++i) {
-        char text[128] = {};
-        SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
-        items.push_back(text);
-    }
+    char text[128];
+    for (LRESULT i = 0, n = SendMessageA(list, LB_GETCOUNT, 0, 0); i < n; ++i)
+        items.push_back(SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text)) > 0 ? text : "");
     return items;
 }
 
@@ -117,8 +113,7 @@ TEST_F(DragTest, DropsFromAnEdit) {
         EXPECT_EQ(Text(source), c.left) << c.cls << " " << c.dropped;
         EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
         if (c.escape) EXPECT_EQ(GetCapture(), source) << "nothing is restored on this path";
-        DestroyWindow(source);
-        DestroyWindow(target);
+        for (HWND h : {source, target}) DestroyWindow(h);
     }
 }
 
@@ -188,35 +183,31 @@ TEST_F(DragTest, ParentMayTakeTheDragOver) {
     EXPECT_EQ(Text(target), "");
 }
 
-TEST_F(DragTest, ListsMoveInsertAppendAndJoin) {
+TEST_F(DragTest, ListsMoveInsertAppendJoinAndSkipDirectories) {
     HWND source = List("@DRAGSRC(1)@DROPTARG(4)", 10, {"a", "b", "c", "d"});
     HWND target = List("@DROPTARG(0)", 250, {"x", "y"});
-    SendMessageA(source, LB_SETSEL, TRUE, 1);
-    SendMessageA(source, LB_SETSEL, TRUE, 3);
+    for (int i : {1, 3}) SendMessageA(source, LB_SETSEL, TRUE, i);
     auto height = static_cast<LONG>(SendMessageA(target, LB_GETITEMHEIGHT, 0, 0));
     EXPECT_EQ(Drag(source, target, {5, height + 1}), 1);  // inserted at the drop point
     EXPECT_EQ(Items(target), (Strings{"x", "b", "d", "y"}));
     EXPECT_EQ(Items(source), (Strings{"a", "c"}));
-    DestroyWindow(target);
-
     SendMessageA(source, LB_SETSEL, TRUE, 0);
     EXPECT_EQ(Drag(source, source, {5, 60}), 1);  // within one list: deleted, then appended
     EXPECT_EQ(Items(source), (Strings{"c", "a"}));
+    DestroyWindow(target);
 
     HWND edit = Make("edit", "@DROPTARG(4)", 250);
     SendMessageA(source, LB_SETSEL, TRUE, -1);
     EXPECT_EQ(Drag(source, edit), 1);
     EXPECT_EQ(Text(edit), "c a ");
-}
+    for (HWND h : {source, edit}) DestroyWindow(h);
 
-TEST_F(DragTest, DirectoryListDoesNotDragDirectoryEntries) {
-    HWND source = List("@DRAGSRC DIRLST", 10, {"[sub]", "file.txt"});
-    HWND target = List("@DROPTARG(4)", 250, {});
-    SendMessageA(source, LB_SETSEL, TRUE, 0);
-    EXPECT_EQ(Drag(source, target), 0) << "only a directory entry is selected";
-    EXPECT_TRUE(Items(target).empty());
-    SendMessageA(source, LB_SETSEL, TRUE, 1);
-    EXPECT_EQ(Drag(source, target), 1);
+    HWND dirs = List("@DRAGSRC DIRLST", 10, {"[sub]", "file.txt"});
+    target = List("@DROPTARG(4)", 250, {});
+    SendMessageA(dirs, LB_SETSEL, TRUE, 0);
+    EXPECT_EQ(Drag(dirs, target), 0) << "only a directory entry is selected";
+    SendMessageA(dirs, LB_SETSEL, TRUE, 1);
+    EXPECT_EQ(Drag(dirs, target), 1);
     EXPECT_EQ(Items(target), (Strings{"file.txt"}));
 }
 

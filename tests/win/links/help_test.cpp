@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
-#include "links.h"
+#include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/window.h"
 
@@ -34,10 +34,11 @@ const FkLinkHooks kFakes{FakeHelp, FakeExec, FakeSound, FakeFind, nullptr, nullp
 
 class HelpTest : public ::testing::Test {
 protected:
-    HelpTest() { g_calls.clear(); }
+    HelpTest() : table_(*fkSetLinkHooks(&kFakes)) { g_calls.clear(); }
+    ~HelpTest() override { fkSetLinkHooks(nullptr); }
     int Help(std::string method) { return twProcessHelp(control_, method.append(4, '\0').data()); }
     UINT Exec(std::string method) { return twExecProgram(control_, method.append(4, '\0').data()); }
-    linktest::Hooks hooks_{&kFakes};
+    const FkLinkHooks& table_;
     fktest::UniqueWindow parent_ = fktest::MakeParent();
     fktest::UniqueWindow control_ = fktest::MakeChild(parent_, "edit");
 };
@@ -91,7 +92,7 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     CreateDirectoryA((dir + "\\help").c_str(), nullptr);
     ASSERT_TRUE(SetCurrentDirectoryA(dir.c_str()));
     auto touch = [](const char* path) { CloseHandle(CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr)); };
-    auto libraryHelp = hooks_.table.libraryHelp;
+    auto libraryHelp = table_.libraryHelp;
     touch("help\\FLDKIT.HLP");
     EXPECT_EQ(libraryHelp(parent_, 6), 1);
     EXPECT_EQ(libraryHelp(parent_, 15), 1);
