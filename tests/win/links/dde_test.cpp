@@ -1,7 +1,6 @@
-// DDE links of the string field: with other fields of this process, with
-// the system's DDE management library in a second process (this program
-// started again as the partner), and what the handler does with whatever a
-// partner posts.
+// DDE links of the string field: with other fields, with the system's DDE
+// management library in a second process (this program started again), and
+// what the handler does with whatever a partner posts.
 
 #include <windows.h>
 
@@ -9,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <vector>
 
 #include "include/fldkit.h"
@@ -98,27 +98,22 @@ int Client(const char* expected) {
     return std::strcmp(text, expected) == 0 ? 0 : 7;
 }
 
-HANDLE StartPeer(const std::string& arguments) {
+// Runs this program again with the arguments while body runs; returns its
+// exit code once it ends (99: it had to be ended).
+DWORD WithPeer(const std::string& arguments, const std::function<void()>& body, DWORD ms = 20000) {
     char exe[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
     std::string command = std::string("\"") + exe + "\" " + arguments;
     STARTUPINFOA si{sizeof si};
     PROCESS_INFORMATION pi{};
-    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return nullptr;
-    CloseHandle(pi.hThread);
-    return pi.hProcess;
-}
-
-DWORD EndPeer(HANDLE process, DWORD ms) {
-    DWORD code = 98;
-    if (!PumpUntil([&] { return WaitForSingleObject(process, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(process, 99);
-    WaitForSingleObject(process, 5000);
-    GetExitCodeProcess(process, &code);
-    CloseHandle(process);
+    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return 98;
+    body();
+    if (!PumpUntil([&] { return WaitForSingleObject(pi.hProcess, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(pi.hProcess, 99);
+    DWORD code = 97;
+    if (WaitForSingleObject(pi.hProcess, 5000) == WAIT_OBJECT_0) GetExitCodeProcess(pi.hProcess, &code);
+    for (HANDLE h : {pi.hProcess, pi.hThread}) CloseHandle(h);
     return code;
 }
-
-// ---- the tests
 
 // A top-level string field: a DDE initiate reaches top-level windows only.
 UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
@@ -266,24 +261,24 @@ TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
     std::string prefix = "FkLinkPeer" + std::to_string(GetCurrentProcessId());
     auto event = [&](const char* what) { return CreateEventA(nullptr, FALSE, FALSE, (prefix + what).c_str()); };
     HANDLE ready = event("ready"), push = event("push"), quit = event("quit");
-    HANDLE peer = StartPeer("--ddeml-server " + prefix);
-    ASSERT_TRUE(PumpUntil([&] { return WaitForSingleObject(ready, 0) == WAIT_OBJECT_0; }, 20000));
-
-    auto client = Field(std::string("@CLIENT(") + kPeerService + "," + kPeerTopic + "," + kPeerItem + ")NOAUTOSTART");
-    DWORD pid = 0;
-    ASSERT_TRUE(GetWindowThreadProcessId(Prop(client, "CLIENT"), &pid));
-    EXPECT_NE(pid, GetCurrentProcessId());
-    Pump(300);  // the advise reaches the peer and is acknowledged
-    for (int i = 1; i <= 3; ++i) {
-        SetEvent(push);
-        std::string want = "pushed " + std::to_string(i);
-        EXPECT_TRUE(PumpUntil([&] { return Text(client) == want; }, 5000)) << Text(client);
-    }
-    SendMessageA(client, GXM_SETVALUE, 0, 0);
-    EXPECT_TRUE(PumpUntil([&] { return Text(client) == "on request"; }, 5000)) << Text(client);
-    client.reset();  // unadvise
-    SetEvent(quit);
-    EXPECT_EQ(EndPeer(peer, 10000), 0u);
+    auto body = [&] {
+        ASSERT_TRUE(PumpUntil([&] { return WaitForSingleObject(ready, 0) == WAIT_OBJECT_0; }, 20000));
+        auto client = Field(std::string("@CLIENT(") + kPeerService + "," + kPeerTopic + "," + kPeerItem + ")NOAUTOSTART");
+        DWORD pid = 0;
+        ASSERT_TRUE(GetWindowThreadProcessId(Prop(client, "CLIENT"), &pid));
+        EXPECT_NE(pid, GetCurrentProcessId());
+        Pump(300);  // the advise reaches the peer and is acknowledged
+        for (int i = 1; i <= 3; ++i) {
+            SetEvent(push);
+            std::string want = "pushed " + std::to_string(i);
+            EXPECT_TRUE(PumpUntil([&] { return Text(client) == want; }, 5000)) << Text(client);
+        }
+        SendMessageA(client, GXM_SETVALUE, 0, 0);
+        EXPECT_TRUE(PumpUntil([&] { return Text(client) == "on request"; }, 5000)) << Text(client);
+        client.reset();  // unadvise
+        SetEvent(quit);
+    };
+    EXPECT_EQ(WithPeer("--ddeml-server " + prefix, body), 0u);
     for (HANDLE h : {ready, push, quit}) CloseHandle(h);
 }
 
@@ -291,8 +286,7 @@ TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
 TEST(DdeInterop, FieldServerAnswersAPeerClientsRequest) {
     auto server = Field(std::string("@SERVER(") + kLibService + "," + kLibTopic + "," + kPeerItem + ")");
     SetWindowTextA(server, std::string(300, 'x').c_str());
-    HANDLE peer = StartPeer("--ddeml-client " + std::string(158, 'x'));
-    EXPECT_EQ(EndPeer(peer, 20000), 0u) << "5: no connection, 6: request failed, 7: other text";
+    EXPECT_EQ(WithPeer("--ddeml-client " + std::string(158, 'x'), [] {}), 0u) << "5 no link, 6 no answer, 7 other text";
 }
 
 }  // namespace

@@ -16,19 +16,21 @@ using Calls = std::vector<std::string>;
 Calls g_calls;
 INT_PTR g_findResult = 2;
 
-void Call(const char* what, const char* file, UINT n, const std::string& data = "") {
-    g_calls.push_back(std::string(what) + " " + (file ? file : "") + " " + std::to_string(n) + data);
+// One recorded call: "what file number[ data]".
+std::string Line(const char* what, const char* file, UINT n, const std::string& data = "") {
+    return std::string(what) + " " + (file ? file : "") + " " + std::to_string(n) + (data.empty() ? "" : " " + data);
 }
+std::string Help(const char* file, UINT command, const std::string& data) { return Line("help", file, command, data); }
 BOOL WINAPI FakeHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
     bool text = command == HELP_KEY || command == HELP_COMMAND;
-    return Call("help", file, command, " " + (text ? reinterpret_cast<const char*>(data) : std::to_string(data))), TRUE;
+    g_calls.push_back(Help(file, command, text ? reinterpret_cast<const char*>(data) : std::to_string(data)));
+    return TRUE;
 }
-UINT WINAPI FakeExec(LPCSTR command, UINT show) { return Call("exec", command, show), 42; }
-BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return Call("sound", file, flags), TRUE; }
+UINT WINAPI FakeExec(LPCSTR command, UINT show) { return g_calls.push_back(Line("exec", command, show)), 42; }
+BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return g_calls.push_back(Line("sound", file, flags)), TRUE; }
 HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {
-    Call("find", file, 0);
-    if (result) result[0] = 0;
-    return reinterpret_cast<HINSTANCE>(g_findResult);
+    g_calls.push_back(Line("find", file, 0));
+    return *result = 0, reinterpret_cast<HINSTANCE>(g_findResult);
 }
 const FkLinkHooks kFakes{FakeHelp, FakeExec, FakeSound, FakeFind, nullptr, nullptr};
 
@@ -36,43 +38,39 @@ class HelpTest : public ::testing::Test {
 protected:
     HelpTest() : table_(*fkSetLinkHooks(&kFakes)) { g_calls.clear(); }
     ~HelpTest() override { fkSetLinkHooks(nullptr); }
-    int Help(std::string method) { return twProcessHelp(control_, method.append(4, '\0').data()); }
+    int Run(std::string method) { return twProcessHelp(control_, method.append(4, '\0').data()); }
     UINT Exec(std::string method) { return twExecProgram(control_, method.append(4, '\0').data()); }
     const FkLinkHooks& table_;
     fktest::UniqueWindow parent_ = fktest::MakeParent();
     fktest::UniqueWindow control_ = fktest::MakeChild(parent_, "edit");
 };
 
-std::string Viewer(const char* file, UINT command, const std::string& data) {
-    return std::string("help ") + file + " " + std::to_string(command) + " " + data;
-}
-
 // A message box comes first; a command is carried out besides a topic.
 TEST_F(HelpTest, MessageTopicCommandAndSoundReachTheirPlayers) {
-    const std::string force = Viewer("b.hlp", HELP_FORCEFILE, "0");
+    const std::string force = Help("b.hlp", HELP_FORCEFILE, "0");
     const struct {
         const char* method;
         int result;
         Calls calls;
     } cases[] = {
-        {"@HELPTOPIC(my.hlp , key word )", 1, {Viewer("my.hlp", HELP_KEY, "key word")}},
-        {"@HELPTOPIC(my.hlp)", 1, {Viewer("my.hlp", HELP_CONTENTS, "0")}},
-        {"@HELPTOPIC()", 1, {Viewer("", HELP_HELPONHELP, "0")}},
+        {"@HELPTOPIC(my.hlp , key word )", 1, {Help("my.hlp", HELP_KEY, "key word")}},
+        {"@HELPTOPIC(my.hlp)", 1, {Help("my.hlp", HELP_CONTENTS, "0")}},
+        {"@HELPTOPIC()", 1, {Help("", HELP_HELPONHELP, "0")}},
         {"@HELPTOPIC(,key)", 0, {}},
         {"", 1, {}},
         {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp, 42)", 1,
-         {Viewer("a.hlp", HELP_KEY, "k"), force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"42\")")}},
+         {Help("a.hlp", HELP_KEY, "k"), force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"42\")")}},
         {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,  // the missing part is the topic's
-         {Viewer("a.hlp", HELP_KEY, "k"), force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"k\")")}},
+         {Help("a.hlp", HELP_KEY, "k"), force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"k\")")}},
         {"@HELPCOMMAND(b.hlp)", 0, {}},
         {"@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(b.hlp,7)", 1,
-         {force, Viewer("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"7\")")}},
-        {"@HELPWAVE(ding.wav)", 1, {"sound ding.wav " + std::to_string(SND_ASYNC)}},
+         {force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"7\")")}},
+        {"@HELPWAVE(ding.wav)", 1, {Line("sound", "ding.wav", SND_ASYNC)}},
     };
     fktest::MessageBoxWatcher boxes;
     for (const auto& c : cases) {
         g_calls.clear();
-        EXPECT_EQ(Help(c.method), c.result) << c.method;
+        EXPECT_EQ(Run(c.method), c.result) << c.method;
         EXPECT_EQ(g_calls, c.calls) << c.method;
     }
     ASSERT_EQ(boxes.boxes().size(), 1u);
@@ -101,8 +99,9 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     touch("FLDKIT.HLP");
     EXPECT_EQ(libraryHelp(parent_, 1), 1);
     DeleteFileA("FLDKIT.HLP");
-    EXPECT_EQ(g_calls, (Calls{Viewer(".\\help\\FLDKIT.HLP", HELP_CONTEXT, "236"),
-                              Viewer(".\\help\\FLDKIT.HLP", HELP_CONTEXT, "228"), Viewer("FLDKIT.HLP", HELP_CONTEXT, "103")}));
+    const char* inHelp = ".\\help\\FLDKIT.HLP";
+    EXPECT_EQ(g_calls, (Calls{Help(inHelp, HELP_CONTEXT, "236"), Help(inHelp, HELP_CONTEXT, "228"),
+                              Help("FLDKIT.HLP", HELP_CONTEXT, "103")}));
     g_calls.clear();
     fktest::MessageBoxWatcher boxes;
     EXPECT_EQ(libraryHelp(parent_, 1), 0);
