@@ -3,7 +3,6 @@
 // what the handler does with whatever a partner posts.
 
 #include <windows.h>
-
 #include <ddeml.h>
 #include <gtest/gtest.h>
 
@@ -41,16 +40,14 @@ std::string Text(HWND h) {
 
 constexpr char kPeerService[] = "FkPeer", kPeerTopic[] = "PeerTopic", kPeerItem[] = "Value";
 constexpr char kLibService[] = "FkLibApp", kLibTopic[] = "LibTopic";
-DWORD g_inst;
+DWORD g_inst, g_pushes;
 HSZ g_topic, g_item;
-int g_pushes;
 
 HDDEDATA CALLBACK Callback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
     std::string text = type == XTYP_REQUEST ? "on request" : "pushed " + std::to_string(g_pushes);
     switch (type) {
     case XTYP_CONNECT: return reinterpret_cast<HDDEDATA>(DdeCmpStringHandles(topic, g_topic) == 0);
-    case XTYP_ADVSTART:
-        return reinterpret_cast<HDDEDATA>(format == CF_TEXT && DdeCmpStringHandles(item, g_item) == 0);
+    case XTYP_ADVSTART: return reinterpret_cast<HDDEDATA>(format == CF_TEXT);
     case XTYP_ADVREQ:
     case XTYP_REQUEST:
         return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(text.data()), text.size() + 1, 0, item, CF_TEXT, 0);
@@ -64,7 +61,6 @@ HSZ Name(const char* s) { return DdeCreateStringHandleA(g_inst, s, CP_WINANSI); 
 int Server(const std::string& p) {
     auto open = [&](const char* what) { return OpenEventA(EVENT_ALL_ACCESS, FALSE, (p + what).c_str()); };
     HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
-    if (!ready || !events[0] || !events[1]) return 2;
     if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
         return 3;
     g_topic = Name(kPeerTopic);
@@ -77,7 +73,6 @@ int Server(const std::string& p) {
         ++g_pushes;
         DdePostAdvise(g_inst, g_topic, g_item);
     }
-    DdeUninitialize(g_inst);
     return 0;
 }
 
@@ -85,9 +80,7 @@ int Server(const std::string& p) {
 // text, 5 no connection, 6 no answer, 7 another text.
 int Client(const char* expected) {
     if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
-    HCONV conv = nullptr;
-    for (int i = 0; i < 20 && (conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr)) == nullptr; ++i)
-        Sleep(100);
+    HCONV conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr);
     if (conv == nullptr) return 5;
     DWORD status = 0;
     HDDEDATA data = DdeClientTransaction(nullptr, 0, conv, Name(kPeerItem), CF_TEXT, XTYP_REQUEST, 5000, &status);
@@ -98,8 +91,7 @@ int Client(const char* expected) {
     return std::strcmp(text, expected) == 0 ? 0 : 7;
 }
 
-// Runs this program again with the arguments while body runs; returns its
-// exit code once it ends (99: it had to be ended).
+// Runs this program again with the arguments around body; its exit code (99: ended by force).
 DWORD WithPeer(const std::string& arguments, const std::function<void()>& body, DWORD ms = 20000) {
     char exe[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
@@ -125,7 +117,6 @@ UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
 
 HWND Prop(HWND h, const std::string& name) { return static_cast<HWND>(GetPropA(h, name.c_str())); }
 
-// Sends h a DDE message from partner with a packed (block, atom) pair.
 void Send(HWND h, UINT msg, HWND partner, HGLOBAL block, ATOM item) {
     SendMessageA(h, msg, reinterpret_cast<WPARAM>(partner), PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), item));
 }
@@ -145,9 +136,9 @@ TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
     for (int i = 0; i < 6; ++i) {
         clients.push_back(Field("@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART", 200, 30 * i));
         if (i == 0) server = Field("@SERVER(FkApp,FkTopic,Value)");  // announces itself to the waiting client
+        EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
+        EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     }
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     Pump(100);  // the advises and their acknowledgements
     SetWindowTextA(server, "42   ");  // pushed trimmed, to slots 1-5 only
     EXPECT_TRUE(PumpUntil([&] { return Text(clients[4]) == "42"; }));
@@ -158,9 +149,6 @@ TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
         SendMessageA(clients[1], GXM_SETVALUE, 0, 0);
         EXPECT_TRUE(PumpUntil([&] { return Text(clients[1]) == "42   "; }));
     }
-    char name[50] = {};
-    GlobalGetAtomNameA(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(clients[1], "ITEM"))), name, 50);
-    EXPECT_STREQ(name, "Value");
     clients[1].reset();  // its unadvise frees the slot
     EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
     HWND gone = server.get();
@@ -227,8 +215,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     UINT_PTR lo = 0, hi = 0;
     UnpackDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp, &lo, &hi);
     FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
-    EXPECT_EQ(lo, 0x8000u);
-    EXPECT_EQ(hi, item);
+    EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
     GlobalDeleteAtom(item);
 
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
@@ -251,8 +238,7 @@ TEST(DdeHandler, SurvivesNullAndForeignValues) {
     }
     EXPECT_EQ(twProcessDDE(control, WM_USER, 0, 0, nullptr), 0);
     EXPECT_EQ(twProcessDDE(control, WM_DDE_ACK, 0, 0, nullptr), 1);
-    EXPECT_EQ(twProcessDDEData(nullptr, nullptr), 0);
-    EXPECT_EQ(twRequestDDEData(nullptr), 0);
+    EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
     twUnadviseDDE(nullptr);
     EXPECT_EQ(twInitiateDDE(control, nullptr), 1);
 }

@@ -85,50 +85,47 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     char previous[MAX_PATH], temp[MAX_PATH];
     GetCurrentDirectoryA(MAX_PATH, previous);
     GetTempPathA(MAX_PATH, temp);
-    std::string dir = std::string(temp) + "fkhelp" + std::to_string(GetCurrentProcessId());
+    std::string dir = temp + ("fkhelp" + std::to_string(GetCurrentProcessId()));
     CreateDirectoryA(dir.c_str(), nullptr);
-    CreateDirectoryA((dir + "\\help").c_str(), nullptr);
-    ASSERT_TRUE(SetCurrentDirectoryA(dir.c_str()));
-    auto touch = [](const char* path) { CloseHandle(CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr)); };
-    auto libraryHelp = table_.libraryHelp;
+    ASSERT_TRUE(SetCurrentDirectoryA(dir.c_str()) && CreateDirectoryA("help", nullptr));
+    auto touch = [](const char* file) { CloseHandle(CreateFileA(file, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr)); };
+    auto help = table_.libraryHelp;
     touch("help\\FLDKIT.HLP");
-    EXPECT_EQ(libraryHelp(parent_, 6), 1);
-    EXPECT_EQ(libraryHelp(parent_, 15), 1);
-    EXPECT_EQ(libraryHelp(parent_, 16), 0);
+    EXPECT_EQ(std::vector<int>({help(parent_, 6), help(parent_, 15), help(parent_, 16)}), std::vector<int>({1, 1, 0}));
     DeleteFileA("help\\FLDKIT.HLP");
     touch("FLDKIT.HLP");
-    EXPECT_EQ(libraryHelp(parent_, 1), 1);
+    EXPECT_EQ(help(parent_, 1), 1);
     DeleteFileA("FLDKIT.HLP");
     const char* inHelp = ".\\help\\FLDKIT.HLP";
     EXPECT_EQ(g_calls, (Calls{Help(inHelp, HELP_CONTEXT, "236"), Help(inHelp, HELP_CONTEXT, "228"),
                               Help("FLDKIT.HLP", HELP_CONTEXT, "103")}));
     g_calls.clear();
     fktest::MessageBoxWatcher boxes;
-    EXPECT_EQ(libraryHelp(parent_, 1), 0);
+    EXPECT_EQ(help(parent_, 1), 0);
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_EQ(boxes.boxes()[0].text,
               "Unable to locate the help file: FLDKIT.HLP.  Please check your system to make sure this file exists "
               "and is available to Quintaval.");
     EXPECT_EQ(boxes.boxes()[0].caption, "Quintaval");
     EXPECT_TRUE(g_calls.empty());
+    RemoveDirectoryA("help");
     SetCurrentDirectoryA(previous);
-    RemoveDirectoryA((dir + "\\help").c_str());
     RemoveDirectoryA(dir.c_str());
 }
 
+// A unique program whose file is found is not started; its window, found by
+// the program's base name, is brought forward.
 TEST_F(HelpTest, ProgramsStartWithTheirCommandLineUnlessAUniqueOneIsFound) {
     const std::string shown = " " + std::to_string(SW_SHOWNORMAL);
     EXPECT_EQ(Exec("@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)"), 42u);
     EXPECT_EQ(Exec("@PROG(prog.exe)"), 42u);
-    g_findResult = 33;  // found: not started
+    g_findResult = 33;
     EXPECT_EQ(Exec("@PROG(C:\\nowhere\\absent.exe)@UNIQUE"), 1u);
     g_findResult = 2;
     EXPECT_EQ(Exec("@PROG(absent.exe)@UNIQUE"), 42u);
     EXPECT_EQ(g_calls, (Calls{"exec C:\\tools\\prog.exe -a b" + shown, "exec prog.exe" + shown,
                               "find C:\\nowhere\\absent.exe 0", "find absent.exe 0", "exec absent.exe" + shown}));
-}
 
-TEST_F(HelpTest, ModuleWindowIsFoundByTheProgramsBaseName) {
     char exe[MAX_PATH], owner[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
     SetActiveWindow(parent_);
