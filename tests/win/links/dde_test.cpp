@@ -1,6 +1,5 @@
-// DDE links of the string field: with other fields, with the system's DDE
-// management library in a second process (this program started again), and
-// what the handler does with whatever a partner posts.
+// DDE links of the string field: with other fields, with the system's DDE library in
+// a second process (this program started again), and with whatever a partner posts.
 
 #include <windows.h>
 #include <ddeml.h>
@@ -131,6 +130,7 @@ HGLOBAL DataBlock(WORD flags, const std::string& bytes) {
 }
 
 TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
+    fktest::MessageBoxWatcher boxes(IDNO);  // a waiting client must not hang the test
     UniqueWindow server;
     std::vector<UniqueWindow> clients;
     for (int i = 0; i < 6; ++i) {
