@@ -1,313 +1,285 @@
-// DDE data links between controls of two dialogs of this process, and the
-// handler's treatment of what a partner may post.
+// DDE links of the string field: with other fields, with the system's DDE library in
+// a second process (this program started again), and with whatever a partner posts.
 
+#include <windows.h>
+#include <ddeml.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
+#include <functional>
 #include <vector>
 
 #include "include/fldkit.h"
-#include "link_control.h"
+#include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/recorder.h"
+#include "tests/support/window.h"
 
-using linktest::MakeDialog;
-using linktest::MakeLinkControl;
-using linktest::PropWindow;
-using linktest::PumpUntil;
-using linktest::Text;
+using fktest::UniqueWindow;
 
 namespace {
 
-const char kServer[] = "@SERVER(FkApp,FkTopic,Value)";
-const char kClient[] = "@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART";
+// Pumps messages until done() holds or ms pass; true when done.
+template <typename F>
+bool PumpUntil(F done, DWORD ms = 3000) {
+    for (DWORD start = GetTickCount();; MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
+        for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&m);
+        if (done()) return true;
+        if (GetTickCount() - start > ms) return false;
+    }
+}
+void Pump(DWORD ms) { PumpUntil([] { return false; }, ms); }
 
-// A pair block as a posted DDE message carries it.
-LPARAM Pair(UINT_PTR lo, UINT_PTR hi) {
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 2 * sizeof(UINT_PTR));
-    auto* p = static_cast<UINT_PTR*>(GlobalLock(h));
-    p[0] = lo;
-    p[1] = hi;
-    GlobalUnlock(h);
-    return reinterpret_cast<LPARAM>(h);
+std::string Text(HWND h) {
+    char buffer[512] = {};
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
 }
 
-// A DDEDATA block of raw bytes (flags, format 1, then text as given).
+// ---- the partner: "--ddeml-server <event prefix>" or "--ddeml-client <expected text>"
+
+constexpr char kPeerService[] = "FkPeer", kPeerTopic[] = "PeerTopic", kPeerItem[] = "Value";
+constexpr char kLibService[] = "FkLibApp", kLibTopic[] = "LibTopic";
+DWORD g_inst, g_pushes;
+HSZ g_topic, g_item;
+
+HDDEDATA CALLBACK Callback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
+    std::string text = type == XTYP_REQUEST ? "on request" : "pushed " + std::to_string(g_pushes);
+    switch (type) {
+    case XTYP_CONNECT: return reinterpret_cast<HDDEDATA>(DdeCmpStringHandles(topic, g_topic) == 0);
+    case XTYP_ADVSTART: return reinterpret_cast<HDDEDATA>(format == CF_TEXT);
+    case XTYP_ADVREQ:
+    case XTYP_REQUEST:
+        return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(text.data()), text.size() + 1, 0, item, CF_TEXT, 0);
+    }
+    return nullptr;
+}
+
+HSZ Name(const char* s) { return DdeCreateStringHandleA(g_inst, s, CP_WINANSI); }
+
+// Serves kPeerItem; each "push" event posts an advise, "quit" ends it.
+int Server(const std::string& p) {
+    auto open = [&](const char* what) { return OpenEventA(EVENT_ALL_ACCESS, FALSE, (p + what).c_str()); };
+    HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
+    if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
+        return 3;
+    g_topic = Name(kPeerTopic);
+    g_item = Name(kPeerItem);
+    if (!DdeNameService(g_inst, Name(kPeerService), nullptr, DNS_REGISTER)) return 4;
+    SetEvent(ready);
+    DWORD set = WAIT_TIMEOUT;
+    while (PumpUntil([&] { return (set = WaitForMultipleObjects(2, events, FALSE, 0)) != WAIT_TIMEOUT; }, 30000) &&
+           set == WAIT_OBJECT_0) {
+        ++g_pushes;
+        DdePostAdvise(g_inst, g_topic, g_item);
+    }
+    return 0;
+}
+
+// Requests kPeerItem from the library's server: 0 when it is the expected
+// text, 5 no connection, 6 no answer, 7 another text.
+int Client(const char* expected) {
+    if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
+    HCONV conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr);
+    if (conv == nullptr) return 5;
+    DWORD status = 0;
+    HDDEDATA data = DdeClientTransaction(nullptr, 0, conv, Name(kPeerItem), CF_TEXT, XTYP_REQUEST, 5000, &status);
+    char text[256] = {};
+    if (data == nullptr) return 6;
+    DdeGetData(data, reinterpret_cast<LPBYTE>(text), sizeof text - 1, 0);
+    // No disconnect: the library acknowledges a terminate, which DDEML would wait for in vain.
+    return std::strcmp(text, expected) == 0 ? 0 : 7;
+}
+
+// Runs this program again with the arguments around body; its exit code (99: ended by force).
+DWORD WithPeer(const std::string& arguments, const std::function<void()>& body, DWORD ms = 20000) {
+    char exe[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    std::string command = std::string("\"") + exe + "\" " + arguments;
+    STARTUPINFOA si{sizeof si};
+    PROCESS_INFORMATION pi{};
+    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return 98;
+    body();
+    if (!PumpUntil([&] { return WaitForSingleObject(pi.hProcess, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(pi.hProcess, 99);
+    DWORD code = 97;
+    if (WaitForSingleObject(pi.hProcess, 5000) == WAIT_OBJECT_0) GetExitCodeProcess(pi.hProcess, &code);
+    for (HANDLE h : {pi.hProcess, pi.hThread}) CloseHandle(h);
+    return code;
+}
+
+// A top-level string field: a DDE initiate reaches top-level windows only.
+UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
+    UniqueWindow f(CreateWindowExA(0, "gxString32", "", WS_POPUP | WS_VISIBLE | WS_BORDER, x, y, 150, 24, nullptr,
+                                   nullptr, GetModuleHandleA(nullptr), nullptr));
+    SendMessageA(f, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
+    return f;
+}
+
+HWND Prop(HWND h, const std::string& name) { return static_cast<HWND>(GetPropA(h, name.c_str())); }
+
+void Send(HWND h, UINT msg, HWND partner, HGLOBAL block, ATOM item) {
+    SendMessageA(h, msg, reinterpret_cast<WPARAM>(partner), PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), item));
+}
+
+// A DDEDATA block: flags, CF_TEXT, then the bytes as given.
 HGLOBAL DataBlock(WORD flags, const std::string& bytes) {
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4 + bytes.size());
-    auto* p = static_cast<BYTE*>(GlobalLock(h));
-    std::memcpy(p, &flags, 2);
-    WORD format = CF_TEXT;
-    std::memcpy(p + 2, &format, 2);
-    std::memcpy(p + 4, bytes.data(), bytes.size());
+    std::string all = std::string(reinterpret_cast<const char*>(&flags), 2) + std::string("\1\0", 2) + bytes;
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, all.size());
+    std::memcpy(GlobalLock(h), all.data(), all.size());
     GlobalUnlock(h);
     return h;
 }
 
-// Records the DDE messages a partner window receives.
-struct Partner {
-    static std::vector<MSG>& Seen() {
-        static std::vector<MSG> seen;
-        return seen;
+TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
+    fktest::MessageBoxWatcher boxes(IDNO);  // a waiting client must not hang the test
+    UniqueWindow server;
+    std::vector<UniqueWindow> clients;
+    for (int i = 0; i < 6; ++i) {
+        clients.push_back(Field("@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART", 200, 30 * i));
+        if (i == 0) server = Field("@SERVER(FkApp,FkTopic,Value)");  // announces itself to the waiting client
+        EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
+        EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     }
-    static LRESULT CALLBACK Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-        if (msg >= WM_DDE_FIRST && msg <= WM_DDE_LAST) {
-            MSG m{};
-            m.hwnd = h;
-            m.message = msg;
-            m.wParam = wp;
-            m.lParam = lp;
-            Seen().push_back(m);
-            return 0;
-        }
-        return DefWindowProcA(h, msg, wp, lp);
-    }
-    Partner() {
-        WNDCLASSA wc{};
-        wc.lpfnWndProc = Proc;
-        wc.hInstance = GetModuleHandleA(nullptr);
-        wc.lpszClassName = "FkDdePartner";
-        RegisterClassA(&wc);
-        window = fktest::UniqueWindow(CreateWindowExA(0, "FkDdePartner", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                                                      GetModuleHandleA(nullptr), nullptr));
-        Seen().clear();
-    }
-    fktest::UniqueWindow window;
-};
-
-TEST(DdeLink, ClientInOneDialogLinksToServerInAnotherAndReceivesPushes) {
-    auto serverDialog = MakeDialog(0, 0);
-    HWND server = MakeLinkControl(serverDialog, kServer, 101);
-    auto clientDialog = MakeDialog(320, 0);
-    HWND client = MakeLinkControl(clientDialog, kClient, 102);
-
-    EXPECT_EQ(PropWindow(client, "CLIENT"), server);
-    EXPECT_EQ(PropWindow(server, "SERVER1"), client);
-    EXPECT_NE(GetPropA(client, "ITEM"), nullptr);
-    PumpUntil([] { return false; }, 100);  // the advise and its acknowledgement
-
-    SetWindowTextA(server, "42   ");  // pushes, trimmed at the end
-    EXPECT_TRUE(PumpUntil([&] { return Text(client) == "42"; }));
-
-    // A client refreshes on request: the server answers with its text.
-    SetWindowTextA(client, "stale");
-    SendMessageA(client, GXM_SETVALUE, 0, 0);
-    EXPECT_TRUE(PumpUntil([&] { return Text(client) == "42   "; }));
-    // The item atom survives repeated requests.
-    for (int i = 0; i < 3; ++i) {
-        SetWindowTextA(client, "stale");
-        SendMessageA(client, GXM_SETVALUE, 0, 0);
-        EXPECT_TRUE(PumpUntil([&] { return Text(client) == "42   "; }));
-    }
-    char name[50] = {};
-    EXPECT_GT(GlobalGetAtomNameA(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(client, "ITEM"))), name, 50), 0u);
-    EXPECT_STREQ(name, "Value");
-
-    // Closing the client frees its slot at the server.
-    DestroyWindow(client);
-    EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER1") == nullptr; }));
-}
-
-TEST(DdeLink, ServerClosingLeavesTheClientsLinkMark) {
-    auto serverDialog = MakeDialog(0, 0);
-    HWND server = MakeLinkControl(serverDialog, kServer, 101);
-    auto clientDialog = MakeDialog(320, 0);
-    HWND client = MakeLinkControl(clientDialog, kClient, 102);
-    ASSERT_EQ(PropWindow(client, "CLIENT"), server);
-    serverDialog.reset();
-    PumpUntil([] { return false; }, 100);
-    EXPECT_EQ(PropWindow(client, "CLIENT"), server);  // a client ignores the terminate
-}
-
-TEST(DdeLink, SixthClientIsRegisteredButPushesReachOnlyFiveSlots) {
-    auto serverDialog = MakeDialog(0, 0);
-    HWND server = MakeLinkControl(serverDialog, kServer, 101);
-    auto clientDialog = MakeDialog(320, 0, 300, 400);
-    std::vector<HWND> clients;
-    for (int i = 0; i < 6; ++i) clients.push_back(MakeLinkControl(clientDialog, kClient, 110 + i));
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(PropWindow(server, ("SERVER" + std::to_string(i + 1)).c_str()), clients[i]);
-    PumpUntil([] { return false; }, 100);
-    SetWindowTextA(server, "pushed");
-    EXPECT_TRUE(PumpUntil([&] { return Text(clients[4]) == "pushed"; }));
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(Text(clients[i]), "pushed");
+    Pump(100);  // the advises and their acknowledgements
+    SetWindowTextA(server, "42   ");  // pushed trimmed, to slots 1-5 only
+    EXPECT_TRUE(PumpUntil([&] { return Text(clients[4]) == "42"; }));
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(Text(clients[i]), "42");
     EXPECT_EQ(Text(clients[5]), "");
-}
-
-TEST(DdeLink, MissingServerWithNoAutostartAsksNothing) {
-    fktest::MessageBoxWatcher boxes(IDNO);
-    auto dialog = MakeDialog();
-    for (const char* method : {"@CLIENT(FkNobody,T,I)NOAUTOSTART", "@CLIENT(FkNobody,T,I)noautostart"}) {
-        HWND client = MakeLinkControl(dialog, method);
-        char copy[300];
-        std::strcpy(copy, method);
-        EXPECT_EQ(twInitiateDDE(client, copy), 0);
-        EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
+    for (int i = 0; i < 3; ++i) {  // a refresh asks the server; the item atom survives it
+        SetWindowTextA(clients[1], "stale");
+        SendMessageA(clients[1], GXM_SETVALUE, 0, 0);
+        EXPECT_TRUE(PumpUntil([&] { return Text(clients[1]) == "42   "; }));
     }
-    EXPECT_TRUE(boxes.boxes().empty());
+    clients[1].reset();  // its unadvise frees the slot
+    EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
+    HWND gone = server.get();
+    server.reset();  // a client ignores the terminate and keeps its mark
+    Pump(100);
+    EXPECT_EQ(Prop(clients[2], "CLIENT"), gone);
 }
 
-// The start question; on Yes the application name and topic are started
-// as a command line and the initiate is sent a second time.
-fktest::UniqueWindow g_startedDialog;
+// On Yes, "application topic" is started and the initiate sent again.
+UniqueWindow g_started;
 UINT WINAPI StartServer(LPCSTR command, UINT) {
-    static std::string last;
-    last = command;
     EXPECT_STREQ(command, "FkLate LateTopic");
-    g_startedDialog = MakeDialog(0, 0);
-    MakeLinkControl(g_startedDialog, "@SERVER(FkLate,LateTopic,V)");
+    g_started = Field("@SERVER(FkLate,LateTopic,V)");
     PostMessageA(nullptr, WM_NULL, 0, 0);  // ends the library's WaitMessage
     return 33;
 }
 
-TEST(DdeLink, MissingServerAsksToStartItAndLinksAfterwards) {
-    {
-        fktest::MessageBoxWatcher boxes(IDNO);
-        auto dialog = MakeDialog();
-        HWND client = MakeLinkControl(dialog, "@CLIENT(FkLate,LateTopic,V)");
-        EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
-        ASSERT_EQ(boxes.boxes().size(), 1u);
-        EXPECT_EQ(boxes.boxes()[0].text, "Data links not available. Start remote Application?");
-        EXPECT_EQ(boxes.boxes()[0].caption, "Quintaval");
-        EXPECT_EQ(boxes.boxes()[0].owner, GetAncestor(client, GA_ROOT));
+TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
+    fktest::MessageBoxWatcher no(IDNO);
+    for (const char* method : {"@CLIENT(FkLate,LateTopic,V)NOAUTOSTART", "@CLIENT(FkLate,LateTopic,V)noautostart"}) {
+        EXPECT_EQ(GetPropA(Field(method), "CLIENT"), nullptr);
     }
+    EXPECT_TRUE(no.boxes().empty());
+    auto refused = Field("@CLIENT(FkLate,LateTopic,V)");
+    EXPECT_EQ(GetPropA(refused, "CLIENT"), nullptr);
+    ASSERT_EQ(no.boxes().size(), 1u);
+    EXPECT_EQ(no.boxes()[0].text, "Data links not available. Start remote Application?");
+    EXPECT_EQ(no.boxes()[0].caption, "Quintaval");
+    EXPECT_EQ(no.boxes()[0].owner, refused.get());
+
     FkLinkHooks table{};
     table.winExec = StartServer;
-    linktest::Hooks hooks(table);
-    fktest::MessageBoxWatcher boxes(IDYES);
-    auto dialog = MakeDialog(320, 0);
-    HWND client = MakeLinkControl(dialog, "@CLIENT(FkLate,LateTopic,V)");
-    ASSERT_NE(g_startedDialog.get(), nullptr);
-    EXPECT_EQ(PropWindow(client, "CLIENT"), GetWindow(g_startedDialog, GW_CHILD));
-    g_startedDialog.reset();
+    fkSetLinkHooks(&table);
+    fktest::MessageBoxWatcher yes(IDYES);
+    auto client = Field("@CLIENT(FkLate,LateTopic,V)");
+    fkSetLinkHooks(nullptr);
+    ASSERT_NE(g_started.get(), nullptr);
+    EXPECT_EQ(Prop(client, "CLIENT"), g_started.get());
+    g_started.reset();
 }
 
-TEST(DdeLink, ServerAnnouncementReachesClientsWhoseFieldTextNamesIt) {
-    linktest::Hooks hooks;
-    char* fieldText = hooks.table().fieldText;
-    ASSERT_NE(fieldText, nullptr);
-
-    auto clientDialog = MakeDialog(320, 0);
-    HWND client = MakeLinkControl(clientDialog, "@CLIENT(FkAnn,Topic,Item)NOAUTOSTART");
-    ASSERT_EQ(GetPropA(client, "CLIENT"), nullptr);
-
-    // The field buffer does not name the link: nobody answers.
-    std::strcpy(fieldText, "@NUM");
-    auto serverDialog = MakeDialog(0, 0);
-    HWND server = MakeLinkControl(serverDialog, "@SERVER(FkAnn,Topic,Item)", 101);
-    EXPECT_EQ(GetPropA(server, "SERVER1"), nullptr);
-    EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
-
-    std::strcpy(fieldText, "@CLIENT(FkAnn,Topic)");
-    char method[] = "@SERVER(FkAnn,Topic,Item)\0\0";
-    EXPECT_EQ(twInitiateDDE(server, method), 1);
-    EXPECT_EQ(PropWindow(server, "SERVER1"), client);
-    EXPECT_EQ(PropWindow(client, "CLIENT"), server);
-    fieldText[0] = 0;
-}
-
-struct DataCase {
-    std::string bytes;
-    std::string shown;
-};
-
-TEST(DdeData, TextIsShownWithoutItsLineEnd) {
-    Partner partner;
-    auto dialog = MakeDialog();
-    HWND client = MakeLinkControl(dialog, "");
-    const DataCase cases[] = {
-        {std::string("abc\r\n", 6), "abc"},
-        {std::string("abc\n", 5), "abc"},
-        {std::string("a\r\nb", 5), "a\r\nb"},
-        {std::string("x\ry", 4), "x"},  // a carriage return two places before the end cuts there
-        {std::string("plain", 6), "plain"},
-        {std::string("noend"), "noend"},  // no terminator: the block ends the text
-        {std::string(), ""},
+TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
+    fktest::RecordingParent partner;
+    auto client = Field("");
+    const std::pair<std::string, std::string> cases[] = {
+        {{"abc\r\n", 6}, "abc"}, {{"abc\n", 5}, "abc"},     {{"a\r\nb", 5}, "a\r\nb"}, {{"x\ry", 4}, "x"},
+        {{"plain", 6}, "plain"}, {"noend", "noend"} /* the block ends the text */,  {"", ""},
     };
-    for (const auto& c : cases) {
-        HGLOBAL block = DataBlock(0x2000, c.bytes);  // fRelease: the client frees it
-        ATOM item = GlobalAddAtomA("FkDataItem");
-        twProcessDDE(client, WM_DDE_DATA, reinterpret_cast<WPARAM>(partner.window.get()), Pair(reinterpret_cast<UINT_PTR>(block), item),
-                     nullptr);
-        EXPECT_EQ(Text(client), c.shown);
+    for (const auto& [bytes, shown] : cases) {
+        HGLOBAL block = DataBlock(0x2000, bytes);  // fRelease: the client frees it
+        Send(client, WM_DDE_DATA, partner, block, GlobalAddAtomA("FkDataItem"));
+        EXPECT_EQ(Text(client), shown);
         EXPECT_EQ(GlobalSize(block), 0u) << "released block is freed";
     }
     EXPECT_EQ(GlobalFindAtomA("FkDataItem"), 0) << "unacknowledged item atoms are deleted";
-}
 
-TEST(DdeData, AcknowledgesWhenAskedAndKeepsBlocksItDoesNotOwn) {
-    Partner partner;
-    auto dialog = MakeDialog();
-    HWND client = MakeLinkControl(dialog, "");
-    HGLOBAL block = DataBlock(0x8000, std::string("kept", 5));
+    HGLOBAL block = DataBlock(0x8000, {"kept", 5});  // fAckReq; the block stays the sender's
     ATOM item = GlobalAddAtomA("FkAckItem");
-    twProcessDDE(client, WM_DDE_DATA, reinterpret_cast<WPARAM>(partner.window.get()), Pair(reinterpret_cast<UINT_PTR>(block), item), nullptr);
+    Send(client, WM_DDE_DATA, partner, block, item);
     EXPECT_EQ(Text(client), "kept");
     EXPECT_GT(GlobalSize(block), 0u);
     GlobalFree(block);
-    ASSERT_TRUE(PumpUntil([] { return !Partner::Seen().empty(); }));
-    MSG ack = Partner::Seen()[0];
-    EXPECT_EQ(ack.message, static_cast<UINT>(WM_DDE_ACK));
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
     UINT_PTR lo = 0, hi = 0;
-    ASSERT_TRUE(UnpackDDElParam(WM_DDE_ACK, ack.lParam, &lo, &hi));
-    EXPECT_EQ(lo, 0x8000u);
-    EXPECT_EQ(hi, item);
-    FreeDDElParam(WM_DDE_ACK, ack.lParam);
-    GlobalDeleteAtom(item);
-}
-
-TEST(DdeServer, RequestIsAnsweredWithTheTextAndAdviseBlocksAreFreed) {
-    Partner partner;
-    auto dialog = MakeDialog();
-    HWND server = MakeLinkControl(dialog, "");
-    SetWindowTextA(server, std::string(300, 'x').c_str());
-    ATOM item = GlobalAddAtomA("FkReqItem");
-    twProcessDDE(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.window.get()), MAKELPARAM(CF_TEXT, item), nullptr);
-    ASSERT_TRUE(PumpUntil([] { return !Partner::Seen().empty(); }));
-    MSG data = Partner::Seen()[0];
-    ASSERT_EQ(data.message, static_cast<UINT>(WM_DDE_DATA));
-    UINT_PTR lo = 0, hi = 0;
-    ASSERT_TRUE(UnpackDDElParam(WM_DDE_DATA, data.lParam, &lo, &hi));
-    FreeDDElParam(WM_DDE_DATA, data.lParam);
-    EXPECT_EQ(hi, item);
-    auto* p = static_cast<BYTE*>(GlobalLock(reinterpret_cast<HGLOBAL>(lo)));
-    ASSERT_NE(p, nullptr);
-    WORD flags, format;
-    std::memcpy(&flags, p, 2);
-    std::memcpy(&format, p + 2, 2);
-    EXPECT_EQ(flags & 0xB000, 0x3000) << "fRelease and fResponse, no fAckReq";
-    EXPECT_EQ(format, CF_TEXT);
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(p + 4)), std::string(158, 'x'));
-    GlobalUnlock(reinterpret_cast<HGLOBAL>(lo));
-    GlobalFree(reinterpret_cast<HGLOBAL>(lo));
+    UnpackDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp, &lo, &hi);
+    FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
+    EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
     GlobalDeleteAtom(item);
 
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
-    twProcessDDE(server, WM_DDE_ADVISE, reinterpret_cast<WPARAM>(partner.window.get()), Pair(reinterpret_cast<UINT_PTR>(options), 0),
-                 nullptr);
-    EXPECT_EQ(GlobalSize(options), 0u);
+    Send(client, WM_DDE_ADVISE, partner, options, 0);
+    EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
 }
 
-// Whatever a foreign partner or a careless caller hands over: no crash, no
-// change, and messages outside the DDE range are not ours.
+// Whatever a foreign partner or a careless caller hands over: no crash, and
+// messages outside the DDE range are not ours.
 TEST(DdeHandler, SurvivesNullAndForeignValues) {
-    auto dialog = MakeDialog();
-    HWND control = MakeLinkControl(dialog, kServer);
-    const LPARAM junk[] = {0, 1, 0x12345678, static_cast<LPARAM>(0xFFFFFFFF), MAKELPARAM(0x8000, 0xC123)};
+    auto control = Field("@SERVER(FkApp,FkTopic,Value)");
+    char empty[4] = "";
     for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
-        for (LPARAM lp : junk) {
+        for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123)}) {
             twProcessDDE(control, msg, 0, lp, nullptr);
-            twProcessDDE(control, msg, reinterpret_cast<WPARAM>(control), lp, const_cast<char*>(""));
+            twProcessDDE(control, msg, reinterpret_cast<WPARAM>(control.get()), lp, empty);
             twProcessDDE(nullptr, msg, 0x1234, lp, nullptr);
         }
-        // A pair whose handle is not a block.
-        twProcessDDE(control, msg, 0, Pair(0x1234, 0), nullptr);
+        twProcessDDE(control, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
     }
     EXPECT_EQ(twProcessDDE(control, WM_USER, 0, 0, nullptr), 0);
     EXPECT_EQ(twProcessDDE(control, WM_DDE_ACK, 0, 0, nullptr), 1);
-    EXPECT_EQ(twProcessDDEData(nullptr, nullptr), 0);
-    EXPECT_EQ(twRequestDDEData(nullptr), 0);
+    EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
     twUnadviseDDE(nullptr);
     EXPECT_EQ(twInitiateDDE(control, nullptr), 1);
 }
 
+TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
+    std::string prefix = "FkLinkPeer" + std::to_string(GetCurrentProcessId());
+    auto event = [&](const char* what) { return CreateEventA(nullptr, FALSE, FALSE, (prefix + what).c_str()); };
+    HANDLE ready = event("ready"), push = event("push"), quit = event("quit");
+    auto body = [&] {
+        ASSERT_TRUE(PumpUntil([&] { return WaitForSingleObject(ready, 0) == WAIT_OBJECT_0; }, 20000));
+        auto client = Field(std::string("@CLIENT(") + kPeerService + "," + kPeerTopic + "," + kPeerItem + ")NOAUTOSTART");
+        DWORD pid = 0;
+        ASSERT_TRUE(GetWindowThreadProcessId(Prop(client, "CLIENT"), &pid));
+        EXPECT_NE(pid, GetCurrentProcessId());
+        Pump(300);  // the advise reaches the peer and is acknowledged
+        for (int i = 1; i <= 3; ++i) {
+            SetEvent(push);
+            std::string want = "pushed " + std::to_string(i);
+            EXPECT_TRUE(PumpUntil([&] { return Text(client) == want; }, 5000)) << Text(client);
+        }
+        SendMessageA(client, GXM_SETVALUE, 0, 0);
+        EXPECT_TRUE(PumpUntil([&] { return Text(client) == "on request"; }, 5000)) << Text(client);
+        client.reset();  // unadvise
+        SetEvent(quit);
+    };
+    EXPECT_EQ(WithPeer("--ddeml-server " + prefix, body), 0u);
+    for (HANDLE h : {ready, push, quit}) CloseHandle(h);
+}
+
+// The answer holds at most 158 characters of the field's text.
+TEST(DdeInterop, FieldServerAnswersAPeerClientsRequest) {
+    auto server = Field(std::string("@SERVER(") + kLibService + "," + kLibTopic + "," + kPeerItem + ")");
+    SetWindowTextA(server, std::string(300, 'x').c_str());
+    EXPECT_EQ(WithPeer("--ddeml-client " + std::string(158, 'x'), [] {}), 0u) << "5 no link, 6 no answer, 7 other text";
+}
+
 }  // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 3 && std::strcmp(argv[1], "--ddeml-server") == 0) return Server(argv[2]);
+    if (argc >= 3 && std::strcmp(argv[1], "--ddeml-client") == 0) return Client(argv[2]);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,42 +1,52 @@
-// Drag and drop between system edit and list boxes and the library's
-// numeric fields. The modal loop is driven by mouse messages posted before
-// the drag starts.
+// Drag and drop between system edit and list boxes and the numeric fields.
+// The modal drag loop is driven by mouse messages posted before it starts.
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
+#include <map>
 #include <vector>
 
 #include "include/fldkit.h"
-#include "link_control.h"
 #include "tests/support/recorder.h"
 
-using linktest::MakeDragControl;
-using linktest::Text;
+using Strings = std::vector<std::string>;
 
 namespace {
 
-constexpr UINT kDrop = 0x0D12, kAccept = 0x0D13;
+std::string Text(HWND h) {
+    char buffer[512] = {};
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
+}
+
+// Controls subclassed to answer as a drag-aware control: (method, base procedure).
+std::map<HWND, std::pair<std::string, WNDPROC>> g_hooked;
+
+LRESULT CALLBACK DragProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    auto [method, base] = g_hooked[h];
+    if (msg == GXM_GETMETHOD && lp) return lstrcpynA(reinterpret_cast<char*>(lp), method.c_str(), 257), 0;
+    if (msg >= GXM_DROPDATA && msg <= GXM_DRAGEND) return twProcessDragDrop(h, msg, wp, lp);
+    if (msg == WM_NCDESTROY) g_hooked.erase(h);
+    return CallWindowProcA(base, h, msg, wp, lp);
+}
 
 class DragTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        SetWindowPos(parent_, HWND_TOP, 0, 0, 500, 300, SWP_SHOWWINDOW);
-        UpdateWindow(parent_);
-    }
-    void TearDown() override {
-        ReleaseCapture();
-        linktest::PumpUntil([] { return false; }, 20);
-    }
-    HWND Make(const char* cls, const char* method, int x, int y, DWORD style = 0, int w = 150, int h = 24) {
-        static int id = 200;
-        HWND c = MakeDragControl(parent_, cls, method, style, x, y, w, h, ++id);
+    HWND Make(const char* cls, const char* method, int x, DWORD style = 0, int height = 24) {
+        HWND c = CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | style, x, 10, 150, height, parent_, nullptr,
+                                 GetModuleHandleA(nullptr), nullptr);
         EXPECT_NE(c, nullptr) << cls;
+        if (std::strstr(method, "@DROPTARG")) SetPropA(c, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+        g_hooked[c] = {method, reinterpret_cast<WNDPROC>(
+                                   SetWindowLongPtrA(c, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DragProc)))};
         return c;
     }
-    // Arms the source, queues the moves and the release over target at
-    // point (target client coordinates), then starts the drag.
+    HWND List(const char* method, int x, Strings items) {
+        HWND list = Make("listbox", method, x, LBS_EXTENDEDSEL | WS_BORDER, 150);
+        for (auto& s : items) SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s.c_str()));
+        return list;
+    }
+    // Arms the source, queues a move and release over target (at: its client point), drags.
     LRESULT Drag(HWND source, HWND target, POINT at = {5, 5}, bool escape = false) {
         MapWindowPoints(target, source, &at, 1);
         twProcessDragDrop(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
@@ -44,249 +54,122 @@ protected:
         if (escape) PostMessageA(source, WM_KEYDOWN, VK_ESCAPE, 0);
         PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
         LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
-        MSG m;
-        while (PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE)) {
-        }
+        for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) continue;
         return r;
     }
     fktest::RecordingParent parent_{500, 300};
 };
 
-// A drag block as the library builds it, for the target-side messages.
-HGLOBAL MakeBlock(const char* channel, const std::string& text, DWORD kind = 1, HWND source = nullptr) {
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, 64);
-    auto* p = static_cast<BYTE*>(GlobalLock(block));
-    std::memcpy(p, &source, 4);
-    std::memcpy(p + 12, &kind, 4);
-    std::strncpy(reinterpret_cast<char*>(p + 16), channel, 29);
-    HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, text.size() + 1);
-    std::memcpy(GlobalLock(data), text.c_str(), text.size() + 1);
-    GlobalUnlock(data);
-    std::memcpy(p + 60, &data, 4);
-    GlobalUnlock(block);
-    return block;
-}
-
-std::vector<std::string> Items(HWND list) {
-    std::vector<std::string> items;
-    LRESULT n = SendMessageA(list, LB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < n; ++i) {
-        char text[128] = {};
-        SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
-        items.push_back(text);
-    }
+Strings Items(HWND list) {
+    Strings items;
+    char text[128];
+    for (LRESULT i = 0, n = SendMessageA(list, LB_GETCOUNT, 0, 0); i < n; ++i)
+        items.push_back(SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text)) > 0 ? text : "");
     return items;
 }
 
-void Fill(HWND list, std::initializer_list<const char*> items) {
-    for (const char* s : items) SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s));
-}
-
-TEST(DragCursors, TheLibrarySuppliesItsDragAndNoDropCursors) {
-    HMODULE library = GetModuleHandleA("FLDKIT32.dll");
-    ASSERT_NE(library, nullptr);
-    EXPECT_NE(LoadCursorA(library, MAKEINTRESOURCEA(160)), nullptr);
-    EXPECT_NE(LoadCursorA(library, MAKEINTRESOURCEA(161)), nullptr);
-}
-
-TEST_F(DragTest, WholeTextReplacesTheTargetsText) {
-    HWND source = Make("edit", "@DRAGSRC", 10, 10);
-    HWND target = Make("edit", "@DROPTARG(4)", 250, 10);
-    SetWindowTextA(source, "dragged");
-    SetWindowTextA(target, "old");
-    EXPECT_EQ(Drag(source, target), 1);
-    EXPECT_EQ(Text(target), "dragged");
-    EXPECT_EQ(Text(source), "dragged");
-    EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
-}
-
-TEST_F(DragTest, MovedSelectionIsInsertedAtTheCaretAndLeavesTheSource) {
-    HWND source = Make("edit", "@DRAGSRC(1)", 10, 10);
-    HWND target = Make("edit", "@DROPTARG(0)", 250, 10);
-    SetWindowTextA(source, "one two three");
-    SetWindowTextA(target, "[]");
-    SendMessageA(target, EM_SETSEL, 1, 1);
-    twProcessDragDrop(source, WM_LBUTTONDOWN, MK_LBUTTON, 0);
-    SendMessageA(source, EM_SETSEL, 4, 7);
-    POINT at = {5, 5};
-    MapWindowPoints(target, source, &at, 1);
-    PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    EXPECT_EQ(twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, 0), 1);
-    EXPECT_EQ(Text(target), "[two]");
-    EXPECT_EQ(Text(source), "one  three");
-}
-
-TEST_F(DragTest, NumericFieldsTakeTheTextUpToTheFirstLetterOrBlank) {
+// Numeric fields take the text up to the first blank, and to a letter's
+// place: letters are dropped but leave their place empty.
+TEST_F(DragTest, DropsFromAnEdit) {
     const struct {
-        const char* cls;
-        const char* dropped;
-        const char* shown;
+        const char *from, *cls, *to, *dropped, *shown, *left;
+        bool escape = false;
+        LRESULT started = 1;
     } cases[] = {
-        {"gxNumeric32", "12ab", "12"},  {"gxNumeric32", "ab", ""},   {"gxNumeric32", "1 000", "1"},
-        {"gxReal32", "3,5", "3"},       {"gxReal32", "2.75", "2.75"}, {"gxNumeric32", "3,5", "3,5"},
-        {"gxNumeric32", "4\n5\n", "45"}, {"gxCurrency32", "a1b2", ""},  // ends before the first letter
-        {"gxDate32", "1/2/99", "1/2/99"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "12ab", "12", "12ab"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "ab", "", "ab"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "1 000", "1", "1 000"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "3,5", "3,5", "3,5"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "4\n5\n", "45", "4\n5\n"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "3,5", "3", "3,5"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "2.75", "2.75", "2.75"},
+        {"@DRAGSRC", "gxCurrency32", "@DROPTARG", "a1b2", "", "a1b2"},
+        {"@DRAGSRC", "gxDate32", "@DROPTARG", "1/2/99", "1/2/99", "1/2/99"},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG(4)", "moved", "moved", ""},  // no selection: the whole text
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(Y)", "text", "kept", "text"},
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(x)", "text", "kept", "text"},
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG", "text", "kept", "text"},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text"},
+        {"@DRAGSRC@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "text", "text"},
+        {"@DRAGSRC", "edit", "", "text", "kept", "text"},  // not a target
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text", true},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG", "", "kept", "", false, 0},  // an empty source starts no drag
     };
     for (const auto& c : cases) {
-        HWND source = Make("edit", "@DRAGSRC", 10, 10);
-        HWND target = Make(c.cls, "@DROPTARG", 250, 10);
+        HWND source = Make("edit", c.from, 10);
+        HWND target = Make(c.cls, c.to, 250);
         SetWindowTextA(source, c.dropped);
-        SetWindowTextA(target, "before");
-        EXPECT_EQ(Drag(source, target), 1);
+        SetWindowTextA(target, "kept");
+        EXPECT_EQ(Drag(source, target, {5, 5}, c.escape), c.started);
         EXPECT_EQ(Text(target), c.shown) << c.cls << " " << c.dropped;
-        DestroyWindow(source);
-        DestroyWindow(target);
+        EXPECT_EQ(Text(source), c.left) << c.cls << " " << c.dropped;
+        EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
+        if (c.escape) EXPECT_EQ(GetCapture(), source) << "nothing is restored on this path";
+        for (LPARAM junk : {LPARAM(0), LPARAM(1), LPARAM(0x12345678)})  // foreign blocks
+            EXPECT_EQ(SendMessageA(target, GXM_DRAGQUERY, 0, junk) | SendMessageA(target, GXM_DROPDATA, 0, junk), 0);
+        for (HWND h : {source, target}) DestroyWindow(h);
     }
-}
-
-TEST_F(DragTest, EmptyDropOnANumericFieldChangesNothing) {
-    HWND target = Make("gxNumeric32", "@DROPTARG", 250, 10);
-    SetWindowTextA(target, "7");
-    HGLOBAL block = MakeBlock("", "");
-    EXPECT_EQ(SendMessageA(target, kDrop, 0, reinterpret_cast<LPARAM>(block)), 0);
-    EXPECT_EQ(Text(target), "7");
-    GlobalFree(block);
-}
-
-TEST_F(DragTest, EmptySourceStartsNoDrag) {
-    HWND source = Make("edit", "@DRAGSRC", 10, 10);
-    HWND target = Make("edit", "@DROPTARG", 250, 10);
-    SetWindowTextA(target, "kept");
-    EXPECT_EQ(Drag(source, target), 0);
-    EXPECT_EQ(Text(target), "kept");
-}
-
-TEST_F(DragTest, ChannelsDecideWhatATargetAccepts) {
-    const struct {
-        const char* target;
-        const char* source;
-        LRESULT accepted;
-    } cases[] = {
-        {"@DROPTARG", "", 1},
-        {"@DROPTARG@DROPCHANNEL(A)", "", 0},
-        {"@DROPTARG@DROPCHANNEL(A)", "A", 1},
-        {"@DROPTARG@DROPCHANNEL(A)", "a", 0},
-        {"@DROPTARG@DROPCHANNEL(A)", "B", 0},
-        {"@DROPTARG", "A", 0},
-    };
-    for (const auto& c : cases) {
-        HWND target = Make("edit", c.target, 250, 10);
-        HGLOBAL block = MakeBlock(c.source, "x");
-        EXPECT_EQ(SendMessageA(target, kAccept, 0, reinterpret_cast<LPARAM>(block)), c.accepted)
-            << c.target << " / " << c.source;
-        GlobalFree(block);
-        DestroyWindow(target);
-    }
-    HWND plain = Make("edit", "", 250, 10);
-    HGLOBAL block = MakeBlock("", "x");
-    EXPECT_EQ(SendMessageA(plain, kAccept, 0, reinterpret_cast<LPARAM>(block)), 0) << "no @WANTDROP";
-    HWND target = Make("edit", "@DROPTARG", 250, 40);
-    for (LPARAM junk : {LPARAM(0), LPARAM(1), LPARAM(0x12345678)}) {
-        EXPECT_EQ(SendMessageA(target, kAccept, 0, junk), 0);
-        EXPECT_EQ(SendMessageA(target, kDrop, 0, junk), 0);
-    }
-    HGLOBAL other = MakeBlock("", "x", 2);
-    EXPECT_EQ(SendMessageA(target, kDrop, 0, reinterpret_cast<LPARAM>(other)), 0);
-    EXPECT_EQ(Text(target), "") << "a block of another kind is refused";
-    GlobalFree(block);
-}
-
-TEST_F(DragTest, RefusedChannelDropsNothing) {
-    HWND source = Make("edit", "@DRAGSRC(1)@DRAGCHANNEL(X)", 10, 10);
-    HWND target = Make("edit", "@DROPTARG@DROPCHANNEL(Y)", 250, 10);
-    SetWindowTextA(source, "text");
-    SetWindowTextA(target, "kept");
-    EXPECT_EQ(Drag(source, target), 1);
-    EXPECT_EQ(Text(target), "kept");
-    EXPECT_EQ(Text(source), "text");
-}
-
-TEST_F(DragTest, EscapeEndsTheDragWithoutADrop) {
-    HWND source = Make("edit", "@DRAGSRC(1)", 10, 10);
-    HWND target = Make("edit", "@DROPTARG", 250, 10);
-    SetWindowTextA(source, "text");
-    SetWindowTextA(target, "kept");
-    EXPECT_EQ(Drag(source, target, {5, 5}, true), 1);
-    EXPECT_EQ(Text(target), "kept");
-    EXPECT_EQ(Text(source), "text");
-    EXPECT_EQ(GetCapture(), source) << "nothing is restored on this path";
 }
 
 TEST_F(DragTest, ParentMayTakeTheDragOver) {
-    HWND source = Make("edit", "@DRAGSRC(3,ARROW)@DRAGCHANNEL(chan)", 10, 10);
-    HWND target = Make("edit", "@DROPTARG", 250, 10);
+    HWND source = Make("edit", "@DRAGSRC(3,ARROW)@DRAGCHANNEL(chan)", 10), target = Make("edit", "@DROPTARG", 250);
     SetWindowTextA(source, "offered");
-    std::string seenText, seenChannel;
-    DWORD seenFlags = 0, seenKind = 0;
-    HWND seenSource = nullptr;
-    HCURSOR seenCursor = nullptr;
+    std::string seen;  // source, flags, kind, channel, cursor, text
     parent_.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
-        if (msg != 0x0D11) return std::nullopt;
-        auto* p = static_cast<BYTE*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
-        seenSource = reinterpret_cast<HWND>(wp);
-        std::memcpy(&seenFlags, p + 8, 4);
-        std::memcpy(&seenKind, p + 12, 4);
-        seenChannel = reinterpret_cast<char*>(p + 16);
-        std::memcpy(&seenCursor, p + 48, 4);
-        HGLOBAL data;
-        std::memcpy(&data, p + 60, 4);
-        seenText = static_cast<char*>(GlobalLock(data));
+        if (msg != GXN_DRAGNOTIFY) return std::nullopt;
+        auto* p = static_cast<DWORD*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
+        auto data = reinterpret_cast<HGLOBAL>(static_cast<UINT_PTR>(p[15]));
+        seen = std::to_string(wp == reinterpret_cast<WPARAM>(source)) + " " + std::to_string(p[2]) + " " +
+               std::to_string(p[3]) + " " + reinterpret_cast<char*>(p + 4) + " " +
+               std::to_string(p[12] == reinterpret_cast<UINT_PTR>(LoadCursorA(nullptr, IDC_ARROW))) + " " +
+               static_cast<char*>(GlobalLock(data));
         GlobalUnlock(data);
         GlobalUnlock(reinterpret_cast<HGLOBAL>(lp));
         return 1;
     };
-    SetWindowTextA(target, "kept");
     EXPECT_EQ(Drag(source, target), 1);
     parent_.reply = nullptr;
-    EXPECT_EQ(seenSource, source);
-    EXPECT_EQ(seenFlags, 3u);
-    EXPECT_EQ(seenKind, 1u);
-    EXPECT_EQ(seenChannel, "chan");
-    EXPECT_EQ(seenCursor, LoadCursorA(nullptr, IDC_ARROW));
-    EXPECT_EQ(seenText, "offered");
-    EXPECT_EQ(Text(target), "kept");
+    EXPECT_EQ(seen, "1 3 1 chan 1 offered");
+    EXPECT_EQ(Text(target), "") << "no drop";
 }
 
-TEST_F(DragTest, ListToListMoveInsertsAtTheDropPointAndDeletesTheSelection) {
-    HWND source = Make("listbox", "@DRAGSRC(1)", 10, 10, LBS_EXTENDEDSEL | WS_BORDER, 150, 150);
-    HWND target = Make("listbox", "@DROPTARG(0)", 250, 10, WS_BORDER, 150, 150);
-    Fill(source, {"a", "b", "c", "d"});
-    Fill(target, {"x", "y"});
-    SendMessageA(source, LB_SETSEL, TRUE, 1);
-    SendMessageA(source, LB_SETSEL, TRUE, 3);
-    LRESULT height = SendMessageA(target, LB_GETITEMHEIGHT, 0, 0);
-    EXPECT_EQ(Drag(source, target, {5, static_cast<LONG>(height + 1)}), 1);
-    EXPECT_EQ(Items(target), (std::vector<std::string>{"x", "b", "d", "y"}));
-    EXPECT_EQ(Items(source), (std::vector<std::string>{"a", "c"}));
-}
+TEST_F(DragTest, MovesInsertAtCaretOrDropPointAndListsSkipDirectories) {
+    HWND edit = Make("edit", "@DRAGSRC(1)", 10), caret = Make("edit", "@DROPTARG(0)", 250);
+    SetWindowTextA(caret, "[]");
+    SendMessageA(caret, EM_SETSEL, 1, 1);
+    SetWindowTextA(edit, "one two three");
+    SetFocus(edit);
+    SendMessageA(edit, EM_SETSEL, 4, 7);
+    EXPECT_EQ(Drag(edit, caret), 1);
+    EXPECT_EQ(Text(caret), "[two]");
+    EXPECT_EQ(Text(edit), "one  three");
+    for (HWND h : {edit, caret}) DestroyWindow(h);
 
-TEST_F(DragTest, MoveWithinOneListAppendsTheCopiesAfterDeleting) {
-    HWND list = Make("listbox", "@DRAGSRC(1)@DROPTARG(4)", 10, 10, LBS_EXTENDEDSEL | WS_BORDER, 150, 150);
-    Fill(list, {"a", "b", "c"});
-    SendMessageA(list, LB_SETSEL, TRUE, 0);
-    EXPECT_EQ(Drag(list, list, {5, 60}), 1);
-    EXPECT_EQ(Items(list), (std::vector<std::string>{"b", "c", "a"}));
-}
-
-TEST_F(DragTest, DirectoryListDoesNotDragDirectoryEntries) {
-    HWND source = Make("listbox", "@DRAGSRC DIRLST", 10, 10, LBS_EXTENDEDSEL | WS_BORDER, 150, 150);
-    HWND target = Make("listbox", "@DROPTARG(4)", 250, 10, WS_BORDER, 150, 150);
-    Fill(source, {"[sub]", "file.txt"});
+    HWND source = List("@DRAGSRC(1)@DROPTARG(4)", 10, {"a", "b", "c", "d"});
+    HWND target = List("@DROPTARG(0)", 250, {"x", "y"});
+    for (int i : {1, 3}) SendMessageA(source, LB_SETSEL, TRUE, i);
+    auto height = static_cast<LONG>(SendMessageA(target, LB_GETITEMHEIGHT, 0, 0));
+    EXPECT_EQ(Drag(source, target, {5, height + 1}), 1);  // inserted at the drop point
+    EXPECT_EQ(Items(target), (Strings{"x", "b", "d", "y"}));
+    EXPECT_EQ(Items(source), (Strings{"a", "c"}));
     SendMessageA(source, LB_SETSEL, TRUE, 0);
-    EXPECT_EQ(Drag(source, target), 0) << "only a directory entry is selected";
-    EXPECT_TRUE(Items(target).empty());
-    SendMessageA(source, LB_SETSEL, TRUE, 1);
-    EXPECT_EQ(Drag(source, target), 1);
-    EXPECT_EQ(Items(target), (std::vector<std::string>{"file.txt"}));
-}
+    EXPECT_EQ(Drag(source, source, {5, 60}), 1);  // within one list: deleted, then appended
+    EXPECT_EQ(Items(source), (Strings{"c", "a"}));
+    DestroyWindow(target);
 
-TEST_F(DragTest, ListDropOnAnEditJoinsTheLinesWithBlanks) {
-    HWND source = Make("listbox", "@DRAGSRC", 10, 10, LBS_EXTENDEDSEL | WS_BORDER, 150, 150);
-    HWND target = Make("edit", "@DROPTARG(4)", 250, 10);
-    Fill(source, {"one", "two"});
+    edit = Make("edit", "@DROPTARG(4)", 250);
     SendMessageA(source, LB_SETSEL, TRUE, -1);
-    EXPECT_EQ(Drag(source, target), 1);
-    EXPECT_EQ(Text(target), "one two ");
+    EXPECT_EQ(Drag(source, edit), 1);
+    EXPECT_EQ(Text(edit), "c a ");
+    for (HWND h : {source, edit}) DestroyWindow(h);
+
+    HWND dirs = List("@DRAGSRC DIRLST", 10, {"[sub]", "file.txt"});
+    target = List("@DROPTARG(4)", 250, {});
+    SendMessageA(dirs, LB_SETSEL, TRUE, 0);
+    EXPECT_EQ(Drag(dirs, target), 0) << "only a directory entry is selected";
+    SendMessageA(dirs, LB_SETSEL, TRUE, 1);
+    EXPECT_EQ(Drag(dirs, target), 1);
+    EXPECT_EQ(Items(target), (Strings{"file.txt"}));
 }
 
 }  // namespace
