@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "frame/alloc.h"
 #include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/recorder.h"
@@ -221,6 +222,25 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, options, 0);
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
+}
+
+// A request the server cannot allocate an answer for is refused with the
+// status 0xFFFF, not the usual negative acknowledgement.
+TEST(DdeData, FailedRequestIsAcknowledgedWithFFFF) {
+    fktest::RecordingParent partner;
+    auto server = Field("@SERVER(FkApp,FkTopic,Value)");
+    SetWindowTextA(server, "42");
+    ATOM item = GlobalAddAtomA("Value");
+    fkFailAllocation(1);
+    twProcessDDE(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item), nullptr);
+    fkFailAllocation(0);
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
+    EXPECT_TRUE(partner.Of(WM_DDE_DATA).empty());
+    UINT_PTR lo = 0, hi = 0;
+    UnpackDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp, &lo, &hi);
+    FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
+    EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0xFFFF}, UINT_PTR{item}));
+    GlobalDeleteAtom(item);
 }
 
 // Whatever a foreign partner or a careless caller hands over: no crash, and
