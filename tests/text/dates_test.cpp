@@ -97,6 +97,28 @@ TEST(TMToDate, UnknownFormAndOversizeFields) {
     EXPECT_EQ(buf[12], 'x');
 }
 
+TEST(TMToDate, ExtremeFieldsWrapWithoutOverflow) {
+    // The month shown is the stored month plus one and the full year the
+    // stored year plus 1900, both wrapping at the 32-bit limits.
+    struct Case {
+        struct tm date;
+        int32_t form;
+        const char* text;
+    } cases[] = {
+        {Date(99, INT32_MAX, 1), 1, "-2147483648"},
+        {Date(99, INT32_MAX, 1), 16, "99/-2147483"},
+        {Date(INT32_MAX, 0, 1), 32, "-2147481749"},
+        {Date(INT32_MAX, 0, 1), 8, "01/01/-2147"},
+        {Date(INT32_MIN, INT32_MIN, INT32_MIN), 2, "-2147483647"},
+    };
+    for (const Case& c : cases) {
+        char buf[12];
+        memset(buf, 'x', sizeof buf);
+        EXPECT_EQ(twTMToDate(buf, &c.date, c.form, '/'), static_cast<int32_t>(strlen(c.text))) << c.text;
+        EXPECT_STREQ(buf, c.text);
+    }
+}
+
 TEST(DateCmp, OrdersByYearMonthDayOnly) {
     struct tm a = Date(99, 5, 10), b = Date(99, 5, 10);
     a.tm_hour = 23;
