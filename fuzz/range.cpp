@@ -133,6 +133,20 @@ void properties(int32_t type, const Value& v, Input& in) {
             }
         }
     }
+    if (v.kind == Kind::Date) {
+        // A calendar date written in its type's form is within itself and
+        // one of a list holding it.
+        const struct tm& d = *v.date;
+        const int32_t form = fk::DateFormOf(type);
+        const bool fourDigits = form == 2 || form == 8 || form == 32;
+        if (twIsDateValid(&d) != 0 && d.tm_mday != 0 && d.tm_year >= 0 && d.tm_year <= (fourDigits ? 8099 : 99)) {
+            char text[12];
+            twTMToDate(text, &d, form, (in.byte() & 1) != 0 ? '.' : '-');
+            const std::string t = text;
+            check(range(type, v, "@RNG(" + t + "," + t + ")") == 1, "a date lies between itself and itself", t);
+            check(choice(type, v, "@CHC(01/01/01," + t + ")") == 1, "a date is one of a list holding it", t);
+        }
+    }
     if (v.kind == Kind::Whole || v.kind == Kind::Real) {
         // Bounds as whole numbers; the value may be a quarter for real types.
         const int64_t low = in.signedNumber();
