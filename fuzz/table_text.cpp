@@ -115,6 +115,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<std::string> expected;
     std::string line;
     auto finish = [&] {
+        // Blank or not as the text has it, before the cut.
         if (line.find_first_not_of(" \t") != std::string::npos) {
             expected.push_back(line.substr(0, fk::kTableLineMax));
         }

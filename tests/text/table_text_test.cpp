@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include <string>
+#include <vector>
 
 #include "tables/table_text.h"
 
@@ -20,6 +21,23 @@ TEST(TableText, SplitsLinesAndCutsLongOnes) {
     EXPECT_EQ(lines[3], std::string(fk::kTableLineMax, 'x'));
     EXPECT_EQ(lines[4], "after");
     EXPECT_TRUE(fk::SplitTableText(nullptr, 10).empty());
+}
+
+TEST(TableText, BlankLinesAreJudgedBeforeTheCut) {
+    // A line whose text starts past the cut stays an entry (cut to blanks);
+    // only lines that are blank in the text are left out.
+    const std::string farText = std::string(300, ' ') + "b";
+    struct Case {
+        std::string text;
+        std::vector<std::string> lines;
+    } cases[] = {
+        {farText + "\nnext", {std::string(fk::kTableLineMax, ' '), "next"}},
+        {std::string(300, '\t') + "\r\nnext", {"next"}},
+        {" \t \n\x1A" + farText, {}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(fk::SplitTableText(c.text.data(), c.text.size()), c.lines) << c.text.size();
+    }
 }
 
 TEST(TableText, FieldsByColumn) {
