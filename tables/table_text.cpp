@@ -41,11 +41,15 @@ std::vector<std::string> SplitTableText(const char* text, size_t size) {
         return lines;
     }
     std::string line;
+    // Whether the line as the text has it is blank: a line whose first
+    // non-blank character lies past the cut is still an entry.
+    bool blank = true;
     auto finish = [&] {
-        if (line.find_first_not_of(" \t") != std::string::npos) {
+        if (!blank) {
             lines.push_back(line);
         }
         line.clear();
+        blank = true;
     };
     for (size_t i = 0; i < size; ++i) {
         const char c = text[i];
@@ -55,6 +59,9 @@ std::vector<std::string> SplitTableText(const char* text, size_t size) {
         if (c == '\r' || c == '\n') {
             finish();
             continue;
+        }
+        if (c != ' ' && c != '\t') {
+            blank = false;
         }
         if (static_cast<int32_t>(line.size()) < kTableLineMax) {
             line.push_back(c);

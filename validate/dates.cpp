@@ -78,10 +78,11 @@ int32_t FK_API twTMToDate(char* buffer, const struct tm* date, int32_t form, cha
     if (buffer == nullptr || date == nullptr) {
         return 0;
     }
-    const int month = date->tm_mon + 1;
+    // Month and full year wrap at the 32-bit limits instead of overflowing.
+    const int month = static_cast<int>(static_cast<uint32_t>(date->tm_mon) + 1u);
     const int day = date->tm_mday;
     const int year = date->tm_year;
-    const int full = static_cast<int>(static_cast<int64_t>(year) + 1900);
+    const int full = static_cast<int>(static_cast<uint32_t>(year) + 1900u);
     // Formatted aside first: nonsense field values can make a longer text
     // than the 11 characters callers make room for.
     char text[64];

@@ -1,6 +1,9 @@
 // Lookup-table lines: splitting text into lines and lines into columns.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "tables/table_text.h"
 
 namespace {
@@ -10,6 +13,10 @@ TEST(TableText, SplitsLinesAndCutsLongOnes) {
     const auto lines = fk::SplitTableText(text.data(), text.size());
     EXPECT_EQ(lines, (std::vector<std::string>{"Paris,FR", "Rome,IT", "Oslo,NO", std::string(255, 'x'), "after"}));
     EXPECT_TRUE(fk::SplitTableText(nullptr, 10).empty());
+    // Blank lines are judged before the cut: text past the cut keeps its line.
+    const std::string far = std::string(300, ' ') + "b\nnext";
+    EXPECT_EQ(fk::SplitTableText(far.data(), far.size()),
+              (std::vector<std::string>{std::string(fk::kTableLineMax, ' '), "next"}));
 }
 
 TEST(TableText, FieldsByColumnAndDisplayMask) {

@@ -1,6 +1,8 @@
 // Validation's text routines: dates in and out, order and calendar check; range and choice tests by type.
 #include <gtest/gtest.h>
 
+#include <stdint.h>
+
 #include <string.h>
 #include <time.h>
 
@@ -45,6 +47,9 @@ TEST(Dates, DateToTextByForm) {
         {Date(99, 11, 31), 8, '.', "31.12.1999"},  {Date(5, 0, 9), 16, '/', "05/01/09"},
         {Date(-1900, 0, 1), 32, '-', "0000-01-01"}, {Date(99, 11, 31), 3, '/', ""},  // unknown form: nothing
         {Date(2000000000, -2000000000, 2000000000), 2, '/', nullptr},  // never past 11 characters
+        // Month + 1 and year + 1900 wrap at the 32-bit limits without overflow.
+        {Date(99, INT32_MAX, 1), 1, '/', "-2147483648"}, {Date(INT32_MAX, 0, 1), 32, '/', "-2147481749"},
+        {Date(INT32_MIN, INT32_MIN, INT32_MIN), 2, '/', "-2147483647"},
     };
     for (const auto& c : cases) {
         char buf[32];

@@ -1,0 +1,122 @@
+// Fuzz target: input masks (twAppToScrMask, fk::ScrToAppMask,
+// fk::MaskCapacity). An input is an option byte, two numbers (the application
+// position, or the start and end of the deleted range), the mask and the text.
+// The screen buffer holds strlen(app) + strlen(mask) + 1 bytes and the
+// application buffer strlen(screen) + 1, each in a heap block of its own.
+#include <string>
+
+#include "fields/mask.h"
+#include "support/input.h"
+
+namespace {
+
+using fuzz::check;
+using fuzz::Heap;
+using fuzz::Input;
+
+int32_t capacityOf(const std::string& mask) {
+    int32_t n = 0;
+    for (char c : mask) {
+        n += c == '#' || c == '@' || c == '?' || c == '*' ? 1 : 0;
+    }
+    return n;
+}
+
+// Merges app into mask; checks the screen text and the returned index.
+std::string toScreen(const std::string& app, const std::string& mask, int32_t appPos, int32_t noFill) {
+    Heap screen(std::string(), app.size() + mask.size() + 1, 'S');
+    Heap a(app);
+    Heap m(mask);
+    const int32_t index = twAppToScrMask(screen.get(), a.get(), m.get(), appPos, noFill);
+    const std::string shown = screen.str();
+    const std::string detail = app + "|" + mask;
+    check(screen.terminated(), "twAppToScrMask terminates the screen text", detail);
+    check(a.str() == app && m.str() == mask, "twAppToScrMask leaves its inputs alone", detail);
+
+    // The typed characters, in order, at the placeholders and behind the mask.
+    const int32_t capacity = capacityOf(mask);
+    check(fk::MaskCapacity(m.get()) == capacity, "MaskCapacity counts the placeholders", mask);
+    std::string typed;
+    size_t i = 0;
+    for (; i < shown.size() && i < mask.size(); ++i) {
+        if (fk::IsMaskPlaceholder(mask[i])) {
+            if (typed.size() < app.size()) {
+                typed.push_back(shown[i]);
+            } else {
+                check(shown[i] == ' ', "twAppToScrMask fills empty places with blanks", detail);
+            }
+        } else {
+            check(shown[i] == mask[i], "twAppToScrMask shows the literals", detail);
+        }
+    }
+    typed += shown.substr(i);
+    check(typed == app.substr(0, typed.size()) && typed.size() == app.size(), "twAppToScrMask keeps every character",
+          detail);
+    if (noFill == 0) {
+        check(shown.size() >= mask.size(), "twAppToScrMask fills the whole mask", detail);
+    } else {
+        // Nothing after the last typed character.
+        check(app.empty() ? shown.empty() : shown.back() == app.back(), "noFill ends at the last typed character",
+              detail);
+    }
+
+    // The index of application position appPos.
+    if (appPos < 0) {
+        check(index == -1, "a negative position maps to -1", detail);
+    } else if (appPos < capacity) {
+        check(index >= 0 && static_cast<size_t>(index) < mask.size() && fk::IsMaskPlaceholder(mask[index]) &&
+                  capacityOf(mask.substr(0, index)) == appPos,
+              "a position inside the mask maps to its placeholder", detail);
+    } else {
+        check(index >= -1 && index <= static_cast<int32_t>(mask.size()),
+              "a position past the placeholders stays at the mask's end", detail);
+    }
+    return shown;
+}
+
+// Rebuilds the application text; checks the result index and the length.
+std::string toApp(const std::string& screen, const std::string& mask, int32_t selStart, int32_t selEnd,
+                  int32_t* result) {
+    Heap app(std::string(), screen.size() + 1, 'A');
+    Heap s(screen);
+    Heap m(mask);
+    *result = fk::ScrToAppMask(app.get(), s.get(), m.get(), selStart, selEnd);
+    const std::string text = app.str();
+    const std::string detail = screen + "|" + mask;
+    check(app.terminated(), "ScrToAppMask terminates the application text", detail);
+    check(s.str() == screen && m.str() == mask, "ScrToAppMask leaves its inputs alone", detail);
+    check(*result >= 0 && static_cast<size_t>(*result) <= text.size(), "ScrToAppMask's index lies in the text",
+          detail);
+    check(text.size() <= static_cast<size_t>(capacityOf(mask)), "ScrToAppMask keeps only placeholder characters",
+          detail);
+    return text;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Input in(data, size);
+    const uint8_t options = in.byte();
+    const int32_t first = in.signedNumber();
+    const int32_t second = in.signedNumber();
+    const std::string mask = in.text();
+    const std::string text = in.rest();
+
+    // The text as application text, merged both ways.
+    const std::string filled = toScreen(text, mask, first, 0);
+    const std::string bare = toScreen(text, mask, first, 1);
+    check(filled.compare(0, bare.size(), bare) == 0, "noFill only leaves out the tail", text + "|" + mask);
+
+    // The text as screen text, with a deleted range.
+    int32_t result = 0;
+    toApp(text, mask, first, second, &result);
+    (void)(options);
+
+    // Round trip: typed text without blanks that fits comes back.
+    if (text.find(' ') == std::string::npos && text.size() <= static_cast<size_t>(capacityOf(mask))) {
+        const std::string& screen = (options & 1) != 0 ? bare : filled;
+        check(toApp(screen, mask, 0, 0, &result) == text && result == 0, "ScrToAppMask undoes twAppToScrMask",
+              text + "|" + mask);
+    }
+    return 0;
+}
