@@ -4,122 +4,88 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <vector>
 
 namespace fktest {
 
 namespace {
 
-// One entry of the shared GDI handle table: 24 bytes.
+// 64K entries of 24 bytes; a non-zero type marks a live object. Windows points PEB->GdiSharedHandleTable
+// (0x94) at it; 32-bit Wine 8 leaves that null, and the table is the committed region of that size whose
+// entries describe two fresh objects.
 #pragma pack(push, 1)
-struct GdiHandleEntry {
+struct GdiEntry {
     uint64_t object;
-    uint32_t owner;  // low 16 bits: process id
-    uint16_t unique;
-    uint8_t type;    // 0: free
-    uint8_t flags;
-    uint64_t userPointer;
+    uint32_t owner;  // low word: process id (0 under Wine and for stock objects)
+    uint16_t unique;  // the handle's high word
+    uint8_t type, flags;
+    uint64_t user;
 };
 #pragma pack(pop)
-static_assert(sizeof(GdiHandleEntry) == 24, "GDI handle entries are 24 bytes");
+static_assert(sizeof(GdiEntry) == 24, "GDI handle entries are 24 bytes");
+constexpr SIZE_T kTableBytes = sizeof(GdiEntry) * 0x10000;
 
-constexpr int kGdiEntries = 0x10000;
-constexpr SIZE_T kGdiTableBytes = sizeof(GdiHandleEntry) * kGdiEntries;
-constexpr int kPebGdiTable = 0x94;  // PEB->GdiSharedHandleTable of a 32-bit process
-
-// The entry of a handle is the one at its low word; its Unique holds the
-// handle's high word.
-bool DescribesHandle(const GdiHandleEntry* table, HGDIOBJ h) {
+bool Describes(const GdiEntry* table, HGDIOBJ h) {
     const auto bits = static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(h));
-    const GdiHandleEntry& e = table[bits & 0xFFFF];
-    return e.type != 0 && e.unique == (bits >> 16);
+    return table[bits & 0xFFFF].type != 0 && table[bits & 0xFFFF].unique == (bits >> 16);
 }
 
-bool IsCommitted(const void* p, SIZE_T bytes) {
+bool IsHandleTable(const GdiEntry* table) {
     MEMORY_BASIC_INFORMATION info{};
-    if (VirtualQuery(p, &info, sizeof info) == 0 || info.State != MEM_COMMIT) return false;
-    const auto end = reinterpret_cast<UINT_PTR>(info.BaseAddress) + info.RegionSize;
-    return end >= reinterpret_cast<UINT_PTR>(p) + bytes;
-}
-
-// Whether table is the handle table: it must describe two fresh objects.
-bool IsHandleTable(const GdiHandleEntry* table) {
-    if (table == nullptr || !IsCommitted(table, kGdiTableBytes)) return false;
+    if (table == nullptr || VirtualQuery(table, &info, sizeof info) == 0 || info.State != MEM_COMMIT ||
+        reinterpret_cast<UINT_PTR>(info.BaseAddress) + info.RegionSize < reinterpret_cast<UINT_PTR>(table) + kTableBytes)
+        return false;
     HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
     HPEN pen = CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
-    const bool ok = DescribesHandle(table, brush) && DescribesHandle(table, pen);
+    const bool ok = Describes(table, brush) && Describes(table, pen);
     DeleteObject(brush);
     DeleteObject(pen);
     return ok;
 }
 
-// Wine 8 (32-bit) leaves the PEB's pointer null; its table is then found
-// as the one committed region of exactly 64K entries that describes fresh
-// objects.
-const GdiHandleEntry* FindGdiTable() {
+const GdiEntry* FindGdiTable() {
     const auto* peb = reinterpret_cast<const BYTE*>(__readfsdword(0x30));
-    if (peb != nullptr) {
-        const auto* table = *reinterpret_cast<const GdiHandleEntry* const*>(peb + kPebGdiTable);
-        if (IsHandleTable(table)) return table;
-    }
+    if (peb && IsHandleTable(*reinterpret_cast<const GdiEntry* const*>(peb + 0x94)))
+        return *reinterpret_cast<const GdiEntry* const*>(peb + 0x94);
     SYSTEM_INFO si;
     GetSystemInfo(&si);
-    auto* at = static_cast<const BYTE*>(si.lpMinimumApplicationAddress);
     MEMORY_BASIC_INFORMATION info{};
-    while (at < si.lpMaximumApplicationAddress && VirtualQuery(at, &info, sizeof info) != 0) {
-        if (info.State == MEM_COMMIT && info.RegionSize == kGdiTableBytes &&
-            (info.Protect & (PAGE_READWRITE | PAGE_READONLY)) != 0) {
-            const auto* table = static_cast<const GdiHandleEntry*>(info.BaseAddress);
-            if (IsHandleTable(table)) return table;
-        }
-        at = static_cast<const BYTE*>(info.BaseAddress) + info.RegionSize;
+    for (auto* at = static_cast<const BYTE*>(si.lpMinimumApplicationAddress);
+         at < si.lpMaximumApplicationAddress && VirtualQuery(at, &info, sizeof info) != 0;
+         at = static_cast<const BYTE*>(info.BaseAddress) + info.RegionSize) {
+        const auto* table = static_cast<const GdiEntry*>(info.BaseAddress);
+        if (info.State == MEM_COMMIT && info.RegionSize == kTableBytes &&
+            (info.Protect & (PAGE_READWRITE | PAGE_READONLY)) != 0 && IsHandleTable(table))
+            return table;
     }
     return nullptr;
 }
 
-const GdiHandleEntry* GdiTable() {
-    static const GdiHandleEntry* const table = FindGdiTable();
-    return table;
-}
-
-BOOL CALLBACK CountChild(HWND, LPARAM counter) {
-    ++*reinterpret_cast<long*>(counter);
-    return TRUE;
-}
+BOOL CALLBACK CountChild(HWND, LPARAM counter) { return ++*reinterpret_cast<long*>(counter) > 0; }
 
 BOOL CALLBACK CountTopLevel(HWND h, LPARAM counter) {
-    ++*reinterpret_cast<long*>(counter);
     EnumChildWindows(h, CountChild, counter);  // every descendant
-    return TRUE;
+    return CountChild(h, counter);
 }
 
 void Append(std::string& out, const char* name, long before, long after) {
-    if (before == after) return;
     char item[96];
     std::snprintf(item, sizeof item, "%s%s %+ld (%ld -> %ld)", out.empty() ? "" : ", ", name, after - before,
                   before, after);
-    out += item;
+    if (before != after) out += item;
 }
 
 }  // namespace
 
-long CountGdiObjects(int type) {
-    return CountGdiObjects(type, nullptr);
-}
-
-long CountGdiObjects(int type, long* byType) {
-    const GdiHandleEntry* table = GdiTable();
+long CountGdiObjects(long* byType) {
+    static const GdiEntry* const table = FindGdiTable();
     if (table == nullptr) return -1;
-    // Wine leaves the owner 0 (its table is the process's own); Windows
-    // writes the process id, and 0 for the stock objects.
     const uint32_t pid = GetCurrentProcessId() & 0xFFFF;
     long n = 0;
-    for (int i = 0; i < kGdiEntries; ++i) {
-        const GdiHandleEntry& e = table[i];
-        const uint32_t owner = e.owner & 0xFFFF;
-        if (e.type == 0 || (owner != pid && owner != 0)) continue;
-        if (byType != nullptr) ++byType[e.type];
-        if (type == 0 || e.type == type) ++n;
+    for (int i = 0; i < 0x10000; ++i) {
+        const uint32_t owner = table[i].owner & 0xFFFF;
+        if (table[i].type == 0 || (owner != pid && owner != 0)) continue;
+        if (byType != nullptr) ++byType[table[i].type];
+        ++n;
     }
     return n;
 }
@@ -133,9 +99,8 @@ long CountThreadWindows() {
 long CountGlobalAtoms() {
     long n = 0;
     char name[256];
-    for (UINT atom = 0xC000; atom <= 0xFFFF; ++atom) {
-        if (GlobalGetAtomNameA(static_cast<ATOM>(atom), name, sizeof name) != 0) ++n;
-    }
+    for (UINT atom = 0xC000; atom <= 0xFFFF; ++atom)
+        n += GlobalGetAtomNameA(static_cast<ATOM>(atom), name, sizeof name) != 0;
     return n;
 }
 
@@ -145,37 +110,23 @@ HeapFigures MeasureHeap(HANDLE heap) {
     f.valid = HeapValidate(heap, 0, nullptr) != FALSE;
     if (!HeapLock(heap)) return f;
     PROCESS_HEAP_ENTRY entry{};
-    entry.lpData = nullptr;
-    while (HeapWalk(heap, &entry)) {
-        if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) {
-            ++f.blocks;
-            f.bytes += static_cast<long>(entry.cbData);
-        }
-    }
+    while (HeapWalk(heap, &entry))
+        if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++f.blocks, f.bytes += static_cast<long>(entry.cbData);
     HeapUnlock(heap);
     return f;
-}
-
-bool AllHeapsValid() {
-    std::vector<HANDLE> heaps(64);
-    DWORD n = GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
-    if (n > heaps.size()) {
-        heaps.resize(n);
-        n = GetProcessHeaps(n, heaps.data());
-    }
-    for (DWORD i = 0; i < n && i < heaps.size(); ++i)
-        if (!HeapValidate(heaps[i], 0, nullptr)) return false;
-    return true;
 }
 
 ResourceFigures TakeResourceFigures() {
     ResourceFigures f;
     f.windows = CountThreadWindows();
     f.atoms = CountGlobalAtoms();
-    f.gdiObjects = CountGdiObjects(0, f.gdiByType);
+    f.gdiObjects = CountGdiObjects(f.gdiByType);
     f.processHeap = MeasureHeap(GetProcessHeap());
     f.crtHeap = MeasureHeap(reinterpret_cast<HANDLE>(_get_heap_handle()));
-    f.allHeapsValid = AllHeapsValid();
+    HANDLE heaps[256];
+    const DWORD n = GetProcessHeaps(256, heaps);
+    f.allHeapsValid = n <= 256;
+    for (DWORD i = 0; i < n && i < 256; ++i) f.allHeapsValid = f.allHeapsValid && HeapValidate(heaps[i], 0, nullptr);
     return f;
 }
 
@@ -195,11 +146,6 @@ std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures&
     }
     if (!after.allHeapsValid) out += out.empty() ? "a heap is corrupt" : ", a heap is corrupt";
     return out;
-}
-
-bool HandlesBackAndHeapsValid(const ResourceFigures& before, const ResourceFigures& after) {
-    return after.windows <= before.windows && after.atoms <= before.atoms &&
-           after.gdiObjects <= before.gdiObjects && after.allHeapsValid;
 }
 
 }  // namespace fktest

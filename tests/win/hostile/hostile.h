@@ -1,14 +1,12 @@
-// Shared pieces of the hostile-input groups: the texts, buffers that end at
-// an inaccessible page (so that a write or read past their end faults at
-// once), the fifteen classes, and a fixture that checks after each group
-// that the heaps validate and no window, atom or GDI object is left over.
+// Shared pieces of the hostile-input groups: the texts, buffers that end at a no-access page (one byte too
+// far faults at once), the fifteen classes, and a fixture that checks after each group that the heaps
+// validate and no window, atom or GDI object is left over.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -21,147 +19,60 @@ namespace fktest {
 // len bytes that end right before a no-access page.
 class GuardedBuffer {
 public:
-    explicit GuardedBuffer(size_t len) : len_(len) {
-        const size_t page = 4096;
-        pages_ = (len + page - 1) / page + 1;
-        base_ = static_cast<char*>(VirtualAlloc(nullptr, pages_ * page, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+    explicit GuardedBuffer(size_t len) : len_(len), pages_((len + 4095) / 4096 + 1) {
+        base_ = static_cast<char*>(VirtualAlloc(nullptr, pages_ * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         DWORD old;
-        VirtualProtect(base_ + (pages_ - 1) * page, page, PAGE_NOACCESS, &old);
-        data_ = base_ + (pages_ - 1) * page - len;
+        VirtualProtect(base_ + (pages_ - 1) * 4096, 4096, PAGE_NOACCESS, &old);
     }
-    // A copy of text (with its terminator) that ends at the guard page.
-    static GuardedBuffer Text(const std::string& text) {
+    static GuardedBuffer Text(const std::string& text) {  // text and its terminator
         GuardedBuffer b(text.size() + 1);
         std::memcpy(b.data(), text.c_str(), text.size() + 1);
         return b;
     }
-    ~GuardedBuffer() {
-        if (base_) VirtualFree(base_, 0, MEM_RELEASE);
-    }
-    GuardedBuffer(GuardedBuffer&& o) noexcept : base_(o.base_), data_(o.data_), len_(o.len_), pages_(o.pages_) {
-        o.base_ = nullptr;
-    }
-    GuardedBuffer(const GuardedBuffer&) = delete;
-    GuardedBuffer& operator=(const GuardedBuffer&) = delete;
-    char* data() const { return data_; }
+    GuardedBuffer(GuardedBuffer&& o) noexcept : base_(o.base_), len_(o.len_), pages_(o.pages_) { o.base_ = nullptr; }
+    ~GuardedBuffer() { if (base_) VirtualFree(base_, 0, MEM_RELEASE); }
+    char* data() const { return base_ + (pages_ - 1) * 4096 - len_; }
     size_t size() const { return len_; }
 
 private:
-    char* base_ = nullptr;
-    char* data_ = nullptr;
-    size_t len_ = 0;
-    size_t pages_ = 0;
+    char* base_;
+    size_t len_, pages_;
 };
 
 struct HostileText {
     const char* name;
     std::string text;
 };
+const std::vector<HostileText>& HostileMethods();
+std::string HighBytes();  // 0x80-0xFF
+extern const char* const kAllClasses[15];
+extern const char* const kEntryClasses[5];  // the fields of the editing core
 
-// Method strings no caller should write: empty, a lone "@", unbalanced and
-// 10,000-deep parentheses, 64 KB, bytes 0x80-0xFF, printf directives in
-// messages, a keyword ending the text, ");" cuts.
-inline const std::vector<HostileText>& HostileMethods() {
-    static const std::vector<HostileText> texts = [] {
-        std::string high;
-        for (int c = 0x80; c <= 0xFF; ++c) high.push_back(static_cast<char>(c));
-        const std::string deep(10000, '(');
-        const std::string undeep(10000, ')');
-        std::string longest = "@MND@RNG(5,6)@CHC(7)@MSG(";
-        longest += std::string(65536 - longest.size() - 2, 'A') + ")";
-        return std::vector<HostileText>{
-            {"empty", ""},
-            {"lone @", "@"},
-            {"lone @@", "@@"},
-            {"unbalanced open", "@MND@RNG((1,5@CHC(a,(b@MSG((x"},
-            {"unbalanced close", "@MND@RNG(1,5))))@CHC)a,b)@MSG)))("},
-            {"deep parentheses", "@MND@RNG" + deep + "1,2" + undeep + "@CHC" + deep + undeep + "@MSG" + deep + "x"},
-            {"deep only", deep},
-            {"64 KB", longest},
-            {"64 KB item", "@MBOX(" + std::string(65530, 'B') + ")"},
-            {"high bytes", "@MND" + high + "@RNG(" + high + "," + high + ")@CHC(" + high + ")@MSG(" + high + ")"},
-            {"high keyword", "@" + high},
-            {"printf in message", "@MND@RNG(5,6)@CHC(9)@MSG(%s%n%s%n%p%x%99999999d)"},
-            {"printf in box", "@MND@RNG(5,6)@MBOX(%s%n:%n%s%s%s)"},
-            {"printf in status", "@MND@RNG(5,6)@STAT(%n%n%n%n)@WARN@BEEP"},
-            {"keyword at end", "@RNG(5,6)@MSG"},
-            {"open argument at end", "@MND@RNG(5,6)@MBOX("},
-            {"semicolon cut", "@RNG(1,2);@MSG(x);@MBOX(a:b)"},
-            {"empty groups", "@RNG()()()(,)@CHC()@MSG()@MBOX(:)@DLM()@KEY()@POS(,,,)"},
-            {"bound of 200 characters", "@RNG(" + std::string(200, '9') + "," + std::string(200, '-') + ")@CHC(" +
-                                            std::string(200, 'z') + ")"},
-            {"missing table", "@TBL(" + high + ")@KEY(-5)@DLM(" + high + ")@DISPLAY(99999,-1)@POS(" + high + ")"},
-            {"long table name", "@MND@TBL(" + std::string(600, 'T') + ")"},
-        };
-    }();
-    return texts;
-}
-
-// The fifteen classes.
-inline const std::vector<const char*>& AllClasses() {
-    static const std::vector<const char*> classes{
-        FK_CLASS_STRING,  FK_CLASS_NUMERIC, FK_CLASS_REAL,     FK_CLASS_BITMAP, FK_CLASS_ICON,
-        FK_CLASS_DATE,    FK_CLASS_COLOR,   FK_CLASS_TABLE,    FK_CLASS_CBTABLE, FK_CLASS_TICKER,
-        FK_CLASS_CURRENCY, FK_CLASS_BUTTON, FK_CLASS_LINE,     FK_CLASS_TEXT3D, FK_CLASS_FRAME3D,
-    };
-    return classes;
-}
-
-// The five entry fields: they keep the editing core's window words.
-inline const std::vector<const char*>& EntryClasses() {
-    static const std::vector<const char*> classes{FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL,
-                                                  FK_CLASS_CURRENCY, FK_CLASS_DATE};
-    return classes;
-}
-
-// A top-level parent that answers GXN_ERROR with GXR_HANDLED (no message
-// box) unless told to let errors through.
-HWND MakeHostileParent();
+HWND MakeHostileParent();          // answers GXN_ERROR with GXR_HANDLED unless g_parentHandlesErrors is false
 extern bool g_parentHandlesErrors;
-extern int g_errorsSeen;
+void NowTrying(const char* group, const char* what);  // named in the crash report
+void FillRandom(char* p, size_t n, uint32_t seed);
 
-// Names the input being tried, for the crash report.
-void NowTrying(const char* group, const char* what);
-
-// Closes any table popup of this thread that stays open longer than a few
-// timer ticks, so that no hostile table waits for a user.
+// Closes any table popup of this thread that stays open a few timer ticks: no hostile table waits for a user.
 class PopupCanceller {
 public:
-    PopupCanceller();
-    ~PopupCanceller();
-    PopupCanceller(const PopupCanceller&) = delete;
-    PopupCanceller& operator=(const PopupCanceller&) = delete;
-    static int cancelled();
+    PopupCanceller() : timer_(SetTimer(nullptr, 0, 20, Tick)) {}
+    ~PopupCanceller() { KillTimer(nullptr, timer_); }
 
 private:
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
     UINT_PTR timer_;
 };
 
-// One group of hostile inputs: takes the figures at the start, and at the
-// end checks that every heap validates and that the windows, atoms and GDI
-// objects are back where they were. count() the inputs tried.
 class HostileGroup : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
-    void count(long n = 1) { inputs_ += n; }
     HWND parent() const { return parent_; }
 
 private:
     ResourceFigures before_;
     HWND parent_ = nullptr;
-    long inputs_ = 0;
 };
-
-// Random bytes from a fixed seed.
-inline void FillRandom(char* p, size_t n, uint32_t seed) {
-    uint32_t x = seed * 2654435761u + 1;
-    for (size_t i = 0; i < n; ++i) {
-        x ^= x << 13;
-        x ^= x >> 17;
-        x ^= x << 5;
-        p[i] = static_cast<char>(x >> 24);
-    }
-}
 
 }  // namespace fktest

@@ -1,9 +1,6 @@
-// The resource figures themselves: each one moves by exactly what a test
-// creates and comes back when it is released.
-
+// The resource figures: each moves by exactly what a test makes and comes back when it is released.
 #include <gtest/gtest.h>
 #include <malloc.h>
-#include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,119 +11,81 @@
 
 namespace {
 
-using fktest::CountGdiObjects;
-using fktest::CountGlobalAtoms;
-using fktest::CountThreadWindows;
-using fktest::MeasureHeap;
+using namespace fktest;
 
-TEST(ResourceFigures, GdiTableIsReadable) {
-    // Stock objects and the screen DC belong to every process.
-    EXPECT_GT(CountGdiObjects(), 0);
-}
-
-// Each kind of object the library makes (brushes, pens, fonts, bitmaps,
-// regions) shows up in the count and leaves it again.
+// Every kind of object the library makes, DCs included, shows up in the count and leaves it again.
 TEST(ResourceFigures, GdiCountFollowsCreateAndDelete) {
-    using Maker = HGDIOBJ (*)(int);
-    const struct {
-        const char* kind;
-        Maker make;
-    } kinds[] = {
-        {"brush", [](int i) -> HGDIOBJ { return CreateSolidBrush(RGB(i, 2, 3)); }},
-        {"pen", [](int i) -> HGDIOBJ { return CreatePen(PS_SOLID, 1 + i % 3, RGB(i, 0, 0)); }},
-        {"font", [](int i) -> HGDIOBJ { return CreateFontA(10 + i % 7, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial"); }},
-        {"bitmap", [](int i) -> HGDIOBJ { return CreateBitmap(4 + i % 5, 4, 1, 1, nullptr); }},
-        {"region", [](int i) -> HGDIOBJ { return CreateRectRgn(0, 0, i + 1, i + 1); }},
+    DeleteDC(CreateCompatibleDC(nullptr));  // the first memory DC brings objects that stay
+    HGDIOBJ (*const kinds[])(int) = {
+        [](int i) -> HGDIOBJ { return CreateSolidBrush(RGB(i, 2, 3)); },
+        [](int i) -> HGDIOBJ { return CreatePen(PS_SOLID, 1 + i % 3, RGB(i, 0, 0)); },
+        [](int i) -> HGDIOBJ { return CreateFontA(10 + i % 7, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial"); },
+        [](int i) -> HGDIOBJ { return CreateBitmap(4 + i % 5, 4, 1, 1, nullptr); },
+        [](int i) -> HGDIOBJ { return CreateRectRgn(0, 0, i + 1, i + 1); },
+        [](int) -> HGDIOBJ { return CreateCompatibleDC(nullptr); },
     };
-    for (const auto& k : kinds) {
-        SCOPED_TRACE(k.kind);
+    ASSERT_GT(CountGdiObjects(), 0);  // stock objects and the screen DC
+    for (auto make : kinds) {
         const long before = CountGdiObjects();
         std::vector<HGDIOBJ> made;
-        for (int i = 0; i < 100; ++i) made.push_back(k.make(i));
+        for (int i = 0; i < 100; ++i) made.push_back(make(i));
         EXPECT_EQ(CountGdiObjects(), before + 100);
-        for (HGDIOBJ o : made) DeleteObject(o);
+        for (HGDIOBJ o : made) GetObjectType(o) == OBJ_MEMDC ? DeleteDC(static_cast<HDC>(o)) : DeleteObject(o);
         EXPECT_EQ(CountGdiObjects(), before);
     }
 }
 
-TEST(ResourceFigures, GdiCountSeesDeviceContexts) {
-    // The first memory DC of a process brings objects that stay.
-    DeleteDC(CreateCompatibleDC(nullptr));
-    const long before = CountGdiObjects();
-    HDC dc = CreateCompatibleDC(nullptr);
-    EXPECT_EQ(CountGdiObjects(), before + 1);
-    DeleteDC(dc);
-    EXPECT_EQ(CountGdiObjects(), before);
-}
-
-TEST(ResourceFigures, WindowCountTakesChildrenAndGrandchildren) {
-    // The first top-level window of a thread brings the thread's input
-    // method window with it, until the last one goes: keep one open.
-    fktest::UniqueWindow holder = fktest::MakeParent();
-    const long before = CountThreadWindows();
+TEST(ResourceFigures, WindowsAndAtoms) {
+    UniqueWindow holder = MakeParent();  // holds the thread's input-method window
+    const long windows = CountThreadWindows(), atoms = CountGlobalAtoms();
     {
-        fktest::UniqueWindow parent = fktest::MakeParent();
+        UniqueWindow parent = MakeParent();
         HWND child = CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 10, 10, parent, nullptr, nullptr, nullptr);
         CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 5, 5, child, nullptr, nullptr, nullptr);
         CreateWindowExA(0, "BUTTON", "", WS_CHILD, 0, 0, 5, 5, parent, nullptr, nullptr, nullptr);
-        EXPECT_EQ(CountThreadWindows(), before + 4);
+        EXPECT_EQ(CountThreadWindows(), windows + 4);
     }
-    EXPECT_EQ(CountThreadWindows(), before);
-}
-
-TEST(ResourceFigures, AtomCountFollowsAddAndDelete) {
-    const long before = CountGlobalAtoms();
-    std::vector<ATOM> atoms;
+    EXPECT_EQ(CountThreadWindows(), windows);
+    std::vector<ATOM> made;
     for (int i = 0; i < 10; ++i) {
         char name[64];
         std::snprintf(name, sizeof name, "FkResourceFigures%lu_%d", GetCurrentProcessId(), i);
-        atoms.push_back(GlobalAddAtomA(name));
+        made.push_back(GlobalAddAtomA(name));
     }
-    EXPECT_EQ(CountGlobalAtoms(), before + 10);
-    for (ATOM a : atoms) GlobalDeleteAtom(a);
-    EXPECT_EQ(CountGlobalAtoms(), before);
+    EXPECT_EQ(CountGlobalAtoms(), atoms + 10);
+    for (ATOM a : made) GlobalDeleteAtom(a);
+    EXPECT_EQ(CountGlobalAtoms(), atoms);
 }
 
-TEST(ResourceFigures, LocalAndGlobalBlocksAreProcessHeapBlocks) {
+// LocalAlloc and GlobalAlloc blocks are process-heap blocks; malloc blocks are the C runtime's.
+TEST(ResourceFigures, HeapBlocks) {
+    HANDLE crt = reinterpret_cast<HANDLE>(_get_heap_handle());
     std::vector<HLOCAL> locals;
     std::vector<HGLOBAL> globals;
-    locals.reserve(50);
-    globals.reserve(50);
-    const long before = MeasureHeap(GetProcessHeap()).blocks;
-    for (int i = 0; i < 50; ++i) locals.push_back(LocalAlloc(LMEM_ZEROINIT, 10 + i));
-    for (int i = 0; i < 50; ++i) globals.push_back(GlobalAlloc(GMEM_MOVEABLE, 10 + i));
-    EXPECT_EQ(MeasureHeap(GetProcessHeap()).blocks, before + 100);
-    for (HLOCAL l : locals) LocalFree(l);
-    for (HGLOBAL g : globals) GlobalFree(g);
-    EXPECT_EQ(MeasureHeap(GetProcessHeap()).blocks, before);
-}
-
-TEST(ResourceFigures, MallocBlocksAreCrtHeapBlocks) {
-    HANDLE crt = reinterpret_cast<HANDLE>(_get_heap_handle());
     std::vector<void*> blocks;
-    blocks.reserve(50);
-    const fktest::HeapFigures before = MeasureHeap(crt);
-    EXPECT_TRUE(before.valid);
-    for (int i = 0; i < 50; ++i) blocks.push_back(std::malloc(100));
-    const fktest::HeapFigures during = MeasureHeap(crt);
-    EXPECT_EQ(during.blocks, before.blocks + 50);
-    EXPECT_GE(during.bytes, before.bytes + 5000);
-    for (void* p : blocks) std::free(p);
-    EXPECT_EQ(MeasureHeap(crt).blocks, before.blocks);
+    locals.reserve(50), globals.reserve(50), blocks.reserve(50);
+    const HeapFigures process = MeasureHeap(GetProcessHeap()), runtime = MeasureHeap(crt);
+    EXPECT_TRUE(process.valid && runtime.valid);
+    for (int i = 0; i < 50; ++i)
+        locals.push_back(LocalAlloc(LMEM_ZEROINIT, 10 + i)), globals.push_back(GlobalAlloc(GMEM_MOVEABLE, 10 + i)),
+            blocks.push_back(std::malloc(100));
+    EXPECT_EQ(MeasureHeap(GetProcessHeap()).blocks, process.blocks + 100);
+    EXPECT_EQ(MeasureHeap(crt).blocks, runtime.blocks + 50);
+    EXPECT_GE(MeasureHeap(crt).bytes, runtime.bytes + 5000);
+    for (int i = 0; i < 50; ++i) LocalFree(locals[i]), GlobalFree(globals[i]), std::free(blocks[i]);
+    EXPECT_EQ(MeasureHeap(GetProcessHeap()).blocks, process.blocks);
+    EXPECT_EQ(MeasureHeap(crt).blocks, runtime.blocks);
 }
 
 TEST(ResourceFigures, SnapshotComparison) {
-    const fktest::ResourceFigures before = fktest::TakeResourceFigures();
+    const ResourceFigures before = TakeResourceFigures();
     EXPECT_TRUE(before.allHeapsValid);
-    EXPECT_TRUE(before.processHeap.valid);
-    EXPECT_TRUE(before.crtHeap.valid);
     HBRUSH leaked = CreateSolidBrush(RGB(9, 9, 9));
-    fktest::ResourceFigures after = fktest::TakeResourceFigures();
-    EXPECT_FALSE(fktest::HandlesBackAndHeapsValid(before, after));
-    EXPECT_NE(fktest::DescribeGrowth(before, after, false).find("gdi +1"), std::string::npos);
+    const std::string growth = DescribeGrowth(before, TakeResourceFigures(), false);
+    EXPECT_NE(growth.find("gdi +1"), std::string::npos) << growth;
+    EXPECT_NE(growth.find("gdi type 0x10 +1"), std::string::npos) << growth;
     DeleteObject(leaked);
-    after = fktest::TakeResourceFigures();
-    EXPECT_TRUE(fktest::HandlesBackAndHeapsValid(before, after)) << fktest::DescribeGrowth(before, after, false);
+    EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), false), "");
 }
 
 }  // namespace
