@@ -15,7 +15,7 @@ namespace {
 #pragma pack(push, 1)
 struct GdiEntry {
     uint64_t object;
-    uint32_t owner;  // low word: process id (0 under Wine and for stock objects)
+    uint32_t owner;   // low word: process id (0 under Wine and for stock objects)
     uint16_t unique;  // the handle's high word
     uint8_t type, flags;
     uint64_t user;
@@ -31,8 +31,8 @@ bool Describes(const GdiEntry* table, HGDIOBJ h) {
 
 bool IsHandleTable(const GdiEntry* table) {
     MEMORY_BASIC_INFORMATION info{};
-    if (table == nullptr || VirtualQuery(table, &info, sizeof info) == 0 || info.State != MEM_COMMIT ||
-        reinterpret_cast<UINT_PTR>(info.BaseAddress) + info.RegionSize < reinterpret_cast<UINT_PTR>(table) + kTableBytes)
+    if (!table || !VirtualQuery(table, &info, sizeof info) || info.State != MEM_COMMIT ||
+        (UINT_PTR)info.BaseAddress + info.RegionSize < (UINT_PTR)table + kTableBytes)
         return false;
     HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
     HPEN pen = CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
@@ -50,11 +50,11 @@ const GdiEntry* FindGdiTable() {
     GetSystemInfo(&si);
     MEMORY_BASIC_INFORMATION info{};
     for (auto* at = static_cast<const BYTE*>(si.lpMinimumApplicationAddress);
-         at < si.lpMaximumApplicationAddress && VirtualQuery(at, &info, sizeof info) != 0;
-         at = static_cast<const BYTE*>(info.BaseAddress) + info.RegionSize) {
+         at < si.lpMaximumApplicationAddress && VirtualQuery(at, &info, sizeof info); at += info.RegionSize) {
+        at = static_cast<const BYTE*>(info.BaseAddress);
         const auto* table = static_cast<const GdiEntry*>(info.BaseAddress);
         if (info.State == MEM_COMMIT && info.RegionSize == kTableBytes &&
-            (info.Protect & (PAGE_READWRITE | PAGE_READONLY)) != 0 && IsHandleTable(table))
+            (info.Protect & (PAGE_READWRITE | PAGE_READONLY)) && IsHandleTable(table))
             return table;
     }
     return nullptr;
@@ -78,13 +78,11 @@ void Append(std::string& out, const char* name, long before, long after) {
 
 long CountGdiObjects(long* byType) {
     static const GdiEntry* const table = FindGdiTable();
-    if (table == nullptr) return -1;
     const uint32_t pid = GetCurrentProcessId() & 0xFFFF;
-    long n = 0;
-    for (int i = 0; i < 0x10000; ++i) {
-        const uint32_t owner = table[i].owner & 0xFFFF;
-        if (table[i].type == 0 || (owner != pid && owner != 0)) continue;
-        if (byType != nullptr) ++byType[table[i].type];
+    long n = table ? 0 : -1;
+    for (int i = 0; table && i < 0x10000; ++i) {
+        if (table[i].type == 0 || ((table[i].owner & 0xFFFF) != pid && (table[i].owner & 0xFFFF) != 0)) continue;
+        if (byType) ++byType[table[i].type];
         ++n;
     }
     return n;
@@ -99,17 +97,15 @@ long CountThreadWindows() {
 long CountGlobalAtoms() {
     long n = 0;
     char name[256];
-    for (UINT atom = 0xC000; atom <= 0xFFFF; ++atom)
-        n += GlobalGetAtomNameA(static_cast<ATOM>(atom), name, sizeof name) != 0;
+    for (UINT atom = 0xC000; atom <= 0xFFFF; ++atom) n += GlobalGetAtomNameA(static_cast<ATOM>(atom), name, 256) != 0;
     return n;
 }
 
 HeapFigures MeasureHeap(HANDLE heap) {
     HeapFigures f;
-    if (heap == nullptr) return f;
-    f.valid = HeapValidate(heap, 0, nullptr) != FALSE;
-    if (!HeapLock(heap)) return f;
     PROCESS_HEAP_ENTRY entry{};
+    f.valid = heap && HeapValidate(heap, 0, nullptr);
+    if (!heap || !HeapLock(heap)) return f;
     while (HeapWalk(heap, &entry))
         if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++f.blocks, f.bytes += static_cast<long>(entry.cbData);
     HeapUnlock(heap);
@@ -135,15 +131,13 @@ std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures&
     Append(out, "windows", before.windows, after.windows);
     Append(out, "atoms", before.atoms, after.atoms);
     Append(out, "gdi", before.gdiObjects, after.gdiObjects);
+    char name[16];
     for (int t = 1; t < 256; ++t) {
-        char name[16];
         std::snprintf(name, sizeof name, "gdi type 0x%02x", t);
         Append(out, name, before.gdiByType[t], after.gdiByType[t]);
     }
-    if (withHeaps) {
-        Append(out, "process heap blocks", before.processHeap.blocks, after.processHeap.blocks);
-        Append(out, "crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks);
-    }
+    if (withHeaps) Append(out, "process heap blocks", before.processHeap.blocks, after.processHeap.blocks);
+    if (withHeaps) Append(out, "crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks);
     if (!after.allHeapsValid) out += out.empty() ? "a heap is corrupt" : ", a heap is corrupt";
     return out;
 }

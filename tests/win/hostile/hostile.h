@@ -6,13 +6,18 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/msgbox_watch.h"
 #include "tests/support/resources.h"
+#include "tests/win/tables/popup_driver.h"
 
 namespace fktest {
 
@@ -24,13 +29,11 @@ public:
         DWORD old;
         VirtualProtect(base_ + (pages_ - 1) * 4096, 4096, PAGE_NOACCESS, &old);
     }
-    static GuardedBuffer Text(const std::string& text) {  // text and its terminator
-        GuardedBuffer b(text.size() + 1);
-        std::memcpy(b.data(), text.c_str(), text.size() + 1);
-        return b;
+    explicit GuardedBuffer(const std::string& text) : GuardedBuffer(text.size() + 1) {  // text and its terminator
+        std::memcpy(data(), text.c_str(), text.size() + 1);
     }
-    GuardedBuffer(GuardedBuffer&& o) noexcept : base_(o.base_), len_(o.len_), pages_(o.pages_) { o.base_ = nullptr; }
-    ~GuardedBuffer() { if (base_) VirtualFree(base_, 0, MEM_RELEASE); }
+    GuardedBuffer(const GuardedBuffer&) = delete;
+    ~GuardedBuffer() { VirtualFree(base_, 0, MEM_RELEASE); }
     char* data() const { return base_ + (pages_ - 1) * 4096 - len_; }
     size_t size() const { return len_; }
 
@@ -39,35 +42,65 @@ private:
     size_t len_, pages_;
 };
 
+inline const char* const kAllClasses[] = {
+    FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL,    FK_CLASS_BITMAP, FK_CLASS_ICON,     FK_CLASS_DATE,
+    FK_CLASS_COLOR,  FK_CLASS_TABLE,   FK_CLASS_CBTABLE, FK_CLASS_TICKER, FK_CLASS_CURRENCY, FK_CLASS_BUTTON,
+    FK_CLASS_LINE,   FK_CLASS_TEXT3D,  FK_CLASS_FRAME3D};
+inline const char* const kEntryClasses[] = {FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL, FK_CLASS_CURRENCY,
+                                            FK_CLASS_DATE};  // the fields of the editing core
+
+inline std::string HighBytes() {  // 0x80-0xFF
+    std::string high;
+    for (int c = 0x80; c <= 0xFF; ++c) high.push_back(static_cast<char>(c));
+    return high;
+}
+
+inline void FillRandom(char* p, size_t n, uint32_t seed) {
+    uint32_t x = seed * 2654435761u + 1;
+    for (size_t i = 0; i < n; ++i) x ^= x << 13, x ^= x >> 17, x ^= x << 5, p[i] = static_cast<char>(x >> 24);
+}
+
 struct HostileText {
     const char* name;
     std::string text;
 };
 const std::vector<HostileText>& HostileMethods();
-std::string HighBytes();  // 0x80-0xFF
-extern const char* const kAllClasses[15];
-extern const char* const kEntryClasses[5];  // the fields of the editing core
 
-HWND MakeHostileParent();          // answers GXN_ERROR with GXR_HANDLED unless g_parentHandlesErrors is false
-extern bool g_parentHandlesErrors;
-void NowTrying(const char* group, const char* what);  // named in the crash report
-void FillRandom(char* p, size_t n, uint32_t seed);
+inline char g_trying[512] = "nothing yet";  // named in the crash report
+inline void NowTrying(const char* group, const char* what) {
+    std::snprintf(g_trying, sizeof g_trying, "%s: %s", group, what);
+}
+
+inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
+HWND MakeHostileParent();
+void Pump();
 
 // Closes any table popup of this thread that stays open a few timer ticks: no hostile table waits for a user.
-class PopupCanceller {
-public:
-    PopupCanceller() : timer_(SetTimer(nullptr, 0, 20, Tick)) {}
-    ~PopupCanceller() { KillTimer(nullptr, timer_); }
-
-private:
+struct PopupCanceller {
     static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
-    UINT_PTR timer_;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, Tick);
+    ~PopupCanceller() { KillTimer(nullptr, timer); }
 };
 
 class HostileGroup : public ::testing::Test {
 protected:
-    void SetUp() override;
-    void TearDown() override;
+    void SetUp() override {
+        g_parentHandlesErrors = true;
+        parent_ = MakeHostileParent();
+        before_ = TakeResourceFigures();
+        ASSERT_TRUE(before_.allHeapsValid);
+    }
+    void TearDown() override {  // figures taken with a parent open, as in SetUp: it holds the input-method window
+        DestroyWindow(parent_);
+        HWND holder = MakeHostileParent();
+        Pump();
+        const ResourceFigures after = TakeResourceFigures();
+        DestroyWindow(holder);
+        EXPECT_TRUE(after.allHeapsValid && after.windows <= before_.windows && after.atoms <= before_.atoms &&
+                    after.gdiObjects <= before_.gdiObjects)
+            << DescribeGrowth(before_, after, false);
+        NowTrying("between groups", "");
+    }
     HWND parent() const { return parent_; }
 
 private:

@@ -1,7 +1,4 @@
 // Hostile input through the message set and the editing core.
-#include <climits>
-#include <cstdio>
-
 #include "tests/win/hostile/hostile.h"
 
 namespace {
@@ -37,17 +34,21 @@ bool LParamIsANumber(UINT msg, WPARAM wp) {
 
 class HostileMessages : public HostileGroup {};
 
-// Every class: hostile method strings (what comes back is their start), 1 MB of WM_SETTEXT, and WM_DESTROY
-// sent by hand twice before the real one (the method block is freed once and not lost).
-TEST_F(HostileMessages, EveryClassWithHostileMethodsTextAndDestroy) {
-    GuardedBuffer copy(257), out(1024);
-    GuardedBuffer huge = GuardedBuffer::Text(std::string(1 << 20, 'W'));
+// Every class: hostile method strings (what comes back is their start); every number of the private set
+// with lParam 0, garbage (terminated at 63, 1024 bytes: the largest buffer a message fills) and, where it
+// is a number, wild pointers; 1 MB of WM_SETTEXT; WM_DESTROY sent by hand twice before the real one (the
+// method block is freed once and not lost).
+TEST_F(HostileMessages, EveryClass) {
+    GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
+    std::vector<UINT> numbers{GXM_SETMETHOD};
+    for (UINT msg = GXM_FIRST; msg <= GXM_LAST; ++msg) numbers.push_back(msg);
+    char what[64];
     for (const char* cls : kAllClasses) {
         HWND h = Create(parent(), cls);
         ASSERT_NE(h, nullptr) << cls;
         for (const auto& m : HostileMethods()) {
             NowTrying(cls, m.name);
-            GuardedBuffer text = GuardedBuffer::Text(m.text);
+            GuardedBuffer text(m.text);
             SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.data()));
             const std::string back = GetMethod(h, copy);
             EXPECT_EQ(m.text.compare(0, back.size(), back), 0) << cls << " " << m.name;
@@ -58,6 +59,20 @@ TEST_F(HostileMessages, EveryClassWithHostileMethodsTextAndDestroy) {
         SendMessageA(h, GXM_SETMETHOD, 0, 0);
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
 
+        uint32_t seed = 1;
+        for (UINT msg : numbers) {
+            for (WPARAM wp : {0u, 1u, 4u, 12u, 0xFFFFFFFFu}) {
+                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%X", msg, wp);
+                NowTrying(cls, what);
+                SendMessageA(h, msg, wp, 0);
+                FillRandom(garbage.data(), garbage.size(), seed++);
+                garbage.data()[63] = 0;
+                SendMessageA(h, msg, wp, reinterpret_cast<LPARAM>(garbage.data()));
+                if (LParamIsANumber(msg, wp)) SendMessageA(h, msg, wp, 1), SendMessageA(h, msg, wp, 0xDEADBEEF);
+            }
+        }
+        Paint(h);
+
         NowTrying(cls, "1 MB of WM_SETTEXT");
         SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data()));
         Paint(h);
@@ -65,7 +80,7 @@ TEST_F(HostileMessages, EveryClassWithHostileMethodsTextAndDestroy) {
         SendMessageA(h, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data()));
         EXPECT_LT(strnlen(out.data(), out.size()), out.size()) << cls;
         SendMessageA(h, WM_GETTEXTLENGTH, 0, 0);
-        for (WPARAM type : {0u, 1u, 3u, 4u, 5u}) SendMessageA(h, GXM_GETVALUE, type, reinterpret_cast<LPARAM>(out.data()));
+        for (WPARAM type : {0u, 1u, 3u, 4u, 5u}) SendMessageA(h, GXM_GETVALUE, type, (LPARAM)out.data());
         SendMessageA(h, GXM_VALIDATE, 0, 0);
         SendMessageA(h, WM_SETTEXT, 0, 0);
         Paint(h);
@@ -79,37 +94,15 @@ TEST_F(HostileMessages, EveryClassWithHostileMethodsTextAndDestroy) {
         DestroyWindow(h);
         EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr)) << cls;
     }
-}
-
-// Every number of the private set on every class, with lParam 0, garbage (terminated at 63, 1024 bytes:
-// the largest buffer a message fills) and, where it is a number, wild pointers.
-TEST_F(HostileMessages, EveryNumberOfTheSetWithNullAndGarbage) {
-    GuardedBuffer garbage(1024);
-    std::vector<UINT> numbers{GXM_SETMETHOD};
-    for (UINT msg = GXM_FIRST; msg <= GXM_LAST; ++msg) numbers.push_back(msg);
-    char what[64];
-    for (const char* cls : kAllClasses) {
-        HWND h = Create(parent(), cls);
-        ASSERT_NE(h, nullptr) << cls;
-        uint32_t seed = 1;
-        for (UINT msg : numbers) {
-            for (WPARAM wp : {0u, 1u, 4u, 12u, 0xFFFFFFFFu}) {
-                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%X", msg, wp);
-                NowTrying(cls, what);
-                SendMessageA(h, msg, wp, 0);
-                FillRandom(garbage.data(), garbage.size(), seed++);
-                garbage.data()[63] = 0;
-                SendMessageA(h, msg, wp, reinterpret_cast<LPARAM>(garbage.data()));
-                if (LParamIsANumber(msg, wp)) {
-                    SendMessageA(h, msg, wp, 1);
-                    SendMessageA(h, msg, wp, static_cast<LPARAM>(0xDEADBEEF));
-                }
-            }
-        }
-        NowTrying(cls, "paint after the message set");
-        Paint(h);
-        DestroyWindow(h);
+    // A caller handing a control its own method block back (from the window words) gets the same string.
+    HWND h = Create(parent(), FK_CLASS_STRING);
+    for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a longer text for a block of its own):x"}) {
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
+        ASSERT_NE(GetWindowLongA(h, 26), 0);
+        SendMessageA(h, GXM_SETMETHOD, 0, GetWindowLongA(h, 26));
+        EXPECT_EQ(GetMethod(h, copy), text);
     }
+    DestroyWindow(h);
 }
 
 // The editing core on the entry fields: hostile texts and masks, positions far outside, window words
@@ -123,7 +116,7 @@ TEST_F(HostileMessages, EditingCore) {
         SetFocus(h);
         for (const auto& t : HostileMethods()) {
             NowTrying(cls, t.name);
-            GuardedBuffer text = GuardedBuffer::Text(t.text), mask = GuardedBuffer::Text(t.text);
+            GuardedBuffer text(t.text), mask(t.text);
             for (int i = 0; i < 4; ++i) {
                 SetWindowLongA(h, 12, selections[i]);
                 SetWindowLongA(h, 16, carets[i]);
@@ -150,36 +143,19 @@ TEST_F(HostileMessages, EditingCore) {
         DestroyWindow(h);
     }
     HWND stat = Create(parent(), "STATIC"), button = Create(parent(), "BUTTON"), list = Create(parent(), "LISTBOX");
+    HWND dead = Create(parent(), "STATIC");
+    DestroyWindow(dead);
     char text[] = "foreign text", mask[] = "##-##";
-    for (HWND h : {stat, button, list, parent(), GetDesktopWindow(), HWND{}, reinterpret_cast<HWND>(0x1234)}) {
+    for (HWND h : {stat, button, list, parent(), GetDesktopWindow(), dead, HWND{}, reinterpret_cast<HWND>(0x1234)}) {
         NowTrying("editing core", "foreign window");
         twDrawField(h, text, GXDF_ANY, 0);
         twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
         MouseButtonDown(h, 10, text, mask, 0, 0);
+        MouseButtonDown(h, 10, text, nullptr, 0, 0);
         MouseMove(h, 30, text, 1);
         ReleaseCapture();
     }
-    DestroyWindow(stat);
-    twDrawField(stat, text, GXDF_ANY, 0);
-    MouseButtonDown(stat, 10, text, nullptr, 0, 0);
     DestroyCaret();
-    DestroyWindow(button);
-    DestroyWindow(list);
-}
-
-// A caller handing a control its own method block back (from the window words) gets the same string,
-// not freed memory.
-TEST_F(HostileMessages, OwnMethodBlockHandedBack) {
-    HWND h = Create(parent(), FK_CLASS_STRING);
-    GuardedBuffer copy(257);
-    for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a rather longer text for a block of its own):x"}) {
-        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-        const LPARAM own = GetWindowLongA(h, 26);
-        ASSERT_NE(own, 0);
-        SendMessageA(h, GXM_SETMETHOD, 0, own);
-        EXPECT_EQ(GetMethod(h, copy), text);
-    }
-    DestroyWindow(h);
 }
 
 }  // namespace

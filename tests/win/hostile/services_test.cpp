@@ -1,9 +1,5 @@
 // Hostile input to the exported services: validation and error reporting, and the method-string editors
 // held to their buffer contract (buffers end at a guard page).
-#include <climits>
-#include <ctime>
-
-#include "tests/support/msgbox_watch.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace {
@@ -28,7 +24,7 @@ TEST_F(HostileServices, ValidationAndErrorReporting) {
     std::vector<char> random(256);
     for (const auto& m : HostileMethods()) {
         NowTrying("validation", m.name);
-        GuardedBuffer method = GuardedBuffer::Text(m.text), asText = GuardedBuffer::Text(m.text);
+        GuardedBuffer method(m.text), asText(m.text);
         FillRandom(random.data(), random.size(), static_cast<uint32_t>(m.text.size()));
         random[40] = 0;
         g_parentHandlesErrors = true;
@@ -102,7 +98,7 @@ TEST_F(HostileServices, MethodEditorsKeepToTheirBuffers) {
             const int removed = twRemoveMethodParam(method.data(), item.c_str());
             EXPECT_TRUE(removed == 0 || removed == 1);
         }
-        GuardedBuffer method = GuardedBuffer::Text(m.text);
+        GuardedBuffer method(m.text);
         EXPECT_EQ(twAddMethodParam(method.data(), nullptr), 0);
         EXPECT_EQ(twRemoveMethodParam(method.data(), nullptr), 0);
     }

@@ -1,10 +1,6 @@
 // Hostile tables (missing, empty, binary, oversize, device names) through the table store and popup, and
 // hostile clipboard contents through the paste.
-#include <algorithm>
-#include <climits>
-
 #include "tests/win/hostile/hostile.h"
-#include "tests/win/tables/popup_driver.h"
 
 namespace {
 
@@ -41,24 +37,20 @@ protected:
 TEST_F(HostileTables, SearchLoadAndCopyHostileTables) {
     const std::string high = HighBytes();
     const std::vector<std::string> names{
-        "", "fk_no_such_table", "fk_no_such_dir\\fk_no_such.tbl", std::string(300, 'n'), std::string(70000, 'n'),
-        "@RES", "@RES(", "@RES()", "@RES(FK_NO_SUCH)", "@RES(" + std::string(5000, 'R') + ")", "@res(#1)", "NUL",
-        ".", "..\\", high,
-        Write("fk_hostile_empty.tbl", ""),
-        Write("fk_hostile_blank.tbl", "\r\n\n\r   \t\r\n\x1A" "A,B\r\n"),
-        Write("fk_hostile_binary.tbl", Binary(64 * 1024, 7)),
-        Write("fk_hostile_binlines.tbl", Binary(256 * 1024, 9, true)),
+        "", "fk_no_such_table", "fk_no_such_dir\\fk_no_such.tbl", std::string(300, 'n'), std::string(70000, 'n'), high,
+        "@RES", "@RES(", "@RES()", "@RES(FK_NO_SUCH)", "@RES(" + std::string(5000, 'R') + ")", "@res(#1)", "NUL", ".",
+        "..\\", Write("fk_hostile_empty.tbl", ""), Write("fk_hostile_blank.tbl", "\r\n\n\r   \t\r\n\x1A" "A,B\r\n"),
+        Write("fk_hostile_binary.tbl", Binary(64 * 1024, 7)), Write("fk_hostile_ln.tbl", Binary(256 * 1024, 9, true)),
         Write("fk_hostile_longline.tbl", std::string(1 << 20, 'L') + ",KEY\r\nKEY,x\r\n"),
         Write("fk_hostile_delims.tbl", std::string(100000, ',') + "\r\n" + std::string(100000, '\n')),
-        Write("fk_hostile_oversize.tbl", std::string((4u << 20) + 1, 'O')),
-    };
+        Write("fk_hostile_oversize.tbl", std::string((4u << 20) + 1, 'O'))};
     const std::vector<std::string> keys{"", " ", "KEY", "A", high, std::string(5000, 'L'), Binary(20, 3)};
     for (const auto& name : names) {
         NowTrying("twSearchTable", name.substr(0, 60).c_str());
-        GuardedBuffer n = GuardedBuffer::Text(name);
+        GuardedBuffer n(name);
         twLoadTable(n.data(), nullptr);
         for (const auto& key : keys) {
-            GuardedBuffer k = GuardedBuffer::Text(key);
+            GuardedBuffer k(key);
             for (int column : {INT_MIN, -1, 0, 1, 2, 255, 256, 100000, INT_MAX})
                 for (char delimiter : {'\0', ',', '\xFF', '\n', 'L', ' '})
                     ExpectCut(twSearchTable(n.data(), column, k.data(), delimiter, nullptr, 0), 0);
@@ -93,13 +85,13 @@ TEST_F(HostileTables, ShowTableOverHostileTables) {
         Write("fk_hostile_show_long.tbl", std::string(1 << 16, 'S') + "\r\n" + std::string(300, 'T') + ",x\r\n"),
         Write("fk_hostile_show_tabs.tbl", std::string(300, '\t') + "\r\n%s%n,%s%n\r\n"),
     };
+    const int M = INT_MAX;
     const struct {
         int lineMax, x, y, cx, cy;
         DWORD mask;
-    } cases[] = {{INT_MIN, 0, 0, 0, 0, 0},          {-1, -30000, -30000, 5, 5, 1},
-                 {0, INT_MAX, INT_MAX, INT_MAX, INT_MAX, 0x80000000u}, {1, 10, 10, -50, -50, 0xFFFFFFFFu},
-                 {2, -30000, -30000, 5, 5, 0},      {17, 10, 10, -50, -50, 1},
-                 {256, 0, 0, 0, 0, 0xFFFFFFFFu},    {INT_MAX, INT_MAX, INT_MAX, INT_MAX, INT_MAX, 0x80000000u}};
+    } cases[] = {{INT_MIN, 0, 0, 0, 0, 0}, {-1, -30000, -30000, 5, 5, 1}, {0, M, M, M, M, 0x80000000u},
+                 {1, 10, 10, -50, -50, 0xFFFFFFFFu}, {2, -30000, -30000, 5, 5, 0}, {17, 10, 10, -50, -50, 1},
+                 {256, 0, 0, 0, 0, 0xFFFFFFFFu}, {M, M, M, M, M, 0x80000000u}};
     for (const auto& path : paths) {
         for (const auto& c : cases) {
             NowTrying("twShowTable", path.c_str());
@@ -122,7 +114,7 @@ protected:
         HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
         std::memcpy(GlobalLock(block), bytes, size);
         GlobalUnlock(block);
-        bool set = OpenClipboard(parent()) && EmptyClipboard() && SetClipboardData(CF_TEXT, block) != nullptr;
+        const bool set = OpenClipboard(parent()) && EmptyClipboard() && SetClipboardData(CF_TEXT, block);
         CloseClipboard();
         if (!set) GlobalFree(block);
         return set;
