@@ -67,24 +67,14 @@ BOOL CALLBACK CountTopLevel(HWND h, LPARAM counter) {
     return CountChild(h, counter);
 }
 
-void Append(std::string& out, const char* name, long before, long after) {
-    char item[96];
-    std::snprintf(item, sizeof item, "%s%s %+ld (%ld -> %ld)", out.empty() ? "" : ", ", name, after - before,
-                  before, after);
-    if (before != after) out += item;
-}
-
 }  // namespace
 
-long CountGdiObjects(long* byType) {
+long CountGdiObjects() {
     static const GdiEntry* const table = FindGdiTable();
     const uint32_t pid = GetCurrentProcessId() & 0xFFFF;
     long n = table ? 0 : -1;
-    for (int i = 0; table && i < 0x10000; ++i) {
-        if (table[i].type == 0 || ((table[i].owner & 0xFFFF) != pid && (table[i].owner & 0xFFFF) != 0)) continue;
-        if (byType) ++byType[table[i].type];
-        ++n;
-    }
+    for (int i = 0; table && i < 0x10000; ++i)
+        n += table[i].type != 0 && ((table[i].owner & 0xFFFF) == pid || (table[i].owner & 0xFFFF) == 0);
     return n;
 }
 
@@ -116,7 +106,7 @@ ResourceFigures TakeResourceFigures() {
     ResourceFigures f;
     f.windows = CountThreadWindows();
     f.atoms = CountGlobalAtoms();
-    f.gdiObjects = CountGdiObjects(f.gdiByType);
+    f.gdiObjects = CountGdiObjects();
     f.processHeap = MeasureHeap(GetProcessHeap());
     f.crtHeap = MeasureHeap(reinterpret_cast<HANDLE>(_get_heap_handle()));
     HANDLE heaps[256];
@@ -127,18 +117,23 @@ ResourceFigures TakeResourceFigures() {
 }
 
 std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures& after, bool withHeaps) {
-    std::string out;
-    Append(out, "windows", before.windows, after.windows);
-    Append(out, "atoms", before.atoms, after.atoms);
-    Append(out, "gdi", before.gdiObjects, after.gdiObjects);
-    char name[16];
-    for (int t = 1; t < 256; ++t) {
-        std::snprintf(name, sizeof name, "gdi type 0x%02x", t);
-        Append(out, name, before.gdiByType[t], after.gdiByType[t]);
+    const struct {
+        const char* name;
+        long before, after;
+        bool shown;
+    } rows[] = {{"windows", before.windows, after.windows, true},
+                {"atoms", before.atoms, after.atoms, true},
+                {"gdi", before.gdiObjects, after.gdiObjects, true},
+                {"process heap blocks", before.processHeap.blocks, after.processHeap.blocks, withHeaps},
+                {"crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks, withHeaps}};
+    std::string out = after.allHeapsValid ? "" : "a heap is corrupt";
+    char item[96];
+    for (const auto& r : rows) {
+        if (!r.shown || r.before == r.after) continue;
+        std::snprintf(item, sizeof item, "%s%s %+ld (%ld -> %ld)", out.empty() ? "" : ", ", r.name,
+                      r.after - r.before, r.before, r.after);
+        out += item;
     }
-    if (withHeaps) Append(out, "process heap blocks", before.processHeap.blocks, after.processHeap.blocks);
-    if (withHeaps) Append(out, "crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks);
-    if (!after.allHeapsValid) out += out.empty() ? "a heap is corrupt" : ", a heap is corrupt";
     return out;
 }
 

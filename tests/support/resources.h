@@ -19,18 +19,17 @@ struct ResourceFigures {
     long windows = 0;          // windows of this thread, children included
     long atoms = 0;            // named global string atoms
     long gdiObjects = -1;      // -1 when the handle table cannot be read
-    long gdiByType[256] = {};  // the same by table type (0x01 DC, 0x04 region, 0x05 bitmap, 0x0a font, 0x10 brush)
     HeapFigures processHeap;   // LocalAlloc and GlobalAlloc blocks
     HeapFigures crtHeap;       // malloc and new
     bool allHeapsValid = false;
 };
 
 ResourceFigures TakeResourceFigures();  // a few hundred ms under Wine (the atom scan)
-long CountGdiObjects(long* byType = nullptr);
+long CountGdiObjects();
 long CountThreadWindows();
 long CountGlobalAtoms();
 HeapFigures MeasureHeap(HANDLE heap);
-// "windows +2 (3 -> 5), gdi -1 (...)" for the figures that differ; empty when they agree.
+// "windows +2 (3 -> 5), gdi -1 (7 -> 6)" for the figures that differ; empty when they agree.
 std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures& after, bool withHeaps);
 
 }  // namespace fktest

@@ -1,5 +1,4 @@
-// Hostile tables (missing, empty, binary, oversize, device names) through the table store and popup, and
-// hostile clipboard contents through the paste.
+// Hostile tables through the table store and popup, hostile clipboard contents through the paste.
 #include "tests/win/hostile/hostile.h"
 
 namespace {
@@ -23,23 +22,42 @@ void ExpectCut(HGLOBAL line, int lineMax) {
     GlobalFree(line);
 }
 
-class HostileTables : public HostileGroup {
+class HostileStores : public HostileGroup {
 protected:
     void TearDown() override {
         twFreeTable(nullptr);
         for (const auto& p : files) DeleteFileA(p.c_str());
+        if (OpenClipboard(parent())) EmptyClipboard(), CloseClipboard();
         HostileGroup::TearDown();
     }
     std::string Write(const char* name, const std::string& text) { return files.emplace_back(WriteTable(name, text)); }
+    bool Put(const char* bytes, size_t size) {  // size bytes as CF_TEXT, as they are
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(block), bytes, size);
+        GlobalUnlock(block);
+        const bool set = OpenClipboard(parent()) && EmptyClipboard() && SetClipboardData(CF_TEXT, block);
+        CloseClipboard();
+        if (!set) GlobalFree(block);
+        return set;
+    }
+    std::string Paste(int max) {  // into a buffer of exactly max bytes
+        GuardedBuffer out(max > 0 ? static_cast<size_t>(max) : 1);
+        std::memset(out.data(), '#', out.size());
+        pasted = twClipboardPasteText(parent(), out.data(), max);
+        return std::string(out.data(), strnlen(out.data(), out.size()));
+    }
     std::vector<std::string> files;
+    int pasted = -1;
 };
 
-TEST_F(HostileTables, SearchLoadAndCopyHostileTables) {
-    const std::string high = HighBytes();
+// Missing, empty, binary and oversize tables and device names through the store, the copy and the popup.
+// The popup hands back at most lineMax - 1 characters whatever the lines, rectangle and column mask.
+TEST_F(HostileStores, Tables) {
+    const std::string high = HighBytes(), empty = Write("fk_hostile_empty.tbl", "");
     const std::vector<std::string> names{
         "", "fk_no_such_table", "fk_no_such_dir\\fk_no_such.tbl", std::string(300, 'n'), std::string(70000, 'n'), high,
         "@RES", "@RES(", "@RES()", "@RES(FK_NO_SUCH)", "@RES(" + std::string(5000, 'R') + ")", "@res(#1)", "NUL", ".",
-        "..\\", Write("fk_hostile_empty.tbl", ""), Write("fk_hostile_blank.tbl", "\r\n\n\r   \t\r\n\x1A" "A,B\r\n"),
+        "..\\", empty, Write("fk_hostile_blank.tbl", "\r\n\n\r   \t\r\n\x1A" "A,B\r\n"),
         Write("fk_hostile_binary.tbl", Binary(64 * 1024, 7)), Write("fk_hostile_ln.tbl", Binary(256 * 1024, 9, true)),
         Write("fk_hostile_longline.tbl", std::string(1 << 20, 'L') + ",KEY\r\nKEY,x\r\n"),
         Write("fk_hostile_delims.tbl", std::string(100000, ',') + "\r\n" + std::string(100000, '\n')),
@@ -65,21 +83,16 @@ TEST_F(HostileTables, SearchLoadAndCopyHostileTables) {
 
     const std::string source = Write("fk_hostile_copy_src.tbl", "A,1\r\nB,2\r\n"), dest = source + ".copy";
     files.push_back(dest);
-    EXPECT_EQ(twCopyFile(nullptr, dest.c_str()), 0);
-    EXPECT_EQ(twCopyFile(source.c_str(), nullptr), 0);
-    EXPECT_EQ(twCopyFile("", ""), 0);
-    EXPECT_EQ(twCopyFile("fk_no_such_table", dest.c_str()), 0);
-    EXPECT_EQ(twCopyFile(source.c_str(), std::string(70000, 'd').c_str()), 0);
-    EXPECT_EQ(twCopyFile(source.c_str(), source.c_str()), 0);  // onto itself: refused, the table kept
+    const std::string longName(70000, 'd');
+    const char *from = source.c_str(), *to = dest.c_str();  // onto itself: refused, the table kept
+    for (auto [a, b] : {std::pair{(const char*)nullptr, to}, {from, nullptr}, {"", ""}, {"fk_no_such_table", to},
+                        {from, longName.c_str()}, {from, from}})
+        EXPECT_EQ(twCopyFile(a, b), 0) << (a ? a : "null") << " " << (b ? std::string(b).substr(0, 9) : "null");
     HGLOBAL line = twSearchTable(source.c_str(), 1, "B", ',', nullptr, 0);
     EXPECT_NE(line, nullptr);
     ExpectCut(line, 0);
     EXPECT_EQ(twCopyFile(source.c_str(), dest.c_str()), 1);
-}
 
-// The popup over hostile tables hands back at most lineMax - 1 characters, whatever the lines, the
-// rectangle and the column mask (each tried once per table); missing and empty tables show nothing.
-TEST_F(HostileTables, ShowTableOverHostileTables) {
     const std::string paths[] = {
         Write("fk_hostile_show_bin.tbl", Binary(32 * 1024, 5, true)),
         Write("fk_hostile_show_long.tbl", std::string(1 << 16, 'S') + "\r\n" + std::string(300, 'T') + ",x\r\n"),
@@ -101,38 +114,14 @@ TEST_F(HostileTables, ShowTableOverHostileTables) {
             EXPECT_NE(driver.popup, nullptr) << path << " " << c.lineMax;
         }
     }
-    const std::string empty = Write("fk_hostile_show_empty.tbl", "");
     for (const char* name : {static_cast<const char*>(nullptr), "", "fk_no_such_table", empty.c_str()}) {
         EXPECT_EQ(twShowTable(parent(), name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
         EXPECT_EQ(twShowTable(nullptr, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
     }
 }
 
-class HostileClipboard : public HostileGroup {
-protected:
-    bool Put(const char* bytes, size_t size) {  // size bytes as CF_TEXT, as they are
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-        std::memcpy(GlobalLock(block), bytes, size);
-        GlobalUnlock(block);
-        const bool set = OpenClipboard(parent()) && EmptyClipboard() && SetClipboardData(CF_TEXT, block);
-        CloseClipboard();
-        if (!set) GlobalFree(block);
-        return set;
-    }
-    std::string Paste(int max, int* result = nullptr) {  // into a buffer of exactly max bytes
-        GuardedBuffer out(max > 0 ? static_cast<size_t>(max) : 1);
-        std::memset(out.data(), '#', out.size());
-        const int r = twClipboardPasteText(parent(), out.data(), max);
-        if (result) *result = r;
-        return std::string(out.data(), strnlen(out.data(), out.size()));
-    }
-    void TearDown() override {
-        if (OpenClipboard(parent())) EmptyClipboard(), CloseClipboard();
-        HostileGroup::TearDown();
-    }
-};
-
-TEST_F(HostileClipboard, TextWithoutTerminatorEmbeddedNulAndTenMegabytes) {
+// Clipboard text without a terminator, with embedded NULs, of 10 MB, and hostile arguments.
+TEST_F(HostileStores, Clipboard) {
     // The text ends with its block; Wine makes the block's last byte a terminator: 99 or 100 arrive.
     ASSERT_TRUE(Put(std::string(100, 'U').data(), 100));
     for (int max : {1, 50, 99, 100, 101, 159, 4096}) {
@@ -157,16 +146,11 @@ TEST_F(HostileClipboard, TextWithoutTerminatorEmbeddedNulAndTenMegabytes) {
     EXPECT_EQ(Paste(static_cast<int>(size) + 1).size(), size);
     EXPECT_EQ(twClipboardCopyText(parent(), text.c_str(), 10), 1);  // cut to what the caller allows
     EXPECT_EQ(Paste(159), std::string(10, 'M'));
-}
 
-TEST_F(HostileClipboard, HostileArguments) {
     ASSERT_TRUE(Put("xyz", 4));
-    int r = -1;
     EXPECT_EQ(twClipboardPasteText(parent(), nullptr, 100), 1);
-    Paste(0, &r);
-    EXPECT_EQ(r, 1);
-    Paste(-5, &r);
-    EXPECT_EQ(r, 1);
+    EXPECT_EQ((Paste(0), pasted), 1);
+    EXPECT_EQ((Paste(-5), pasted), 1);
     EXPECT_EQ(twClipboardPasteText(reinterpret_cast<HWND>(0x1234), nullptr, 0), 0);  // cannot open the clipboard
     EXPECT_EQ(twClipboardCopyText(parent(), nullptr, 5), 1);
     EXPECT_EQ(Paste(10), "");
@@ -179,8 +163,7 @@ TEST_F(HostileClipboard, HostileArguments) {
     OpenClipboard(parent());
     EmptyClipboard();
     CloseClipboard();
-    Paste(10, &r);
-    EXPECT_EQ(r, 0);  // an empty clipboard pastes nothing
+    EXPECT_EQ((Paste(10), pasted), 0);  // an empty clipboard pastes nothing
 }
 
 }  // namespace
