@@ -6,17 +6,17 @@
 #include <cstdio>
 
 namespace fktest {
-
 namespace {
 
-// 64K entries of 24 bytes; a non-zero type marks a live object. Windows points PEB->GdiSharedHandleTable
-// (0x94) at it; 32-bit Wine 8 leaves that null, and the table is the committed region of that size whose
-// entries describe two fresh objects.
+// 64K entries of 24 bytes; a non-zero type marks a live object, unique holds the handle's high word and
+// owner's low word the process id (0 under Wine and for stock objects). Windows points
+// PEB->GdiSharedHandleTable (0x94) at it; 32-bit Wine 8 leaves that null, and the table is the committed
+// region of that size whose entries describe two fresh objects.
 #pragma pack(push, 1)
 struct GdiEntry {
     uint64_t object;
-    uint32_t owner;   // low word: process id (0 under Wine and for stock objects)
-    uint16_t unique;  // the handle's high word
+    uint32_t owner;
+    uint16_t unique;
     uint8_t type, flags;
     uint64_t user;
 };
@@ -24,28 +24,25 @@ struct GdiEntry {
 static_assert(sizeof(GdiEntry) == 24, "GDI handle entries are 24 bytes");
 constexpr SIZE_T kTableBytes = sizeof(GdiEntry) * 0x10000;
 
-bool Describes(const GdiEntry* table, HGDIOBJ h) {
-    const auto bits = static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(h));
-    return table[bits & 0xFFFF].type != 0 && table[bits & 0xFFFF].unique == (bits >> 16);
-}
-
 bool IsHandleTable(const GdiEntry* table) {
     MEMORY_BASIC_INFORMATION info{};
     if (!table || !VirtualQuery(table, &info, sizeof info) || info.State != MEM_COMMIT ||
         (UINT_PTR)info.BaseAddress + info.RegionSize < (UINT_PTR)table + kTableBytes)
         return false;
-    HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
-    HPEN pen = CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
-    const bool ok = Describes(table, brush) && Describes(table, pen);
+    const auto describes = [table](HGDIOBJ h) {
+        const auto bits = static_cast<uint32_t>(reinterpret_cast<UINT_PTR>(h));
+        return table[bits & 0xFFFF].type != 0 && table[bits & 0xFFFF].unique == (bits >> 16);
+    };
+    HGDIOBJ brush = CreateSolidBrush(RGB(1, 2, 3)), pen = CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
+    const bool ok = describes(brush) && describes(pen);
     DeleteObject(brush);
     DeleteObject(pen);
     return ok;
 }
 
 const GdiEntry* FindGdiTable() {
-    const auto* peb = reinterpret_cast<const BYTE*>(__readfsdword(0x30));
-    if (peb && IsHandleTable(*reinterpret_cast<const GdiEntry* const*>(peb + 0x94)))
-        return *reinterpret_cast<const GdiEntry* const*>(peb + 0x94);
+    const auto* const* fromPeb = reinterpret_cast<const GdiEntry* const*>(__readfsdword(0x30) + 0x94);
+    if (IsHandleTable(*fromPeb)) return *fromPeb;
     SYSTEM_INFO si;
     GetSystemInfo(&si);
     MEMORY_BASIC_INFORMATION info{};
@@ -103,12 +100,8 @@ HeapFigures MeasureHeap(HANDLE heap) {
 }
 
 ResourceFigures TakeResourceFigures() {
-    ResourceFigures f;
-    f.windows = CountThreadWindows();
-    f.atoms = CountGlobalAtoms();
-    f.gdiObjects = CountGdiObjects();
-    f.processHeap = MeasureHeap(GetProcessHeap());
-    f.crtHeap = MeasureHeap(reinterpret_cast<HANDLE>(_get_heap_handle()));
+    ResourceFigures f{CountThreadWindows(), CountGlobalAtoms(), CountGdiObjects(), MeasureHeap(GetProcessHeap()),
+                      MeasureHeap(reinterpret_cast<HANDLE>(_get_heap_handle()))};
     HANDLE heaps[256];
     const DWORD n = GetProcessHeaps(256, heaps);
     f.allHeapsValid = n <= 256;
@@ -121,8 +114,7 @@ std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures&
         const char* name;
         long before, after;
         bool shown;
-    } rows[] = {{"windows", before.windows, after.windows, true},
-                {"atoms", before.atoms, after.atoms, true},
+    } rows[] = {{"windows", before.windows, after.windows, true}, {"atoms", before.atoms, after.atoms, true},
                 {"gdi", before.gdiObjects, after.gdiObjects, true},
                 {"process heap blocks", before.processHeap.blocks, after.processHeap.blocks, withHeaps},
                 {"crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks, withHeaps}};

@@ -17,29 +17,26 @@
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/resources.h"
+#include "tests/support/window.h"
 #include "tests/win/tables/popup_driver.h"
 
 namespace fktest {
 
-// len bytes that end right before a no-access page.
-class GuardedBuffer {
-public:
-    explicit GuardedBuffer(size_t len) : len_(len), pages_((len + 4095) / 4096 + 1) {
-        base_ = static_cast<char*>(VirtualAlloc(nullptr, pages_ * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+struct GuardedBuffer {  // len bytes that end right before a no-access page
+    explicit GuardedBuffer(size_t len) : len(len), pages((len + 4095) / 4096 + 1) {
+        base = static_cast<char*>(VirtualAlloc(nullptr, pages * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         DWORD old;
-        VirtualProtect(base_ + (pages_ - 1) * 4096, 4096, PAGE_NOACCESS, &old);
+        VirtualProtect(base + (pages - 1) * 4096, 4096, PAGE_NOACCESS, &old);
     }
     explicit GuardedBuffer(const std::string& text) : GuardedBuffer(text.size() + 1) {  // text and its terminator
         std::memcpy(data(), text.c_str(), text.size() + 1);
     }
     GuardedBuffer(const GuardedBuffer&) = delete;
-    ~GuardedBuffer() { VirtualFree(base_, 0, MEM_RELEASE); }
-    char* data() const { return base_ + (pages_ - 1) * 4096 - len_; }
-    size_t size() const { return len_; }
-
-private:
-    char* base_;
-    size_t len_, pages_;
+    ~GuardedBuffer() { VirtualFree(base, 0, MEM_RELEASE); }
+    char* data() const { return base + (pages - 1) * 4096 - len; }
+    size_t size() const { return len; }
+    const size_t len, pages;
+    char* base;
 };
 
 inline const char* const kAllClasses[] = {
@@ -72,8 +69,9 @@ inline void NowTrying(const char* group, const char* what) {
 }
 
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
-HWND MakeHostileParent();
-void Pump();
+inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
+}
 
 // Closes any table popup of this thread that stays open a few timer ticks: no hostile table waits for a user.
 struct PopupCanceller {
@@ -86,26 +84,22 @@ class HostileGroup : public ::testing::Test {
 protected:
     void SetUp() override {
         g_parentHandlesErrors = true;
-        parent_ = MakeHostileParent();
-        before_ = TakeResourceFigures();
-        ASSERT_TRUE(before_.allHeapsValid);
+        parent = MakeParent(HostileParentProc);
+        before = TakeResourceFigures();
+        ASSERT_TRUE(before.allHeapsValid);
     }
     void TearDown() override {  // figures taken with a parent open, as in SetUp: it holds the input-method window
-        DestroyWindow(parent_);
-        HWND holder = MakeHostileParent();
-        Pump();
+        parent.reset();
+        UniqueWindow holder = MakeParent(HostileParentProc);
+        PumpMessages();
         const ResourceFigures after = TakeResourceFigures();
-        DestroyWindow(holder);
-        EXPECT_TRUE(after.allHeapsValid && after.windows <= before_.windows && after.atoms <= before_.atoms &&
-                    after.gdiObjects <= before_.gdiObjects)
-            << DescribeGrowth(before_, after, false);
+        EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
+                    after.gdiObjects <= before.gdiObjects)
+            << DescribeGrowth(before, after, false);
         NowTrying("between groups", "");
     }
-    HWND parent() const { return parent_; }
-
-private:
-    ResourceFigures before_;
-    HWND parent_ = nullptr;
+    ResourceFigures before;
+    UniqueWindow parent;
 };
 
 }  // namespace fktest

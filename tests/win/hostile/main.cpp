@@ -37,11 +37,6 @@ LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-LRESULT CALLBACK ParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == GXN_ERROR && g_parentHandlesErrors) return GXR_HANDLED;
-    return DefWindowProcA(h, msg, wp, lp);
-}
-
 BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
     char cls[16] = "";
     GetClassNameA(h, cls, sizeof cls);
@@ -52,7 +47,7 @@ BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
 // Once over what makes lasting objects the first time: every class painted, a box, a deep cache of
 // common DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts).
 void WarmUp() {
-    HWND parent = MakeHostileParent();
+    UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
         HWND h = CreateWindowExA(0, cls, "warm", WS_CHILD | WS_VISIBLE, 5, 5, 99, 24, parent, nullptr, nullptr, nullptr);
         RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_FRAME);
@@ -76,28 +71,15 @@ void WarmUp() {
         GlobalFree(line);
     twFreeTable(nullptr);
     DeleteFileA(path.c_str());
-    DestroyWindow(parent);
-    Pump();
+    parent.reset();
+    PumpMessages();
 }
 
 }  // namespace
 
-void Pump() {
-    MSG m;
-    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&m);
-}
-
 void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
     static int ticks = 0;  // a popup gets a few ticks to appear fully
     if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), CancelPopup, 0);
-}
-
-HWND MakeHostileParent() {
-    WNDCLASSA wc{0, ParentProc, 0, 0, GetModuleHandleA(nullptr), nullptr, nullptr,
-                 reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), nullptr, "FkHostileParent"};
-    RegisterClassA(&wc);  // fails harmlessly once registered
-    return CreateWindowExA(0, "FkHostileParent", "hostile", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 10,
-                           10, 400, 300, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
 }
 
 }  // namespace fktest

@@ -44,7 +44,7 @@ TEST_F(HostileMessages, EveryClass) {
     for (UINT msg = GXM_FIRST; msg <= GXM_LAST; ++msg) numbers.push_back(msg);
     char what[64];
     for (const char* cls : kAllClasses) {
-        HWND h = Create(parent(), cls);
+        HWND h = Create(parent, cls);
         ASSERT_NE(h, nullptr) << cls;
         for (const auto& m : HostileMethods()) {
             NowTrying(cls, m.name);
@@ -95,7 +95,7 @@ TEST_F(HostileMessages, EveryClass) {
         EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr)) << cls;
     }
     // A caller handing a control its own method block back (from the window words) gets the same string.
-    HWND h = Create(parent(), FK_CLASS_STRING);
+    HWND h = Create(parent, FK_CLASS_STRING);
     for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a longer text for a block of its own):x"}) {
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
         ASSERT_NE(GetWindowLongA(h, 26), 0);
@@ -111,7 +111,7 @@ TEST_F(HostileMessages, EditingCore) {
     const LONG selections[] = {0, MAKELONG(3, 1), MAKELONG(0xFFFF, 0), static_cast<LONG>(0xFFFFFFFF)};
     const LONG carets[] = {0, -7, 100000, 3};
     for (const char* cls : kEntryClasses) {
-        HWND h = Create(parent(), cls);
+        HWND h = Create(parent, cls);
         ASSERT_NE(h, nullptr) << cls;
         SetFocus(h);
         for (const auto& t : HostileMethods()) {
@@ -142,11 +142,11 @@ TEST_F(HostileMessages, EditingCore) {
         DestroyCaret();
         DestroyWindow(h);
     }
-    HWND stat = Create(parent(), "STATIC"), button = Create(parent(), "BUTTON"), list = Create(parent(), "LISTBOX");
-    HWND dead = Create(parent(), "STATIC");
+    HWND stat = Create(parent, "STATIC"), button = Create(parent, "BUTTON"), list = Create(parent, "LISTBOX");
+    HWND dead = Create(parent, "STATIC");
     DestroyWindow(dead);
     char text[] = "foreign text", mask[] = "##-##";
-    for (HWND h : {stat, button, list, parent(), GetDesktopWindow(), dead, HWND{}, reinterpret_cast<HWND>(0x1234)}) {
+    for (HWND h : {stat, button, list, parent.get(), GetDesktopWindow(), dead, HWND{}, reinterpret_cast<HWND>(0x1234)}) {
         NowTrying("editing core", "foreign window");
         twDrawField(h, text, GXDF_ANY, 0);
         twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);

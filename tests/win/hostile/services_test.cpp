@@ -17,7 +17,7 @@ class HostileServices : public HostileGroup {};
 TEST_F(HostileServices, ValidationAndErrorReporting) {
     PopupCanceller canceller;
     MessageBoxWatcher boxes;
-    HWND field = CreateWindowExA(0, "STATIC", "   ", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, parent(),
+    HWND field = CreateWindowExA(0, "STATIC", "   ", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, parent,
                                  reinterpret_cast<HMENU>(41), nullptr, nullptr);
     struct tm date{};
     date.tm_mday = 29, date.tm_mon = 1, date.tm_year = 100;

@@ -27,7 +27,7 @@ protected:
     void TearDown() override {
         twFreeTable(nullptr);
         for (const auto& p : files) DeleteFileA(p.c_str());
-        if (OpenClipboard(parent())) EmptyClipboard(), CloseClipboard();
+        if (OpenClipboard(parent)) EmptyClipboard(), CloseClipboard();
         HostileGroup::TearDown();
     }
     std::string Write(const char* name, const std::string& text) { return files.emplace_back(WriteTable(name, text)); }
@@ -35,7 +35,7 @@ protected:
         HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
         std::memcpy(GlobalLock(block), bytes, size);
         GlobalUnlock(block);
-        const bool set = OpenClipboard(parent()) && EmptyClipboard() && SetClipboardData(CF_TEXT, block);
+        const bool set = OpenClipboard(parent) && EmptyClipboard() && SetClipboardData(CF_TEXT, block);
         CloseClipboard();
         if (!set) GlobalFree(block);
         return set;
@@ -43,7 +43,7 @@ protected:
     std::string Paste(int max) {  // into a buffer of exactly max bytes
         GuardedBuffer out(max > 0 ? static_cast<size_t>(max) : 1);
         std::memset(out.data(), '#', out.size());
-        pasted = twClipboardPasteText(parent(), out.data(), max);
+        pasted = twClipboardPasteText(parent, out.data(), max);
         return std::string(out.data(), strnlen(out.data(), out.size()));
     }
     std::vector<std::string> files;
@@ -109,13 +109,13 @@ TEST_F(HostileStores, Tables) {
         for (const auto& c : cases) {
             NowTrying("twShowTable", path.c_str());
             PopupDriver driver(path, {VK_END, VK_RETURN});
-            ExpectCut(twShowTable(parent(), path.c_str(), c.mask, c.x, c.y, c.cx, c.cy, '\t', c.lineMax, 0, 0, 0,
+            ExpectCut(twShowTable(parent, path.c_str(), c.mask, c.x, c.y, c.cx, c.cy, '\t', c.lineMax, 0, 0, 0,
                                   nullptr, 0), c.lineMax);
             EXPECT_NE(driver.popup, nullptr) << path << " " << c.lineMax;
         }
     }
     for (const char* name : {static_cast<const char*>(nullptr), "", "fk_no_such_table", empty.c_str()}) {
-        EXPECT_EQ(twShowTable(parent(), name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
+        EXPECT_EQ(twShowTable(parent, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
         EXPECT_EQ(twShowTable(nullptr, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
     }
 }
@@ -142,25 +142,25 @@ TEST_F(HostileStores, Clipboard) {
     EXPECT_EQ(Paste(159), std::string(159, 'M'));
     EXPECT_EQ(Paste(static_cast<int>(size)), text);
     EXPECT_EQ(Paste(static_cast<int>(size) + 1), text);
-    EXPECT_EQ(twClipboardCopyText(parent(), text.c_str(), static_cast<int>(size)), 1);
+    EXPECT_EQ(twClipboardCopyText(parent, text.c_str(), static_cast<int>(size)), 1);
     EXPECT_EQ(Paste(static_cast<int>(size) + 1).size(), size);
-    EXPECT_EQ(twClipboardCopyText(parent(), text.c_str(), 10), 1);  // cut to what the caller allows
+    EXPECT_EQ(twClipboardCopyText(parent, text.c_str(), 10), 1);  // cut to what the caller allows
     EXPECT_EQ(Paste(159), std::string(10, 'M'));
 
     ASSERT_TRUE(Put("xyz", 4));
-    EXPECT_EQ(twClipboardPasteText(parent(), nullptr, 100), 1);
+    EXPECT_EQ(twClipboardPasteText(parent, nullptr, 100), 1);
     EXPECT_EQ((Paste(0), pasted), 1);
     EXPECT_EQ((Paste(-5), pasted), 1);
     EXPECT_EQ(twClipboardPasteText(reinterpret_cast<HWND>(0x1234), nullptr, 0), 0);  // cannot open the clipboard
-    EXPECT_EQ(twClipboardCopyText(parent(), nullptr, 5), 1);
+    EXPECT_EQ(twClipboardCopyText(parent, nullptr, 5), 1);
     EXPECT_EQ(Paste(10), "");
-    EXPECT_EQ(twClipboardCopyText(parent(), "abc", -1), 1);
+    EXPECT_EQ(twClipboardCopyText(parent, "abc", -1), 1);
     EXPECT_EQ(Paste(10), "");
     GuardedBuffer unterminated(8);
     std::memset(unterminated.data(), 'v', 8);
-    EXPECT_EQ(twClipboardCopyText(parent(), unterminated.data(), 8), 1);
+    EXPECT_EQ(twClipboardCopyText(parent, unterminated.data(), 8), 1);
     EXPECT_EQ(Paste(10), "vvvvvvvv");
-    OpenClipboard(parent());
+    OpenClipboard(parent);
     EmptyClipboard();
     CloseClipboard();
     EXPECT_EQ((Paste(10), pasted), 0);  // an empty clipboard pastes nothing
