@@ -110,22 +110,17 @@ ResourceFigures TakeResourceFigures() {
 }
 
 std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures& after, bool withHeaps) {
-    const struct {
-        const char* name;
-        long before, after;
-        bool shown;
-    } rows[] = {{"windows", before.windows, after.windows, true}, {"atoms", before.atoms, after.atoms, true},
-                {"gdi", before.gdiObjects, after.gdiObjects, true},
-                {"process heap blocks", before.processHeap.blocks, after.processHeap.blocks, withHeaps},
-                {"crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks, withHeaps}};
     std::string out = after.allHeapsValid ? "" : "a heap is corrupt";
-    char item[96];
-    for (const auto& r : rows) {
-        if (!r.shown || r.before == r.after) continue;
-        std::snprintf(item, sizeof item, "%s%s %+ld (%ld -> %ld)", out.empty() ? "" : ", ", r.name,
-                      r.after - r.before, r.before, r.after);
-        out += item;
-    }
+    const auto add = [&out](const char* name, long a, long b) {
+        char item[96];
+        std::snprintf(item, sizeof item, "%s%s %+ld (%ld -> %ld)", out.empty() ? "" : ", ", name, b - a, a, b);
+        if (a != b) out += item;
+    };
+    add("windows", before.windows, after.windows);
+    add("atoms", before.atoms, after.atoms);
+    add("gdi", before.gdiObjects, after.gdiObjects);
+    if (withHeaps) add("process heap blocks", before.processHeap.blocks, after.processHeap.blocks);
+    if (withHeaps) add("crt heap blocks", before.crtHeap.blocks, after.crtHeap.blocks);
     return out;
 }
 

@@ -1,5 +1,4 @@
-// The hostile suite's own main: warms up what the library and the system make once per process, so that
-// each group's figures see only what the group leaves behind, and names the input tried when it faults.
+// The hostile texts, and a main that warms up what is made once per process and names the input tried on a fault.
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
@@ -49,7 +48,7 @@ BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
 void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
-        HWND h = CreateWindowExA(0, cls, "warm", WS_CHILD | WS_VISIBLE, 5, 5, 99, 24, parent, nullptr, nullptr, nullptr);
+        HWND h = CreateWindowExA(0, cls, "warm", WS_CHILD | WS_VISIBLE, 5, 5, 99, 24, parent, 0, nullptr, nullptr);
         RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_FRAME);
         DestroyWindow(h);
     }

@@ -1,18 +1,16 @@
 // Hostile input through the message set and the editing core.
 #include "tests/win/hostile/hostile.h"
 
-namespace {
-
 using namespace fktest;
 
-HWND Create(HWND parent, const char* cls) {
+static HWND Create(HWND parent, const char* cls) {
     return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, reinterpret_cast<HMENU>(77),
                            nullptr, nullptr);
 }
 
-void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW); }
+static void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
 
-std::string GetMethod(HWND h, GuardedBuffer& copy) {
+static std::string GetMethod(HWND h, GuardedBuffer& copy) {
     std::memset(copy.data(), 'x', 256);
     copy.data()[256] = 0;
     SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy.data()));
@@ -21,7 +19,7 @@ std::string GetMethod(HWND h, GuardedBuffer& copy) {
 }
 
 // Messages whose lParam is a number, never dereferenced: these also get wild pointers.
-bool LParamIsANumber(UINT msg, WPARAM wp) {
+static bool LParamIsANumber(UINT msg, WPARAM wp) {
     switch (msg) {
         case GXM_AUTOTAB: case GXM_AUTOFILL: return wp != 0;  // set: a flag
         case GXM_SETMETHOD: case GXM_SETVALUE: case GXM_GETVALUE: case GXM_GETMETHOD: case GXM_GETTYPE:
@@ -58,7 +56,6 @@ TEST_F(HostileMessages, EveryClass) {
         }
         SendMessageA(h, GXM_SETMETHOD, 0, 0);
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
-
         uint32_t seed = 1;
         for (UINT msg : numbers) {
             for (WPARAM wp : {0u, 1u, 4u, 12u, 0xFFFFFFFFu}) {
@@ -72,7 +69,6 @@ TEST_F(HostileMessages, EveryClass) {
             }
         }
         Paint(h);
-
         NowTrying(cls, "1 MB of WM_SETTEXT");
         SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data()));
         Paint(h);
@@ -84,7 +80,6 @@ TEST_F(HostileMessages, EveryClass) {
         SendMessageA(h, GXM_VALIDATE, 0, 0);
         SendMessageA(h, WM_SETTEXT, 0, 0);
         Paint(h);
-
         NowTrying(cls, "WM_DESTROY sent by hand");
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
         SendMessageA(h, WM_DESTROY, 0, 0);
@@ -108,8 +103,6 @@ TEST_F(HostileMessages, EveryClass) {
 // The editing core on the entry fields: hostile texts and masks, positions far outside, window words
 // (selection, caret) no field would hold; then foreign, destroyed and null windows.
 TEST_F(HostileMessages, EditingCore) {
-    const LONG selections[] = {0, MAKELONG(3, 1), MAKELONG(0xFFFF, 0), static_cast<LONG>(0xFFFFFFFF)};
-    const LONG carets[] = {0, -7, 100000, 3};
     for (const char* cls : kEntryClasses) {
         HWND h = Create(parent, cls);
         ASSERT_NE(h, nullptr) << cls;
@@ -117,9 +110,10 @@ TEST_F(HostileMessages, EditingCore) {
         for (const auto& t : HostileMethods()) {
             NowTrying(cls, t.name);
             GuardedBuffer text(t.text), mask(t.text);
-            for (int i = 0; i < 4; ++i) {
-                SetWindowLongA(h, 12, selections[i]);
-                SetWindowLongA(h, 16, carets[i]);
+            for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7},
+                                            {MAKELONG(0xFFFF, 0), 100000}, {LONG(0xFFFFFFFF), 3}}) {
+                SetWindowLongA(h, 12, selection);
+                SetWindowLongA(h, 16, caret);
                 twDrawField(h, text.data(), GXDF_ANY, 0);
                 twDrawField(h, text.data(), GXDF_ANY | GXDF_RIGHT, 0);
                 twDrawField(h, text.data(), GXDF_PAINT | GXDF_NOCARET, 0);
@@ -146,7 +140,7 @@ TEST_F(HostileMessages, EditingCore) {
     HWND dead = Create(parent, "STATIC");
     DestroyWindow(dead);
     char text[] = "foreign text", mask[] = "##-##";
-    for (HWND h : {stat, button, list, parent.get(), GetDesktopWindow(), dead, HWND{}, reinterpret_cast<HWND>(0x1234)}) {
+    for (HWND h : {stat, button, list, parent.get(), GetDesktopWindow(), dead, HWND{}, HWND(0x1234)}) {
         NowTrying("editing core", "foreign window");
         twDrawField(h, text, GXDF_ANY, 0);
         twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
@@ -157,5 +151,3 @@ TEST_F(HostileMessages, EditingCore) {
     }
     DestroyCaret();
 }
-
-}  // namespace

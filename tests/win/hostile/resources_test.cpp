@@ -6,8 +6,6 @@
 #include "tests/support/window.h"
 #include "tests/win/hostile/hostile.h"
 
-namespace {
-
 using namespace fktest;
 
 TEST(ResourceFigures, FollowWhatIsMadeAndReleased) {
@@ -50,7 +48,6 @@ TEST(ResourceFigures, FollowWhatIsMadeAndReleased) {
         GlobalDeleteAtom(GlobalFindAtomA(name));
     }
     EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), true), "");
-
     const long windows = CountThreadWindows();
     UniqueWindow parent = MakeParent();
     HWND child = CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 10, 10, parent, nullptr, nullptr, nullptr);
@@ -60,5 +57,3 @@ TEST(ResourceFigures, FollowWhatIsMadeAndReleased) {
     parent.reset();
     EXPECT_EQ(CountThreadWindows(), windows);
 }
-
-}  // namespace

@@ -1,19 +1,17 @@
 // Hostile tables through the table store and popup, hostile clipboard contents through the paste.
 #include "tests/win/hostile/hostile.h"
 
-namespace {
-
 using namespace fktest;
 
 // Random bytes; with lines, no NUL or Ctrl-Z either, so that the text is read far.
-std::string Binary(size_t n, uint32_t seed, bool lines = false) {
+static std::string Binary(size_t n, uint32_t seed, bool lines = false) {
     std::string s(n, 0);
     FillRandom(s.data(), n, seed);
     if (lines) std::replace_if(s.begin(), s.end(), [](char c) { return c == 0 || c == 0x1A; }, ',');
     return s;
 }
 
-void ExpectCut(HGLOBAL line, int lineMax) {
+static void ExpectCut(HGLOBAL line, int lineMax) {
     if (line == nullptr) return;
     const size_t len = strlen(static_cast<const char*>(GlobalLock(line)));
     EXPECT_LE(len, 255u);  // lines are kept cut to 255 characters
@@ -80,7 +78,6 @@ TEST_F(HostileStores, Tables) {
     EXPECT_EQ(twLoadTable(nullptr, nullptr), 0);
     EXPECT_EQ(twLoadTable("", nullptr), 0);
     EXPECT_EQ(twLoadTable(files.back().c_str(), nullptr), 0);  // the oversize table is not read
-
     const std::string source = Write("fk_hostile_copy_src.tbl", "A,1\r\nB,2\r\n"), dest = source + ".copy";
     files.push_back(dest);
     const std::string longName(70000, 'd');
@@ -92,7 +89,6 @@ TEST_F(HostileStores, Tables) {
     EXPECT_NE(line, nullptr);
     ExpectCut(line, 0);
     EXPECT_EQ(twCopyFile(source.c_str(), dest.c_str()), 1);
-
     const std::string paths[] = {
         Write("fk_hostile_show_bin.tbl", Binary(32 * 1024, 5, true)),
         Write("fk_hostile_show_long.tbl", std::string(1 << 16, 'S') + "\r\n" + std::string(300, 'T') + ",x\r\n"),
@@ -134,7 +130,6 @@ TEST_F(HostileStores, Clipboard) {
     EXPECT_EQ(Paste(159), "ab");
     EXPECT_EQ(Paste(2), "ab");
     EXPECT_EQ(Paste(1), "a");
-
     const size_t size = 10u << 20;
     std::string text(size, 'M');
     text[size - 1] = 'E';
@@ -146,7 +141,6 @@ TEST_F(HostileStores, Clipboard) {
     EXPECT_EQ(Paste(static_cast<int>(size) + 1).size(), size);
     EXPECT_EQ(twClipboardCopyText(parent, text.c_str(), 10), 1);  // cut to what the caller allows
     EXPECT_EQ(Paste(159), std::string(10, 'M'));
-
     ASSERT_TRUE(Put("xyz", 4));
     EXPECT_EQ(twClipboardPasteText(parent, nullptr, 100), 1);
     EXPECT_EQ((Paste(0), pasted), 1);
@@ -160,10 +154,6 @@ TEST_F(HostileStores, Clipboard) {
     std::memset(unterminated.data(), 'v', 8);
     EXPECT_EQ(twClipboardCopyText(parent, unterminated.data(), 8), 1);
     EXPECT_EQ(Paste(10), "vvvvvvvv");
-    OpenClipboard(parent);
-    EmptyClipboard();
-    CloseClipboard();
+    ASSERT_TRUE(OpenClipboard(parent) && EmptyClipboard() && CloseClipboard());
     EXPECT_EQ((Paste(10), pasted), 0);  // an empty clipboard pastes nothing
 }
-
-}  // namespace
