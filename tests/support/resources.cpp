@@ -1,17 +1,14 @@
 #include "tests/support/resources.h"
 
 #include <malloc.h>
-
 #include <cstdint>
 #include <cstdio>
 
 namespace fktest {
 namespace {
-
-// 64K entries of 24 bytes; a non-zero type marks a live object, unique holds the handle's high word and
-// owner's low word the process id (0 under Wine and for stock objects). Windows points
-// PEB->GdiSharedHandleTable (0x94) at it; 32-bit Wine 8 leaves that null, and the table is the committed
-// region of that size whose entries describe two fresh objects.
+// 64K entries; a live object has a type, unique is its handle's high word, owner's low word the process id
+// (0 under Wine and for stock objects). Windows points PEB->GdiSharedHandleTable (0x94) at it; 32-bit Wine 8
+// leaves that null: the table is then the committed region of that size describing two fresh objects.
 #pragma pack(push, 1)
 struct GdiEntry {
     uint64_t object;
@@ -58,7 +55,6 @@ const GdiEntry* FindGdiTable() {
 }
 
 BOOL CALLBACK CountChild(HWND, LPARAM counter) { return ++*reinterpret_cast<long*>(counter) > 0; }
-
 BOOL CALLBACK CountTopLevel(HWND h, LPARAM counter) {
     EnumChildWindows(h, CountChild, counter);  // every descendant
     return CountChild(h, counter);

@@ -4,11 +4,9 @@
 #pragma once
 
 #include <windows.h>
-
 #include <string>
 
 namespace fktest {
-
 struct HeapFigures {
     bool valid = false;  // HeapValidate passed
     long blocks = 0;     // busy blocks (HeapWalk)

@@ -1,6 +1,5 @@
-// Shared pieces of the hostile-input groups: the texts, buffers that end at a no-access page (one byte too
-// far faults at once), the fifteen classes, and a fixture that checks after each group that the heaps
-// validate and no window, atom or GDI object is left over.
+// The hostile texts, buffers that end at a no-access page, the fifteen classes, and a fixture that checks
+// after each group that the heaps validate and no window, atom or GDI object is left over.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,6 +10,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -51,7 +51,6 @@ inline std::string HighBytes() {  // 0x80-0xFF
     for (int c = 0x80; c <= 0xFF; ++c) high.push_back(static_cast<char>(c));
     return high;
 }
-
 inline void FillRandom(char* p, size_t n, uint32_t seed) {
     uint32_t x = seed * 2654435761u + 1;
     for (size_t i = 0; i < n; ++i) x ^= x << 13, x ^= x >> 17, x ^= x << 5, p[i] = static_cast<char>(x >> 24);
@@ -61,13 +60,35 @@ struct HostileText {
     const char* name;
     std::string text;
 };
-const std::vector<HostileText>& HostileMethods();
+inline const std::vector<HostileText>& HostileMethods() {
+    static const std::vector<HostileText> texts = [] {
+        const std::string high = HighBytes(), deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
+        std::string longest = "@MND@RNG(5,6)@CHC(7)@MSG(";
+        longest += std::string(65536 - longest.size() - 2, 'A') + ")";
+        return std::vector<HostileText>{
+            {"empty", ""}, {"lone @", "@"}, {"lone @@", "@@"}, {"deep only", deep}, {"high keyword", "@" + high},
+            {"unbalanced (", "@MND@RNG((1,5@CHC(a,(b@MSG((x"}, {"unbalanced )", "@MND@RNG(1,5))))@CHC)a,b)@MSG)))("},
+            {"deep parentheses", "@MND@RNG" + deep + "1,2" + undeep + "@CHC" + deep + undeep + "@MSG" + deep + "x"},
+            {"64 KB", longest}, {"64 KB item", "@MBOX(" + std::string(65530, 'B') + ")"},
+            {"high bytes", "@MND" + high + "@RNG(" + high + "," + high + ")@CHC(" + high + ")@MSG(" + high + ")"},
+            {"printf in message", "@MND@RNG(5,6)@CHC(9)@MSG(%s%n%s%n%p%x%99999999d)"},
+            {"printf in box", "@MND@RNG(5,6)@MBOX(%s%n:%n%s%s%s)"},
+            {"printf in status", "@MND@RNG(5,6)@STAT(%n%n%n%n)@WARN@BEEP"},
+            {"keyword at end", "@RNG(5,6)@MSG"}, {"open argument at end", "@MND@RNG(5,6)@MBOX("},
+            {"semicolon cut", "@RNG(1,2);@MSG(x);@MBOX(a:b)"},
+            {"empty groups", "@RNG()()()(,)@CHC()@MSG()@MBOX(:)@DLM()@KEY()@POS(,,,)"},
+            {"bound of 200", "@RNG(" + std::string(200, '9') + "," + std::string(200, '-') + ")@CHC(" + z200 + ")"},
+            {"missing table", "@TBL(" + high + ")@KEY(-5)@DLM(" + high + ")@DISPLAY(99999,-1)@POS(" + high + ")"},
+            {"long table name", "@MND@TBL(" + std::string(600, 'T') + ")"},
+        };
+    }();
+    return texts;
+}
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
 inline void NowTrying(const char* group, const char* what) {
     std::snprintf(g_trying, sizeof g_trying, "%s: %s", group, what);
 }
-
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
 inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);

@@ -1,42 +1,15 @@
-// The hostile texts, and a main that warms up what is made once per process and names the input tried on a fault.
+// The suite's own main: warms up what is made once per process and names the input tried on a fault.
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
 
-const std::vector<HostileText>& HostileMethods() {
-    static const std::vector<HostileText> texts = [] {
-        const std::string high = HighBytes(), deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
-        std::string longest = "@MND@RNG(5,6)@CHC(7)@MSG(";
-        longest += std::string(65536 - longest.size() - 2, 'A') + ")";
-        return std::vector<HostileText>{
-            {"empty", ""}, {"lone @", "@"}, {"lone @@", "@@"}, {"deep only", deep}, {"high keyword", "@" + high},
-            {"unbalanced (", "@MND@RNG((1,5@CHC(a,(b@MSG((x"}, {"unbalanced )", "@MND@RNG(1,5))))@CHC)a,b)@MSG)))("},
-            {"deep parentheses", "@MND@RNG" + deep + "1,2" + undeep + "@CHC" + deep + undeep + "@MSG" + deep + "x"},
-            {"64 KB", longest}, {"64 KB item", "@MBOX(" + std::string(65530, 'B') + ")"},
-            {"high bytes", "@MND" + high + "@RNG(" + high + "," + high + ")@CHC(" + high + ")@MSG(" + high + ")"},
-            {"printf in message", "@MND@RNG(5,6)@CHC(9)@MSG(%s%n%s%n%p%x%99999999d)"},
-            {"printf in box", "@MND@RNG(5,6)@MBOX(%s%n:%n%s%s%s)"},
-            {"printf in status", "@MND@RNG(5,6)@STAT(%n%n%n%n)@WARN@BEEP"},
-            {"keyword at end", "@RNG(5,6)@MSG"}, {"open argument at end", "@MND@RNG(5,6)@MBOX("},
-            {"semicolon cut", "@RNG(1,2);@MSG(x);@MBOX(a:b)"},
-            {"empty groups", "@RNG()()()(,)@CHC()@MSG()@MBOX(:)@DLM()@KEY()@POS(,,,)"},
-            {"bound of 200", "@RNG(" + std::string(200, '9') + "," + std::string(200, '-') + ")@CHC(" + z200 + ")"},
-            {"missing table", "@TBL(" + high + ")@KEY(-5)@DLM(" + high + ")@DISPLAY(99999,-1)@POS(" + high + ")"},
-            {"long table name", "@MND@TBL(" + std::string(600, 'T') + ")"},
-        };
-    }();
-    return texts;
-}
-
-namespace {
-
-LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
+static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
                  info->ExceptionRecord->ExceptionAddress, g_trying);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
+static BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
     char cls[16] = "";
     GetClassNameA(h, cls, sizeof cls);
     if (!lstrcmpiA(cls, "ListBox") && (GetWindowLongA(h, GWL_STYLE) & WS_POPUP) && IsWindowVisible(h)) DestroyWindow(h);
@@ -45,7 +18,7 @@ BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
 
 // Once over what makes lasting objects the first time: every class painted, a box, a deep cache of
 // common DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts).
-void WarmUp() {
+static void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
         HWND h = CreateWindowExA(0, cls, "warm", WS_CHILD | WS_VISIBLE, 5, 5, 99, 24, parent, 0, nullptr, nullptr);
@@ -66,15 +39,12 @@ void WarmUp() {
     for (int i = 0; i < 100; ++i) table += "A,1\r\n";
     const std::string path = WriteTable("fk_hostile_warm.tbl", table);
     PopupCanceller canceller;
-    if (HGLOBAL line = twShowTable(parent, path.c_str(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0))
-        GlobalFree(line);
+    GlobalFree(twShowTable(parent, path.c_str(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
     twFreeTable(nullptr);
     DeleteFileA(path.c_str());
     parent.reset();
     PumpMessages();
 }
-
-}  // namespace
 
 void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
     static int ticks = 0;  // a popup gets a few ticks to appear fully

@@ -4,8 +4,7 @@
 using namespace fktest;
 
 static HWND Create(HWND parent, const char* cls) {
-    return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, reinterpret_cast<HMENU>(77),
-                           nullptr, nullptr);
+    return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, HMENU(77), nullptr, nullptr);
 }
 
 static void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
@@ -18,24 +17,19 @@ static std::string GetMethod(HWND h, GuardedBuffer& copy) {
     return copy.data();
 }
 
-// Messages whose lParam is a number, never dereferenced: these also get wild pointers.
+// Messages whose lParam is a number, never dereferenced, also get wild pointers (sets of a flag take it in lParam).
 static bool LParamIsANumber(UINT msg, WPARAM wp) {
-    switch (msg) {
-        case GXM_AUTOTAB: case GXM_AUTOFILL: return wp != 0;  // set: a flag
-        case GXM_SETMETHOD: case GXM_SETVALUE: case GXM_GETVALUE: case GXM_GETMETHOD: case GXM_GETTYPE:
-        case GXN_ERROR: case GXN_DRAGNOTIFY: case GXM_DROPDATA: case GXM_DRAGQUERY: case GXM_MASK:
-        case GXM_EXCLUDE: case GXM_INCLUDE: case GXM_SETTABLE: case GXM_SETDISPLAY: case GXM_SETDELIMITER:
-        case GXM_SETTABSTOPS: case GXM_SETCOLWIDTHS: return false;
-        default: return true;
-    }
+    static const std::set<UINT> pointers{GXM_SETMETHOD, GXM_SETVALUE, GXM_GETVALUE, GXM_GETMETHOD, GXM_GETTYPE,
+        GXN_ERROR, GXN_DRAGNOTIFY, GXM_DROPDATA, GXM_DRAGQUERY, GXM_MASK, GXM_EXCLUDE, GXM_INCLUDE, GXM_SETTABLE,
+        GXM_SETDISPLAY, GXM_SETDELIMITER, GXM_SETTABSTOPS, GXM_SETCOLWIDTHS};
+    return msg == GXM_AUTOTAB || msg == GXM_AUTOFILL ? wp != 0 : pointers.count(msg) == 0;
 }
 
 class HostileMessages : public HostileGroup {};
 
-// Every class: hostile method strings (what comes back is their start); every number of the private set
-// with lParam 0, garbage (terminated at 63, 1024 bytes: the largest buffer a message fills) and, where it
-// is a number, wild pointers; 1 MB of WM_SETTEXT; WM_DESTROY sent by hand twice before the real one (the
-// method block is freed once and not lost).
+// Every class: hostile methods (what comes back is their start); every private message with lParam 0, garbage
+// (1024 bytes, the most a message fills, a NUL at 63) and wild pointers where it is a number; 1 MB of
+// WM_SETTEXT; WM_DESTROY sent by hand twice before the real one (the method block freed once, not lost).
 TEST_F(HostileMessages, EveryClass) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
     std::vector<UINT> numbers{GXM_SETMETHOD};

@@ -92,16 +92,12 @@ TEST_F(HostileStores, Tables) {
     const std::string paths[] = {
         Write("fk_hostile_show_bin.tbl", Binary(32 * 1024, 5, true)),
         Write("fk_hostile_show_long.tbl", std::string(1 << 16, 'S') + "\r\n" + std::string(300, 'T') + ",x\r\n"),
-        Write("fk_hostile_show_tabs.tbl", std::string(300, '\t') + "\r\n%s%n,%s%n\r\n"),
-    };
-    const int M = INT_MAX;
-    const struct {
-        int lineMax, x, y, cx, cy;
-        DWORD mask;
-    } cases[] = {{INT_MIN, 0, 0, 0, 0, 0}, {-1, -30000, -30000, 5, 5, 1}, {0, M, M, M, M, 0x80000000u},
-                 {1, 10, 10, -50, -50, 0xFFFFFFFFu}, {2, -30000, -30000, 5, 5, 0}, {17, 10, 10, -50, -50, 1},
-                 {256, 0, 0, 0, 0, 0xFFFFFFFFu}, {M, M, M, M, M, 0x80000000u}};
-    for (const auto& path : paths) {
+        Write("fk_hostile_show_tabs.tbl", std::string(300, '\t') + "\r\n%s%n,%s%n\r\n")};
+    const int M = INT_MAX, F = -30000;  // each line length, rectangle and column mask tried once per table
+    const struct { int lineMax, x, y, cx, cy; DWORD mask; } cases[] = {
+        {INT_MIN, 0, 0, 0, 0, 0}, {-1, F, F, 5, 5, 1}, {0, M, M, M, M, 0x80000000u}, {1, 10, 10, -50, -50, ~0u},
+        {2, F, F, 5, 5, 0}, {17, 10, 10, -50, -50, 1}, {256, 0, 0, 0, 0, ~0u}, {M, M, M, M, M, 0x80000000u}};
+    for (const auto& path : paths)
         for (const auto& c : cases) {
             NowTrying("twShowTable", path.c_str());
             PopupDriver driver(path, {VK_END, VK_RETURN});
@@ -109,7 +105,6 @@ TEST_F(HostileStores, Tables) {
                                   nullptr, 0), c.lineMax);
             EXPECT_NE(driver.popup, nullptr) << path << " " << c.lineMax;
         }
-    }
     for (const char* name : {static_cast<const char*>(nullptr), "", "fk_no_such_table", empty.c_str()}) {
         EXPECT_EQ(twShowTable(parent, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
         EXPECT_EQ(twShowTable(nullptr, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
