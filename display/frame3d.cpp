@@ -128,13 +128,6 @@ LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
-    LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
-    InvalidateRect(h, nullptr, TRUE);
-    UpdateWindow(h);
-    return r;
-}
-
 }  // namespace
 
 LRESULT WINAPI gxFrame3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
@@ -148,7 +141,7 @@ LRESULT WINAPI gxFrame3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         InvalidateRect(h, nullptr, TRUE);
         return 0;
     case WM_SETTEXT:
-        return OnSetText(h, wp, lp);
+        return fk::SetTextAndRepaint(h, wp, lp);
     case WM_PAINT:
         return OnPaint(h);
     case WM_ERASEBKGND:

@@ -39,4 +39,11 @@ int ReadWindowText(HWND h, char (&text)[160]) {
     return n;
 }
 
+LRESULT SetTextAndRepaint(HWND h, WPARAM wp, LPARAM lp) {
+    LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
+    InvalidateRect(h, nullptr, TRUE);
+    UpdateWindow(h);
+    return r;
+}
+
 }  // namespace fk

@@ -21,6 +21,9 @@ HBRUSH ParentColours(HWND h, HDC dc, UINT ctlColorMsg);
 // returns none.
 LRESULT EraseWithParentBrush(HWND h, WPARAM wp, LPARAM lp, UINT ctlColorMsg);
 
+// WM_SETTEXT: default handling, then the control is repainted at once.
+LRESULT SetTextAndRepaint(HWND h, WPARAM wp, LPARAM lp);
+
 // Window text of at most 159 characters (the display controls' limit).
 int ReadWindowText(HWND h, char (&text)[160]);
 

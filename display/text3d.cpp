@@ -3,12 +3,12 @@
 
 #include <dde.h>
 
-#include "links/control_links.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "display/static_words.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
+#include "links/control_links.h"
 
 namespace {
 
@@ -76,13 +76,6 @@ LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
-    LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
-    InvalidateRect(h, nullptr, TRUE);
-    UpdateWindow(h);
-    return r;
-}
-
 LRESULT OnSetMethod(HWND h, LPARAM lp) {
     fk::OpenControlLinks(h, fk::MethodReplace(h, words::kMethod, reinterpret_cast<const char*>(lp)));
     return 0;
@@ -106,7 +99,7 @@ LRESULT WINAPI gxText3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         InvalidateRect(h, nullptr, TRUE);
         return 0;
     case WM_SETTEXT:
-        return OnSetText(h, wp, lp);
+        return fk::SetTextAndRepaint(h, wp, lp);
     case WM_PAINT:
         return OnPaint(h);
     case WM_ERASEBKGND:

@@ -6,7 +6,6 @@
 
 #include <dde.h>
 
-#include "links/control_links.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
@@ -14,6 +13,7 @@
 #include "frame/method_window.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
+#include "links/control_links.h"
 #include "links/refresh.h"
 
 namespace {
@@ -124,13 +124,6 @@ LRESULT OnPaint(HWND h) {
     return 0;
 }
 
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
-    LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
-    InvalidateRect(h, nullptr, TRUE);
-    UpdateWindow(h);
-    return r;
-}
-
 LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
     if (!wp && (GetWindowLongA(h, GWL_STYLE) & fk::kAny3DBits)) fk::RefreshBorder(h);
     return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
@@ -211,7 +204,7 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_PAINT:
         return OnPaint(h);
     case WM_SETTEXT:
-        return OnSetText(h, wp, lp);
+        return fk::SetTextAndRepaint(h, wp, lp);
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
         return 0;

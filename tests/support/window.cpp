@@ -1,5 +1,7 @@
 #include "tests/support/window.h"
 
+#include <cstring>
+
 namespace fktest {
 
 UniqueWindow MakeParent(WNDPROC proc, int width, int height) {
@@ -37,6 +39,17 @@ void PumpMessages() {
         TranslateMessage(&msg);
         DispatchMessageA(&msg);
     }
+}
+
+std::string ClipboardText() {
+    std::string out;
+    if (!OpenClipboard(nullptr)) return out;
+    if (HANDLE h = GetClipboardData(CF_TEXT)) {
+        if (const auto* p = static_cast<const char*>(GlobalLock(h))) out.assign(p, strnlen(p, GlobalSize(h)));
+        GlobalUnlock(h);
+    }
+    CloseClipboard();
+    return out;
 }
 
 }  // namespace fktest

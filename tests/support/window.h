@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace fktest {
 
 // Destroys its window when it goes out of scope.
@@ -41,5 +43,8 @@ UniqueWindow MakeChild(HWND parent, const char* cls, DWORD style = 0, int id = 1
 
 // Dispatches pending messages of this thread.
 void PumpMessages();
+
+// The CF_TEXT the clipboard holds ("" when none).
+std::string ClipboardText();
 
 }  // namespace fktest

@@ -9,6 +9,7 @@
 
 #include "include/fldkit.h"
 #include "tests/support/recorder.h"
+#include "tests/support/window.h"
 
 namespace {
 
@@ -151,17 +152,6 @@ TEST_F(EditCore, DrawingClampsTheCaretAndAsksTheParentForColours) {
     twDrawField(field_, nullptr, GXDF_ANY, 0);
 }
 
-std::string ClipboardText() {
-    std::string out;
-    if (!OpenClipboard(nullptr)) return out;
-    if (HANDLE h = GetClipboardData(CF_TEXT)) {
-        out = static_cast<const char*>(GlobalLock(h));
-        GlobalUnlock(h);
-    }
-    CloseClipboard();
-    return out;
-}
-
 void PutClipboardBytes(const std::string& bytes) {
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
     std::memcpy(GlobalLock(block), bytes.data(), bytes.size());
@@ -174,9 +164,9 @@ void PutClipboardBytes(const std::string& bytes) {
 
 TEST_F(EditCore, CopyTakesAtMostMaxCharacters) {
     EXPECT_EQ(twClipboardCopyText(field_, "abcdef", 3), 1);
-    EXPECT_EQ(ClipboardText(), "abc");
+    EXPECT_EQ(fktest::ClipboardText(), "abc");
     EXPECT_EQ(twClipboardCopyText(field_, "xy", 10), 1);
-    EXPECT_EQ(ClipboardText(), "xy");
+    EXPECT_EQ(fktest::ClipboardText(), "xy");
 }
 
 TEST_F(EditCore, PasteFillsMaxCharactersWithoutTerminator) {

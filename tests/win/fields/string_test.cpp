@@ -11,6 +11,7 @@
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/recorder.h"
+#include "tests/support/window.h"
 
 namespace {
 
@@ -46,17 +47,6 @@ std::pair<int, int> Sel(HWND h) {
     DWORD start = 0, end = 0;
     SendMessageA(h, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {static_cast<int>(start), static_cast<int>(end)};
-}
-
-std::string ClipboardText() {
-    std::string out;
-    if (!OpenClipboard(nullptr)) return out;
-    if (HANDLE h = GetClipboardData(CF_TEXT)) {
-        out = static_cast<const char*>(GlobalLock(h));
-        GlobalUnlock(h);
-    }
-    CloseClipboard();
-    return out;
 }
 
 class StringField : public ::testing::Test {
@@ -200,13 +190,13 @@ TEST_F(StringField, CopyTakesOneCharacterPastTheSelection) {
         Modifiers ctrl({VK_CONTROL});
         Key(field_, 'C');
     }
-    EXPECT_EQ(ClipboardText(), "bcd");
+    EXPECT_EQ(fktest::ClipboardText(), "bcd");
     SendMessageA(field_, EM_SETSEL, 2, 4);
     {
         Modifiers ctrl({VK_CONTROL});
         Key(field_, 'X');
     }
-    EXPECT_EQ(ClipboardText(), "cd");
+    EXPECT_EQ(fktest::ClipboardText(), "cd");
     EXPECT_EQ(Text(field_), "ab");
 }
 
