@@ -76,3 +76,28 @@ TEST(ControlLinks, StringFieldServesText3DAndTickerClients) {
 }
 
 }  // namespace
+
+namespace {
+
+// A drag with the mouse from one string field onto another: the field
+// routes the button and move messages to the drag service itself.
+TEST(ControlLinks, StringFieldsDragTextOntoEachOther) {
+    fktest::RecordingParent parent;
+    HWND source = Child(parent, "gxString32", 1);
+    HWND target = Child(parent, "gxString32", 2);
+    SendMessageA(source, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DRAGSRC(1)"));  // a move
+    SendMessageA(target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
+    SendMessageA(source, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("dragged"));
+    POINT at{5, 5};
+    MapWindowPoints(target, source, &at, 1);
+    SendMessageA(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    PostMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    SendMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+    Settle();
+    EXPECT_EQ(Text(target), "dragged");
+    EXPECT_EQ(Text(source), "") << "the move bit empties the source";
+    EXPECT_NE(GetCapture(), source);
+}
+
+}  // namespace
