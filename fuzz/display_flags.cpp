@@ -43,13 +43,6 @@ std::string full(const Control& c, uint32_t style) {
     return buffer;
 }
 
-std::string upper(std::string s) {
-    for (char& ch : s) {
-        ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
-    }
-    return s;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -84,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const uint32_t bits = c.bits(t.get());
     check(t.str() == text, "the bits form leaves the text alone", text);
     check(c.bits(nullptr) == 0, "a null text has no bits", c.name);
-    const std::string up = upper(text);
+    const std::string up = fuzz::upper(text);
     if (c.text != fk::LineFlagsText && c.text != fk::Frame3DFlagsText) {
         // The name of each single bit, as the text form writes it.
         static std::string names[5][32];

@@ -14,13 +14,7 @@ namespace {
 using fuzz::check;
 using fuzz::Heap;
 using fuzz::Input;
-
-std::string upper(std::string s) {
-    for (char& c : s) {
-        c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
-    }
-    return s;
-}
+using fuzz::upper;
 
 // What a comparison must answer: 1 when s2 ended first, -1 when s1 did, else
 // the order of the first differing characters as signed bytes.

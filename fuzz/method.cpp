@@ -17,13 +17,7 @@ namespace {
 using fuzz::check;
 using fuzz::Heap;
 using fuzz::Input;
-
-std::string upper(std::string s) {
-    for (char& c : s) {
-        c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
-    }
-    return s;
-}
+using fuzz::upper;
 
 // Case-insensitive search the way keywords match: nothing in an empty text.
 size_t findKey(const std::string& text, const std::string& key, size_t from = 0) {

@@ -10,6 +10,7 @@
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <ctype.h>
 #include <string.h>
 
 #include <memory>
@@ -122,6 +123,12 @@ inline void check(bool ok, const char* what, const std::string& detail = std::st
     if (!ok) {
         fail(what, detail);
     }
+}
+
+// The text folded the way the routines fold it: C-locale toupper per byte.
+inline std::string upper(std::string s) {
+    for (char& c : s) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
+    return s;
 }
 
 }  // namespace fuzz
