@@ -1,7 +1,7 @@
 // The 3D border of the entry fields, drawn around the field on its parent.
 
 #include "display/border.h"
-#include "fields/string_field.h"
+#include "fields/field_common.h"
 #include "links/refresh.h"
 
 namespace fk {

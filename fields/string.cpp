@@ -39,79 +39,21 @@ constexpr int kPasteMax = 256;
 // ---------------------------------------------------------------------
 // Small helpers
 
-struct Text {
-    char s[kFieldText];
-    int length() const { return static_cast<int>(std::strlen(s)); }
-};
+using Text = FieldText;
+using Range = FieldRange;
+using Measure = FieldMeasure;
 
-// The window text through the default procedure: at most 159 characters.
-Text ReadText(HWND h) {
-    Text t{};
-    DefWindowProcA(h, WM_GETTEXT, kFieldText, reinterpret_cast<LPARAM>(t.s));
-    return t;
-}
-
-void WriteText(HWND h, const char* text) { DefWindowProcA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)); }
-
-// Copy of the method string with the spare bytes twGetMethodParam needs.
-struct MethodCopy {
-    char s[kMethodCopy + 1 + 2];
-};
-
-MethodCopy ReadMethod(HWND h) {
-    MethodCopy m{};
-    if (const char* method = W::Method::get(h)) lstrncpy(m.s, method, kMethodCopy);
-    return m;
-}
-
-bool MethodHas(HWND h, const char* keyword) {
-    const char* method = W::Method::get(h);
-    return method != nullptr && lstristr(method, keyword) != nullptr;
-}
+Text ReadText(HWND h) { return ReadFieldText(h); }
+void WriteText(HWND h, const char* text) { WriteFieldText(h, text); }
+MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
+bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
 
 const char* Mask(HWND h) {
     return (W::Flags::get(h) & kFlagMask) != 0 ? W::Mask::get(h) : nullptr;
 }
 
-bool HasProp(HWND h, const char* name) { return GetPropA(h, name) != nullptr; }
-
-void Notify(HWND h, WORD code) {
-    if (HWND parent = GetParent(h))
-        SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(h), code), reinterpret_cast<LPARAM>(h));
-}
-
-struct Range {
-    int start, end;
-    bool empty() const { return start == end; }
-};
-
-Range Selection(HWND h) {
-    int a = FieldWords::anchor(h);
-    int b = FieldWords::movingEnd(h);
-    if (a > b) std::swap(a, b);
-    return {a, b};
-}
-
-void ClearSelection(HWND h) { W::Selection::set(h, 0); }
-
-int ClientWidth(HWND h) {
-    RECT r;
-    GetClientRect(h, &r);
-    return r.right - r.left;
-}
-
-// Pixel widths in the field's font.
-class Measure {
-public:
-    explicit Measure(HWND h) : dc_(h), font_(dc_, W::font(h)) {}
-    int text(const char* s, int n) const { return TextExtent(dc_, s, n); }
-    int text(const char* s) const { return text(s, static_cast<int>(std::strlen(s))); }
-    int ch(char c) const { return TextExtent(dc_, &c, 1); }
-
-private:
-    WindowDC dc_;
-    SelectObj font_;
-};
+Range Selection(HWND h) { return FieldSelection(h); }
+void ClearSelection(HWND h) { ClearFieldSelection(h); }
 
 // Screen text of a masked field, and the screen index of an application
 // index.
@@ -153,16 +95,7 @@ void Draw(HWND h, UINT flags, int blanks = 0) {
 
 void DrawFocused(HWND h, int blanks = 0) { Draw(h, GetFocus() == h ? GXDF_ANY : (GXDF_ANY | GXDF_NOCARET), blanks); }
 
-// After a change of the text by the user.
-void Changed(HWND h, const char* text) {
-    Notify(h, EN_CHANGE);
-    W::Modified::set(h, 1);
-    if (HasProp(h, "SERVER")) {
-        char copy[kFieldText];
-        lstrcpynA(copy, text, sizeof copy);
-        twProcessDDEData(h, copy);
-    }
-}
+void Changed(HWND h, const char* text) { FieldChanged<W::Modified>(h, text); }
 
 // Removes the selected characters (screen positions) and returns the new
 // caret (an application index). The text is not yet written back.
@@ -221,8 +154,6 @@ bool StyleAccepts(HWND h, char c) {
     return true;
 }
 
-void Refuse() { MessageBeep(0); }
-
 // ---------------------------------------------------------------------
 // Method string
 
@@ -279,7 +210,7 @@ LRESULT OnCharSet(HWND h, WPARAM wp, LPARAM lp, const char* keyword) {
     auto* text = reinterpret_cast<char*>(lp);
     if (wp == 0) {
         if (text == nullptr) return 0;
-        MethodCopy m = ReadMethod(h);
+        MethodText m = ReadMethod(h);
         char arg[sizeof m.s];
         twGetMethodParam(m.s, keyword, arg);
         lstrcpynA(text, arg, kMethodCopy + 1);
@@ -356,7 +287,7 @@ LRESULT OnGetValue(HWND h, LPARAM lp) {
 
 LRESULT OnValidate(HWND h) {
     Text t = ReadText(h);
-    MethodCopy m = ReadMethod(h);
+    MethodText m = ReadMethod(h);
     return twValidate(h, GXT_TEXT, t.s, m.s, t.s) ? 0 : -1;
 }
 
@@ -376,7 +307,7 @@ bool FitsWidth(HWND h, const Measure& m, const char* screenText, char c) {
 }
 
 LRESULT OnChar(HWND h, WPARAM wp) {
-    if (g_edit.selecting && GetCapture() == h) return 0;
+    if (MouseGestureActive(h)) return 0;
     const char typed = static_cast<char>(wp);
     if (static_cast<unsigned char>(typed) < 0x20) return 0;  // control keys come as WM_KEYDOWN
 
@@ -389,7 +320,7 @@ LRESULT OnChar(HWND h, WPARAM wp) {
 
     // The checks, in this order; each refusal leaves everything as it was.
     if (limit && !hasSel && t.length() >= limit) return Refuse(), 0;
-    MethodCopy m = ReadMethod(h);
+    MethodText m = ReadMethod(h);
     char arg[sizeof m.s];
     if (twGetMethodParam(m.s, "@EXCLUDE", arg) && *arg && std::strchr(arg, c)) return Refuse(), 0;
     if (twGetMethodParam(m.s, "@INCLUDE", arg) && *arg && !std::strchr(arg, c)) return Refuse(), 0;
@@ -427,8 +358,6 @@ LRESULT OnChar(HWND h, WPARAM wp) {
 // ---------------------------------------------------------------------
 // Keys
 
-bool Pressed(int vk) { return (GetKeyState(vk) & 0x8000) != 0; }
-
 // Copies the selection and the character behind it (count = length + 1);
 // applications have come to rely on that extra character.
 void CopySelection(HWND h, const Text& t, Range sel) {
@@ -464,7 +393,7 @@ void Paste(HWND h) {
 void MoveCaret(HWND h, const Text& t, int to) {
     const int from = W::Caret::get(h);
     W::Caret::set(h, to);
-    if (!Pressed(VK_SHIFT)) {
+    if (!KeyPressed(VK_SHIFT)) {
         ClearSelection(h);
         return;
     }
@@ -477,7 +406,7 @@ void MoveCaret(HWND h, const Text& t, int to) {
 void MoveFocus(HWND h) {
     HWND parent = GetParent(h);
     if (parent == nullptr) return;
-    const bool back = Pressed(VK_SHIFT);
+    const bool back = KeyPressed(VK_SHIFT);
     char cls[16] = "";
     GetClassNameA(parent, cls, sizeof cls);
     if (lstrcmpA(cls, "#32770") == 0) {
@@ -518,11 +447,11 @@ void Backspace(HWND h, Text& t) {
 }
 
 LRESULT OnKeyDown(HWND h, WPARAM key) {
-    if (g_edit.selecting && GetCapture() == h) return 0;
+    if (MouseGestureActive(h)) return 0;
     Text t = ReadText(h);
     const int len = t.length();
     const int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, len);
-    const bool ctrl = Pressed(VK_CONTROL);
+    const bool ctrl = KeyPressed(VK_CONTROL);
     switch (key) {
     case VK_BACK: Backspace(h, t); return 0;
     case VK_DELETE: DeleteKey(h, t); return 0;
@@ -538,7 +467,7 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
     }
     case VK_TAB: MoveFocus(h); return 0;
     case VK_F1: {
-        MethodCopy m = ReadMethod(h);
+        MethodText m = ReadMethod(h);
         twProcessHelp(h, m.s);
         return 0;
     }
@@ -574,15 +503,10 @@ LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
     return 0;
 }
 
-void EndGesture(HWND h) {
-    g_edit.selecting = false;
-    if (GetCapture() == h) ReleaseCapture();
-}
-
 LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
     if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
         ClearSelection(h);
-        EndGesture(h);
+        EndMouseGesture(h);
         return 0;
     }
     if (!g_edit.selecting || GetCapture() != h) return 0;
@@ -600,7 +524,7 @@ LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
 LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
     if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
         ClearSelection(h);
-        EndGesture(h);
+        EndMouseGesture(h);
         return 0;
     }
     const Range sel = Selection(h);
@@ -608,7 +532,7 @@ LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
         ClearSelection(h);
     else
         FieldWords::setSelection(h, sel.start, sel.end);
-    EndGesture(h);
+    EndMouseGesture(h);
     return 0;
 }
 
@@ -625,18 +549,8 @@ LRESULT OnLButtonDblClk(HWND h) {
 // ---------------------------------------------------------------------
 // Window life
 
-// Average width and height of the field's font (the system font when none).
-void MeasureFont(HWND h) {
-    WindowDC dc(h);
-    SelectObj font(dc, W::font(h));
-    TEXTMETRICA tm{};
-    GetTextMetricsA(dc, &tm);
-    W::AveWidth::set(h, tm.tmAveCharWidth);
-    W::CharHeight::set(h, tm.tmHeight);
-}
-
 LRESULT OnCreate(HWND h) {
-    MeasureFont(h);
+    MeasureFieldFont(h);
     W::Caret::set(h, 0);
     return 0;
 }
@@ -644,14 +558,12 @@ LRESULT OnCreate(HWND h) {
 LRESULT OnDestroy(HWND h) {
     MethodFree(h, kMethod);
     MethodFree(h, MethodSlot{W::Mask::kOffset});
-    CloseControlLinks(h);
-    RemovePropA(h, "@DRAGSRC");
-    RemovePropA(h, "@WANTDROP");
+    FieldReleaseLinks(h);
     return 0;
 }
 
 LRESULT OnSetFocus(HWND h) {
-    Notify(h, EN_SETFOCUS);
+    NotifyParent(h, EN_SETFOCUS);
     Text t = ReadText(h);
     if (W::Caret::get(h) > t.length()) W::Caret::set(h, t.length());
     Draw(h, GXDF_ANY);
@@ -659,8 +571,8 @@ LRESULT OnSetFocus(HWND h) {
 }
 
 LRESULT OnKillFocus(HWND h) {
-    Notify(h, EN_KILLFOCUS);
-    EndGesture(h);
+    NotifyParent(h, EN_KILLFOCUS);
+    EndMouseGesture(h);
     DestroyCaret();
     Draw(h, GXDF_ANY | GXDF_NOCARET);
     return 0;
@@ -677,17 +589,6 @@ LRESULT OnPaint(HWND h) {
     return 0;
 }
 
-LRESULT OnEraseBkgnd(HWND h, WPARAM wp, LPARAM lp) {
-    HWND parent = GetParent(h);
-    auto brush = parent ? reinterpret_cast<HBRUSH>(SendMessageA(parent, WM_CTLCOLOREDIT, wp, reinterpret_cast<LPARAM>(h)))
-                        : nullptr;
-    if (brush == nullptr) return DefWindowProcA(h, WM_ERASEBKGND, wp, lp);
-    RECT r;
-    GetClientRect(h, &r);
-    FillRect(reinterpret_cast<HDC>(wp), &r, brush);
-    return 1;
-}
-
 LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
     LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
     Text t = ReadText(h);
@@ -698,29 +599,7 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
-    W::Font::set(h, static_cast<LONG>(wp));
-    MeasureFont(h);
-    if (lp) {
-        InvalidateRect(h, nullptr, TRUE);
-        UpdateWindow(h);
-    }
-    return 0;
-}
-
-LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
-    if (wp == 0 && (GetWindowLongA(h, GWL_STYLE) & 0x7C00)) RefreshFieldBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
-}
-
 // Edit-control messages an application or the drag-and-drop service sends.
-LRESULT OnGetSel(HWND h, WPARAM wp, LPARAM lp) {
-    const Range sel = Selection(h);
-    if (auto* start = reinterpret_cast<DWORD*>(wp)) *start = sel.start;
-    if (auto* end = reinterpret_cast<DWORD*>(lp)) *end = sel.end;
-    return MAKELONG(sel.start, sel.end);
-}
-
 LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp) {
     Text t = ReadText(h);
     const int len = Mask(h) ? static_cast<int>(std::strlen(ToScreen(h, t.s, 0).s)) : t.length();
@@ -774,11 +653,11 @@ LRESULT WINAPI gxStringWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_KILLFOCUS: return OnKillFocus(h);
     case WM_ENABLE: InvalidateRect(h, nullptr, TRUE); return 0;
     case WM_PAINT: return OnPaint(h);
-    case WM_ERASEBKGND: return OnEraseBkgnd(h, wp, lp);
+    case WM_ERASEBKGND: return FieldEraseBkgnd(h, wp, lp);
     case WM_NCPAINT: return PaintFieldBorder(h, wp, lp, kFieldBorder);
-    case WM_SHOWWINDOW: return OnShowWindow(h, wp, lp);
+    case WM_SHOWWINDOW: return FieldShowWindow(h, wp, lp, 0x7C00);
     case WM_SETTEXT: return OnSetText(h, wp, lp);
-    case WM_SETFONT: return OnSetFont(h, wp, lp);
+    case WM_SETFONT: return FieldSetFont(h, wp, lp);
     case WM_GETFONT: return W::Font::get(h);
     case WM_GETDLGCODE: return 0x8089;
     case WM_CHAR: return OnChar(h, wp);
@@ -787,7 +666,7 @@ LRESULT WINAPI gxStringWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp);
     case WM_LBUTTONUP: return OnLButtonUp(h, wp, lp);
     case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h);
-    case EM_GETSEL: return OnGetSel(h, wp, lp);
+    case EM_GETSEL: return FieldGetSel(h, wp, lp);
     case EM_SETSEL: return OnSetSel(h, wp, lp);
     case EM_REPLACESEL: return OnReplaceSel(h, lp);
     case EM_GETMODIFY: return W::Modified::get(h);

@@ -3,8 +3,7 @@
 
 #include <windows.h>
 
-#include "display/text/border_rule.h"
-#include "fields/field_words.h"
+#include "fields/field_common.h"
 
 namespace fk {
 
@@ -15,12 +14,5 @@ struct StringWords : FieldWords {
     using Method = PtrWord<char, 26>;
     using Mask = PtrWord<char, 30>;
 };
-
-// WM_NCPAINT of an entry field: nothing while hidden; a field with a
-// vertical scroll bar lets the system paint first; then the border its 3D
-// style bit picks (kFieldBorder for the text and number fields).
-LRESULT PaintFieldBorder(HWND field, WPARAM wp, LPARAM lp, const BorderRule& rule);
-// Wipes the border around a hidden field.
-void RefreshFieldBorder(HWND field);
 
 }  // namespace fk

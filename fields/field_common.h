@@ -1,0 +1,104 @@
+// Small pieces every entry field shares: its text, its method string, its
+// selection, the parent notices and the window messages that do the same in
+// every field. They rely only on the words all fields keep at the same
+// positions (FieldWords); class words are passed in.
+#pragma once
+
+#include <windows.h>
+
+#include "display/text/border_rule.h"
+#include "fields/field_words.h"
+#include "frame/buffers.h"
+#include "frame/gdi.h"
+
+namespace fk {
+
+// A field's text: at most 159 characters are ever read.
+struct FieldText {
+    char s[kFieldText];
+    int length() const;
+};
+
+// The window text through the default procedure.
+FieldText ReadFieldText(HWND h);
+// Sets the window text through the default procedure (no EN_CHANGE).
+void WriteFieldText(HWND h, const char* text);
+
+// Copy of a method string with the spare bytes twGetMethodParam needs.
+struct MethodText {
+    char s[kMethodCopy + 1 + 2];
+};
+// At most 256 characters of the method string (empty when there is none).
+MethodText CopyMethod(const char* method);
+// Case-insensitive search of a keyword anywhere in the method string.
+bool MethodHas(const char* method, const char* keyword);
+
+bool HasProp(HWND h, const char* name);
+
+// WM_COMMAND to the parent: identifier and code in wParam, field in lParam.
+void NotifyParent(HWND h, WORD code);
+
+// The field's text changed by the user's hand: EN_CHANGE, the modified
+// flag (a class word) set to 1, and the text pushed to linked clients.
+template <typename ModifiedWord>
+void FieldChanged(HWND h, const char* text);
+void PushToClients(HWND h, const char* text);
+
+// The selection word with its ends in order.
+struct FieldRange {
+    int start, end;
+    bool empty() const { return start == end; }
+};
+FieldRange FieldSelection(HWND h);
+inline void ClearFieldSelection(HWND h) { FieldWords::Selection::set(h, 0); }
+
+int ClientWidth(HWND h);
+inline void Refuse() { MessageBeep(0); }
+inline bool KeyPressed(int vk) { return (GetKeyState(vk) & 0x8000) != 0; }
+
+// Pixel widths in the field's font.
+class FieldMeasure {
+public:
+    explicit FieldMeasure(HWND h);
+    int text(const char* s, int n) const;
+    int text(const char* s) const;
+    int ch(char c) const { return text(&c, 1); }
+
+private:
+    WindowDC dc_;
+    SelectObj font_;
+};
+
+// Average width and height of the field's font (the system font when none).
+void MeasureFieldFont(HWND h);
+// The mouse gesture of this field ends: the library-wide flag is cleared and
+// the capture released.
+void EndMouseGesture(HWND h);
+// True while this field holds the mouse for a selection: keys wait.
+bool MouseGestureActive(HWND h);
+
+// WM_NCPAINT of an entry field: nothing while hidden; a field with a
+// vertical scroll bar lets the system paint first; then the border its 3D
+// style bit picks (kFieldBorder for the text and number fields).
+LRESULT PaintFieldBorder(HWND field, WPARAM wp, LPARAM lp, const BorderRule& rule);
+// Wipes the border around a hidden field.
+void RefreshFieldBorder(HWND field);
+
+// Messages every entry field answers the same way.
+LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp);
+// Hiding a field with one of the 3D border bits of borderBits wipes the
+// border drawn around it.
+LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits);
+LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp);
+LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp);
+// Removes the properties links and drag and drop leave on a field.
+void FieldReleaseLinks(HWND h);
+
+template <typename ModifiedWord>
+void FieldChanged(HWND h, const char* text) {
+    NotifyParent(h, EN_CHANGE);
+    ModifiedWord::set(h, 1);
+    PushToClients(h, text);
+}
+
+}  // namespace fk
