@@ -55,20 +55,21 @@ add_dependencies(fldkit fldkit32_implib fldkit32)
 target_include_directories(fldkit INTERFACE ${CMAKE_SOURCE_DIR}/include)
 target_link_libraries(fldkit INTERFACE ${FK_IMPLIB})
 
-# Sample program of the main job.
-add_executable(fksample sample/fksample.c)
-target_link_libraries(fksample PRIVATE fldkit user32 gdi32)
-target_link_options(fksample PRIVATE ${FK_STATIC_RUNTIME})
+# The main job: the order-entry form.
+add_executable(fkdemo sample/fkdemo.c sample/fkdemo.rc)
+target_include_directories(fkdemo PRIVATE ${CMAKE_SOURCE_DIR}/sample)
+target_link_libraries(fkdemo PRIVATE fldkit user32 gdi32)
+target_link_options(fkdemo PRIVATE ${FK_STATIC_RUNTIME})
 
 # dist/: what an application author needs.
 add_custom_target(dist
   COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_SOURCE_DIR}/dist/bin ${CMAKE_SOURCE_DIR}/dist/lib ${CMAKE_SOURCE_DIR}/dist/include
   COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fldkit32> ${CMAKE_SOURCE_DIR}/dist/bin/
-  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fksample> ${CMAKE_SOURCE_DIR}/dist/bin/
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fkdemo> ${CMAKE_SOURCE_DIR}/dist/bin/
   COMMAND ${CMAKE_COMMAND} -E copy ${FK_IMPLIB} ${CMAKE_SOURCE_DIR}/dist/lib/
   COMMAND ${CMAKE_COMMAND} -E copy ${FK_DEF} ${CMAKE_SOURCE_DIR}/dist/lib/
   COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/include/fldkit.h ${CMAKE_SOURCE_DIR}/dist/include/
-  DEPENDS fldkit32 fksample fldkit32_implib
+  DEPENDS fldkit32 fkdemo fldkit32_implib
 )
 
 include(cmake/wintests.cmake)

@@ -62,3 +62,13 @@ add_test(NAME dll_imports_system_only
   COMMAND ${CMAKE_COMMAND} -DDLL=$<TARGET_FILE:fldkit32> -DOBJDUMP=${TOOL_PREFIX}-objdump
           -P ${CMAKE_SOURCE_DIR}/cmake/check_imports.cmake)
 set_tests_properties(dll_imports_system_only PROPERTIES TIMEOUT 60)
+
+# The demo form runs its script to the end: a dialog from a template with
+# every entry field, filled, validated and read back.
+add_test(NAME demo_form COMMAND fkdemo --auto)
+set_tests_properties(demo_form PROPERTIES
+  ENVIRONMENT "${FK_WINE_ENV}"
+  FIXTURES_REQUIRED wine
+  TIMEOUT 120
+  PASS_REGULAR_EXPRESSION "Validation: 1 field\\(s\\) refused"
+  FAIL_REGULAR_EXPRESSION "could not be created|gave no class list")

@@ -1,6 +1,10 @@
 #!/usr/bin/env bash
 # The main job: builds FLDKIT32.dll, lays out dist/ (DLL, import library,
-# header) and runs the sample program under Wine.
+# header, the demo program) and runs the order-entry form under Wine: it
+# fills the form as a user would, validates it, prints what every field
+# holds and saves a picture of the form as dist/demo-form.bmp.
+#   scripts/demo.sh            the scripted run (no user needed)
+#   scripts/demo.sh --show     the form stays open for a user (needs a display)
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
@@ -11,4 +15,9 @@ echo "dist/ holds:"
 (cd "$ROOT/dist" && find . -type f | sort | sed 's|^\./|  |')
 echo
 trap stop_wine EXIT
-with_display wine "$ROOT/dist/bin/fksample.exe"
+cd "$ROOT/dist"
+if [[ "${1:-}" == "--show" ]]; then
+    wine bin/fkdemo.exe
+else
+    with_display wine bin/fkdemo.exe --auto --shot demo-form.bmp
+fi

@@ -1,0 +1,276 @@
+/* fkdemo: the order-entry form. A dialog from a template holds every entry
+   field of FLDKIT32.dll, the 3D display controls, a ticker and the colour
+   picker, configured with method strings as an application would.
+
+     fkdemo.exe                 shows the form; OK validates every field
+                                and prints the values
+     fkdemo.exe --auto [--shot FILE.bmp]
+                                fills the form as a user would (typing,
+                                leaving fields, setting values), validates,
+                                prints what each field holds, optionally
+                                saves a picture of the form, and closes
+
+   Validation errors reach the dialog as GXN_ERROR notices; in --auto mode the
+   demo prints them and answers "handled" so that no message box waits for a
+   user. Written in C to show that the header serves C callers. */
+#include <stdio.h>
+#include <string.h>
+#include <time.h>
+#include <windows.h>
+
+#include "fldkit.h"
+#include "fkdemo.h"
+
+#define WM_RUN_SCRIPT (WM_APP + 1)
+
+static BOOL g_auto = FALSE;
+static const char* g_shot = NULL;
+static int g_errors = 0;
+
+struct FieldSetup {
+    int id;
+    const char* method;
+};
+
+static const struct FieldSetup kSetup[] = {
+    {IDC_CUSTOMER, "@MND@MSG(Please enter the customer's name.)@AUTOTAB"},
+    {IDC_PHONE, "@MASK(###-###-####)@AUTOTAB"},
+    {IDC_QUANTITY, "@MND@RNG(1,99)@LIMIT(2)@MSG(A quantity is 1 to 99.)"},
+    {IDC_WEIGHT, "@DECP(2)@RNG(0.1,500)@MSG(We ship 0.1 to 500 kg.)"},
+    {IDC_PRICE, "@CF_UNITEDSTATES"},
+    {IDC_DATE, "@MND@MSG(When should it arrive?)"},
+    {IDC_COLOUR, ""},
+};
+
+static void Configure(HWND dlg) {
+    unsigned i;
+    for (i = 0; i < sizeof kSetup / sizeof kSetup[0]; ++i)
+        SendDlgItemMessageA(dlg, kSetup[i].id, GXM_SETMETHOD, 0, (LPARAM)kSetup[i].method);
+    SetDlgItemTextA(dlg, IDC_BANNER, "Welcome to FieldKit: whole numbers, real numbers, money and dates, "
+                                     "validated as you ask.          ");
+}
+
+/* A user at the keyboard: the field takes the focus, then each character. */
+static void Type(HWND dlg, int id, const char* text) {
+    HWND field = GetDlgItem(dlg, id);
+    SetFocus(field);
+    for (; *text; ++text) SendMessageA(field, WM_CHAR, (unsigned char)*text, 1);
+}
+
+static void Pump(void) {
+    MSG msg;
+    while (PeekMessageA(&msg, NULL, 0, 0, PM_REMOVE)) {
+        if (msg.message == WM_TIMER) continue;
+        TranslateMessage(&msg);
+        DispatchMessageA(&msg);
+    }
+}
+
+static void Fill(HWND dlg) {
+    double price = 1234.5;
+    struct tm delivery;
+    COLORREF colour = RGB(0, 128, 192);
+
+    Type(dlg, IDC_CUSTOMER, "acme tools");
+    Type(dlg, IDC_PHONE, "5551234567");
+    Type(dlg, IDC_QUANTITY, "120"); /* the limit is two digits: the 0 beeps */
+    Type(dlg, IDC_WEIGHT, "3.14159"); /* two decimals once the field is left */
+    SendDlgItemMessageA(dlg, IDC_PRICE, GXM_SETVALUE, GXT_DOUBLE, (LPARAM)&price);
+    memset(&delivery, 0, sizeof delivery);
+    delivery.tm_mday = 24;
+    delivery.tm_mon = 11;
+    delivery.tm_year = 126;
+    SendDlgItemMessageA(dlg, IDC_DATE, GXM_SETVALUE, 0, (LPARAM)&delivery);
+    SendDlgItemMessageA(dlg, IDC_COLOUR, GXM_SETVALUE, 0, (LPARAM)&colour);
+    SetFocus(GetDlgItem(dlg, IDOK));
+    Pump();
+}
+
+static void Report(HWND dlg) {
+    char text[160];
+    LONG quantity = 0;
+    double weight = 0, price = 0;
+    struct tm date;
+    COLORREF colour = 0;
+    static const struct { int id; const char* name; } kFields[] = {
+        {IDC_CUSTOMER, "customer"}, {IDC_PHONE, "phone"}, {IDC_QUANTITY, "quantity"},
+        {IDC_WEIGHT, "weight"},     {IDC_PRICE, "price"}, {IDC_DATE, "delivery"},
+    };
+    unsigned i;
+
+    printf("As shown:\n");
+    for (i = 0; i < sizeof kFields / sizeof kFields[0]; ++i) {
+        GetDlgItemTextA(dlg, kFields[i].id, text, sizeof text);
+        printf("  %-9s \"%s\"\n", kFields[i].name, text);
+    }
+    memset(&date, 0, sizeof date);
+    SendDlgItemMessageA(dlg, IDC_QUANTITY, GXM_GETVALUE, 0, (LPARAM)&quantity);
+    SendDlgItemMessageA(dlg, IDC_WEIGHT, GXM_GETVALUE, 0, (LPARAM)&weight);
+    SendDlgItemMessageA(dlg, IDC_PRICE, GXM_GETVALUE, 0, (LPARAM)&price);
+    SendDlgItemMessageA(dlg, IDC_DATE, GXM_GETVALUE, 0, (LPARAM)&date);
+    SendDlgItemMessageA(dlg, IDC_COLOUR, GXM_GETVALUE, 0, (LPARAM)&colour);
+    printf("As values:\n");
+    printf("  quantity  %ld\n", (long)quantity);
+    printf("  weight    %.2f kg\n", weight);
+    printf("  price     %.2f\n", price);
+    printf("  delivery  %04d-%02d-%02d\n", date.tm_year + 1900, date.tm_mon + 1, date.tm_mday);
+    printf("  colour    #%02X%02X%02X\n", GetRValue(colour), GetGValue(colour), GetBValue(colour));
+}
+
+/* GXM_VALIDATE on every entry field; 0 means accepted. */
+static int ValidateAll(HWND dlg) {
+    unsigned i;
+    int refused = 0;
+    for (i = 0; i < sizeof kSetup / sizeof kSetup[0]; ++i) {
+        if (kSetup[i].id == IDC_COLOUR) continue;
+        if (SendDlgItemMessageA(dlg, kSetup[i].id, GXM_VALIDATE, 0, 0) != 0) ++refused;
+    }
+    return refused;
+}
+
+/* A 24-bit BMP of the dialog, as the screen shows it. */
+static void SaveShot(HWND dlg, const char* path) {
+    RECT r;
+    HDC screen, mem;
+    HBITMAP dib;
+    HGDIOBJ old;
+    void* bits = NULL;
+    BITMAPINFO bi;
+    BITMAPFILEHEADER fh;
+    DWORD stride, size;
+    FILE* f;
+    int w, h;
+
+    RedrawWindow(dlg, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Pump();
+    GetWindowRect(dlg, &r);
+    w = r.right - r.left;
+    h = r.bottom - r.top;
+    memset(&bi, 0, sizeof bi);
+    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+    bi.bmiHeader.biWidth = w;
+    bi.bmiHeader.biHeight = h;
+    bi.bmiHeader.biPlanes = 1;
+    bi.bmiHeader.biBitCount = 24;
+    bi.bmiHeader.biCompression = BI_RGB;
+    screen = GetWindowDC(dlg);
+    mem = CreateCompatibleDC(screen);
+    dib = CreateDIBSection(mem, &bi, DIB_RGB_COLORS, &bits, NULL, 0);
+    old = SelectObject(mem, dib);
+    BitBlt(mem, 0, 0, w, h, screen, 0, 0, SRCCOPY);
+    GdiFlush();
+    stride = ((DWORD)w * 3 + 3) & ~3u;
+    size = stride * (DWORD)h;
+    memset(&fh, 0, sizeof fh);
+    fh.bfType = 0x4D42;
+    fh.bfOffBits = sizeof fh + sizeof bi.bmiHeader;
+    fh.bfSize = fh.bfOffBits + size;
+    f = fopen(path, "wb");
+    if (f != NULL) {
+        fwrite(&fh, sizeof fh, 1, f);
+        fwrite(&bi.bmiHeader, sizeof bi.bmiHeader, 1, f);
+        fwrite(bits, size, 1, f);
+        fclose(f);
+        printf("Picture of the form: %s (%d x %d)\n", path, w, h);
+    } else {
+        printf("Could not write %s\n", path);
+    }
+    SelectObject(mem, old);
+    DeleteObject(dib);
+    DeleteDC(mem);
+    ReleaseDC(dlg, screen);
+}
+
+static void RunScript(HWND dlg) {
+    int refused, i;
+    printf("Filling the form as a user would...\n");
+    Fill(dlg);
+    Report(dlg);
+    refused = ValidateAll(dlg);
+    printf("Validation: %d field(s) refused, %d error notice(s)\n", refused, g_errors);
+    printf("Leaving the quantity empty and validating again:\n");
+    SetDlgItemTextA(dlg, IDC_QUANTITY, "");
+    refused = ValidateAll(dlg);
+    printf("Validation: %d field(s) refused\n", refused);
+    if (g_shot != NULL) {
+        for (i = 0; i < 60; ++i) SendDlgItemMessageA(dlg, IDC_BANNER, WM_TIMER, 1, 0); /* let the banner run in */
+        SaveShot(dlg, g_shot);
+    }
+    EndDialog(dlg, IDOK);
+}
+
+static INT_PTR OnError(HWND dlg, const FieldErrorNotice* notice) {
+    ++g_errors;
+    if (notice != NULL)
+        printf("  GXN_ERROR from control %ld, error %ld: \"%s\"\n", (long)notice->nId, (long)notice->nError,
+               notice->lpMessage ? notice->lpMessage : "");
+    if (!g_auto) return FALSE; /* the field shows its message box */
+    SetWindowLongPtrA(dlg, DWLP_MSGRESULT, GXR_HANDLED);
+    return TRUE;
+}
+
+static INT_PTR CALLBACK OrderProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
+    switch (msg) {
+    case WM_INITDIALOG:
+        Configure(dlg);
+        if (g_auto) PostMessageA(dlg, WM_RUN_SCRIPT, 0, 0);
+        return TRUE;
+    case WM_RUN_SCRIPT:
+        RunScript(dlg);
+        return TRUE;
+    case GXN_ERROR:
+        return OnError(dlg, (const FieldErrorNotice*)lp);
+    case WM_COMMAND:
+        if (LOWORD(wp) == IDOK) {
+            if (ValidateAll(dlg) == 0) {
+                Report(dlg);
+                EndDialog(dlg, IDOK);
+            }
+            return TRUE;
+        }
+        if (LOWORD(wp) == IDCANCEL) {
+            EndDialog(dlg, IDCANCEL);
+            return TRUE;
+        }
+        return FALSE;
+    }
+    return FALSE;
+}
+
+static BOOL PrintClasses(void) {
+    HGLOBAL block = ListClasses(NULL, 0, NULL, NULL);
+    const CTLCLASSLIST* list;
+    long n, i;
+    if (block == NULL) {
+        printf("FLDKIT32.dll gave no class list\n");
+        return FALSE;
+    }
+    list = (const CTLCLASSLIST*)GlobalLock(block);
+    n = (long)list->nClasses;
+    printf("FLDKIT32.dll: %ld classes:", n);
+    for (i = 0; i < n; ++i) printf(" %s", list->Classes[i].szClass);
+    printf("\n\n");
+    GlobalUnlock(block);
+    GlobalFree(block);
+    return TRUE;
+}
+
+int main(int argc, char** argv) {
+    int i;
+    INT_PTR result;
+    for (i = 1; i < argc; ++i) {
+        if (strcmp(argv[i], "--auto") == 0)
+            g_auto = TRUE;
+        else if (strcmp(argv[i], "--shot") == 0 && i + 1 < argc)
+            g_shot = argv[++i];
+    }
+    /* Loading FLDKIT32.dll registers the classes the template names; the
+       class list is what a dialog editor asks for. */
+    if (!PrintClasses()) return 1;
+    result = DialogBoxParamA(GetModuleHandleA(NULL), MAKEINTRESOURCEA(IDD_ORDER), NULL, OrderProc, 0);
+    if (result == -1) {
+        printf("The form could not be created (error %lu)\n", GetLastError());
+        return 1;
+    }
+    return result == IDOK ? 0 : 2;
+}
