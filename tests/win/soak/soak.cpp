@@ -74,7 +74,7 @@ void StepSetGetValue(Cycle& c) {
         SendMessageA(c.control, GXM_SETVALUE, GXT_DOUBLE, reinterpret_cast<LPARAM>(&real));
         SendMessageA(c.control, GXM_GETVALUE, GXT_DOUBLE, reinterpret_cast<LPARAM>(buffer));
     } else if (cls == FK_CLASS_DATE) {
-        SendMessageA(c.control, GXM_SETVALUE, GXT_TEXT, reinterpret_cast<LPARAM>("02/03/2004"));
+        SendMessageA(c.control, GXM_SETVALUE, GXT_TEXT, reinterpret_cast<LPARAM>("02032004"));
         SendMessageA(c.control, GXM_GETVALUE, GXT_TEXT, reinterpret_cast<LPARAM>(buffer));
     } else {
         SendMessageA(c.control, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(text));
@@ -154,6 +154,9 @@ void StepTyping(Cycle& c) {
     SetFocus(c.control);
     for (char ch : {'1', '2', 'a', '7'}) SendMessageA(c.control, WM_CHAR, static_cast<unsigned char>(ch), 1);
     for (UINT vk : {VK_LEFT, VK_BACK, VK_END, VK_HOME, VK_DELETE}) SendMessageA(c.control, WM_KEYDOWN, vk, 1);
+    // The number fields spin on their scroll bar; leaving a field reformats it.
+    for (WPARAM code : {SB_LINEUP, SB_LINEDOWN, SB_THUMBPOSITION}) SendMessageA(c.control, WM_VSCROLL, code, 0);
+    SetFocus(c.parent);
 }
 
 // The control becomes a client of the server field, which then pushes it
