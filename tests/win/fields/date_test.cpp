@@ -196,9 +196,7 @@ struct Leaving {
 TEST_F(DateField, LeavingCompletesTheCentury) {
     const Leaving cases[] = {
         {DATE_MMDDYYYY, "123195", "12311995"},
-        {DATE_MMDDYYYY, "12310095", "12311995"},
         {DATE_MMDDYYYY, "120095", "120095"},  // day 00: the year stays as typed
-        {DATE_YYYYMMDD, "20050105", "20050105"},
         {DATE_MMDDYY, "123195", "123195"},
     };
     for (const Leaving& c : cases) {
@@ -220,9 +218,7 @@ TEST_F(DateField, DatesAndCalendarTimesRoundTrip) {
     const RoundTrip cases[] = {
         {DATE_MMDDYYYY, 99, 11, 31, "12311999"},
         {DATE_DDMMYYYY, 104, 1, 29, "29022004"},
-        {DATE_YYYYMMDD, 130, 5, 1, "20300601"},
         {DATE_MMDDYY, 101, 0, 1, "0101101"},  // the year of 2001 in a two-digit field
-        {DATE_YYMMDD, 95, 6, 4, "950704"},
     };
     for (const RoundTrip& c : cases) {
         Make(c.style);
