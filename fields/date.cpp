@@ -1,12 +1,536 @@
-// gxDate32: the date entry field.
+// gxDate32: the date entry field. Its window text is the raw text, only the
+// digits of the date in the order of its style ("12311999"); it is shown
+// through a fixed mask that puts the separators in ("12/31/1999"). Digits
+// are typed, zeroed and overwritten, never removed.
 
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <ctime>
+
+#include "fields/date_text.h"
+#include "fields/edit_core.h"
+#include "fields/field_common.h"
+#include "fields/mask.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
+#include "links/control_links.h"
+#include "strings/lstr.h"
+
+namespace fk {
 
 namespace {
-const fk::MethodSlot kMethod{24};
+
+struct DateWords : FieldWords {
+    using Modified = ShortWord<20>;  // set to 1 by every edit
+    using AutoFill = ShortWord<22>;  // 0x0100 with "@AUTOFILL"
+    using Method = PtrWord<char, 24>;
+};
+using W = DateWords;
+const MethodSlot kMethod{W::Method::kOffset};
+
+constexpr WORD kAutoFillOn = 0x0100;
+// Characters a paste takes from the clipboard at most.
+constexpr int kPasteMax = 256;
+// The short-date pattern of the system settings and its default.
+constexpr char kIntl[] = "intl";
+constexpr char kShortDateKey[] = "sShortDate";
+constexpr char kShortDateDefault[] = "MM/dd/yy";
+// The format query answers the order and the separator.
+constexpr UINT kFormatQuery = GXM_DATE_GETFORMAT;
+
+// ---------------------------------------------------------------------
+// Small helpers
+
+// The raw text: at most kDateRawMax characters are read.
+struct Raw {
+    char s[kDateRawMax + 1];
+    int length() const { return static_cast<int>(std::strlen(s)); }
+};
+
+Raw ReadRaw(HWND h) {
+    FieldText t = ReadFieldText(h);
+    Raw r{};
+    lstrcpynA(r.s, t.s, sizeof r.s);
+    return r;
 }
 
+uint32_t Style(HWND h) { return static_cast<uint32_t>(GetWindowLongA(h, GWL_STYLE)) & 0xFFFF; }
+void SetStyle(HWND h, uint32_t style) {
+    const LONG old = GetWindowLongA(h, GWL_STYLE);
+    SetWindowLongA(h, GWL_STYLE, static_cast<LONG>((static_cast<uint32_t>(old) & 0xFFFF0000u) | (style & 0xFFFF)));
+}
+
+const char* Mask(HWND h) { return DateMask(Style(h)); }
+bool NoFill(HWND h) { return (W::AutoFill::get(h) & kAutoFillOn) != 0; }
+MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
+bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
+
+int Caret(HWND h, const Raw& r) { return std::clamp(static_cast<int>(W::Caret::get(h)), 0, r.length()); }
+
+// Raw index of a screen index: the placeholders before it, and behind the
+// mask one raw character per screen character.
+int RawIndex(const char* mask, int screen) {
+    const int maskLength = static_cast<int>(std::strlen(mask));
+    if (screen > maskLength) return MaskCapacity(mask) + (screen - maskLength);
+    int n = 0;
+    for (int i = 0; i < screen; ++i)
+        if (IsMaskPlaceholder(mask[i])) ++n;
+    return n;
+}
+
+// The selected digits as a raw range (empty when only separators are
+// selected or nothing is).
+struct RawRange {
+    int start, end;
+    bool empty() const { return start >= end; }
+};
+RawRange SelectedDigits(HWND h, const Raw& r) {
+    const FieldRange sel = FieldSelection(h);
+    if (sel.empty()) return {0, 0};
+    const char* mask = Mask(h);
+    return {std::min(RawIndex(mask, sel.start), r.length()), std::min(RawIndex(mask, sel.end), r.length())};
+}
+
+void Draw(HWND h, UINT flags, int blanks = 0) {
+    Raw r = ReadRaw(h);
+    DrawMaskedField(h, r.s, Mask(h), NoFill(h), flags, blanks);
+}
+void DrawFocused(HWND h, int blanks = 0) { Draw(h, GetFocus() == h ? GXDF_ANY : (GXDF_ANY | GXDF_NOCARET), blanks); }
+
+// An edit by the user's hand: the text, caret, no selection, the drawing and
+// the notices.
+void Edited(HWND h, const Raw& r, int caret) {
+    WriteFieldText(h, r.s);
+    W::Caret::set(h, caret);
+    ClearFieldSelection(h);
+    DrawFocused(h, 2);
+    FieldChanged<W::Modified>(h, r.s);
+}
+
+// Sets the raw text as the field's value (through WM_SETTEXT: drawn, and
+// pushed to linked clients).
+void SetRaw(HWND h, const char* raw) { SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(raw)); }
+
+// ---------------------------------------------------------------------
+// Format and method string
+
+void ResolveFormat(HWND h, const char* method) {
+    char pattern[kShortDateMax + 1] = "";
+    GetProfileStringA(kIntl, kShortDateKey, kShortDateDefault, pattern, sizeof pattern);
+    SetStyle(h, ResolveDateStyle(Style(h), method, pattern));
+}
+
+LRESULT OnSetMethod(HWND h, const char* text) {
+    MethodReplace(h, kMethod, text);
+    const char* method = W::Method::get(h);
+    MethodText m = ReadMethod(h);
+    if (MethodHas(h, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+    ResolveFormat(h, method);
+    W::AutoFill::set(h, MethodHas(h, "@AUTOFILL") ? kAutoFillOn : 0);
+    char arg[sizeof m.s];
+    if (twGetMethodParam(m.s, "@PRT", arg) && lstristr(arg, "gray")) EnableWindow(h, FALSE);
+    OpenControlLinks(h, method);
+    if (MethodHas(h, "@DATE")) SendMessageA(h, GXM_SETVALUE, 0, 0);
+    InvalidateRect(h, nullptr, TRUE);
+    return 0;
+}
+
+LRESULT OnFormatQuery(HWND h) {
+    const uint32_t style = Style(h);
+    return MAKELONG(static_cast<unsigned char>(DateSeparator(style)), DateOrder(style));
+}
+
+// ---------------------------------------------------------------------
+// Values and validation
+
+// The kind of value a message exchanges: wParam, or the style when it is 0.
+WPARAM ValueKind(HWND h, WPARAM wp) {
+    if (wp != GXT_BYSTYLE) return wp;
+    const uint32_t style = Style(h);
+    if (style & DATE_CHAR) return GXT_TEXT;
+    if (style & DATE_LONG) return GXT_INTEGER;
+    return GXT_TMSTRUCT;
+}
+
+void FormatInto(Raw& r, const struct tm* date, uint32_t style, const char* method) {
+    FormatDateText(r.s, sizeof r.s, date, style, DateBlankWanted(method));
+}
+
+LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
+    if (HasProp(h, "CLIENT")) {
+        twRequestDDEData(h);  // the link owns the value
+        return 0;
+    }
+    const uint32_t style = Style(h);
+    const char* method = W::Method::get(h);
+    Raw r{};
+    if (style & kDateToday) {
+        const std::time_t now = std::time(nullptr);
+        FormatInto(r, std::localtime(&now), style, method);
+    } else if (lp != 0) {
+        switch (ValueKind(h, wp)) {
+        case GXT_INTEGER: {
+            const std::time_t t = *reinterpret_cast<const LONG*>(lp);
+            FormatInto(r, std::localtime(&t), style, method);
+            break;
+        }
+        case GXT_TMSTRUCT: FormatInto(r, reinterpret_cast<const struct tm*>(lp), style, method); break;
+        case GXT_TEXT: lstrcpynA(r.s, reinterpret_cast<const char*>(lp), sizeof r.s); break;
+        default: return 0;
+        }
+    } else if (ReadRaw(h).length() == 0) {
+        lstrcpynA(r.s, DateRawWidth(style) == 8 ? "00000000" : "000000", sizeof r.s);
+    } else {
+        return 0;
+    }
+    SetRaw(h, r.s);
+    return 0;
+}
+
+LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
+    if (lp == 0) return 0;
+    Raw r = ReadRaw(h);
+    switch (ValueKind(h, wp)) {
+    case GXT_TMSTRUCT: {
+        auto* date = reinterpret_cast<struct tm*>(lp);
+        ParseDateText(r.s, Style(h), date);
+        if (date->tm_mon == -1) date->tm_mon = 0;
+        return 0;
+    }
+    case GXT_INTEGER: {
+        struct tm work{};
+        ParseDateText(r.s, Style(h), &work);
+        work.tm_isdst = -1;  // the conversion decides whether summer time applies
+        *reinterpret_cast<LONG*>(lp) = static_cast<LONG>(std::mktime(&work));
+        return 0;
+    }
+    case GXT_TEXT: lstrcpynA(reinterpret_cast<char*>(lp), r.s, kDateRawMax + 1); return 0;
+    default: return 0;
+    }
+}
+
+LRESULT OnValidate(HWND h) {
+    FieldText t = ReadFieldText(h);
+    MethodText m = ReadMethod(h);
+    for (int n = t.length(); n > 0 && t.s[n - 1] == ' '; --n) t.s[n - 1] = 0;
+    if (t.s[0] == 0 && !fk::MethodHas(m.s, "@MND")) return 0;
+    const uint32_t order = DateOrder(Style(h));
+    if (order < 2 || order > 7) return 0;
+    struct tm date{};
+    ParseDateText(t.s, Style(h), &date);
+    return twValidate(h, static_cast<int>(GXT_DATE_MMDDYY + order - 2), &date, m.s, t.s) ? 0 : -1;
+}
+
+LRESULT OnGetType(HWND h, LPARAM lp) {
+    const uint32_t style = Style(h);
+    if (style & DATE_CHAR) {
+        if (auto* size = reinterpret_cast<LONG*>(lp)) *size = kDateRawMax;
+        return GXT_TEXT;
+    }
+    return (style & DATE_LONG) ? GXT_INTEGER : GXT_TMSTRUCT;
+}
+
+// ---------------------------------------------------------------------
+// Typing
+
+// The typed digit fits behind the text: its width, one character and two
+// pixels stay inside the client area.
+bool FitsAtEnd(HWND h, const Raw& r, char c) {
+    FieldMeasure m(h);
+    FieldScreen sc = FieldToScreen(r.s, Mask(h), true, 0);
+    return m.text(sc.s) + m.ch(c) + 2 < ClientWidth(h);
+}
+
+LRESULT OnChar(HWND h, WPARAM wp) {
+    if (MouseGestureActive(h)) return 0;
+    const char c = static_cast<char>(wp);
+    if (IsCharAlphaA(c)) return Refuse(), 0;
+    if (!std::isdigit(static_cast<unsigned char>(c))) return 0;
+
+    Raw r = ReadRaw(h);
+    const int length = r.length();
+    const int capacity = MaskCapacity(Mask(h));
+    int caret = Caret(h, r);
+    const RawRange sel = SelectedDigits(h, r);
+    if (!sel.empty()) {
+        // The first selected digit is the one typed, the others are zeroed.
+        r.s[sel.start] = c;
+        for (int i = sel.start + 1; i < sel.end; ++i) r.s[i] = '0';
+        caret = sel.start + 1;
+    } else {
+        if (length >= kDateRawMax) return Refuse(), 0;
+        if (caret >= capacity && length >= capacity) return Refuse(), 0;
+        if (caret == length && !FitsAtEnd(h, r, c)) return Refuse(), 0;
+        lstrinsc(r.s, c, caret);
+        ++caret;
+    }
+    Edited(h, r, caret);
+    if (r.length() == capacity && caret == capacity && MethodHas(h, "@AUTOTAB")) twAutoTab(h);
+    return 0;
+}
+
+// ---------------------------------------------------------------------
+// Keys
+
+// Zeroes the selected digits; the caret goes to the first of them.
+bool ZeroSelection(HWND h, Raw& r, int* caret) {
+    const RawRange sel = SelectedDigits(h, r);
+    if (sel.empty()) return false;
+    for (int i = sel.start; i < sel.end; ++i) r.s[i] = '0';
+    *caret = sel.start;
+    return true;
+}
+
+void Backspace(HWND h) {
+    Raw r = ReadRaw(h);
+    int caret = Caret(h, r);
+    if (!ZeroSelection(h, r, &caret)) {
+        if (caret == 0) return;
+        r.s[--caret] = '0';
+    }
+    Edited(h, r, caret);
+}
+
+void DeleteKey(HWND h) {
+    Raw r = ReadRaw(h);
+    int caret = Caret(h, r);
+    if (!ZeroSelection(h, r, &caret)) {
+        if (caret >= r.length()) return Refuse();
+        r.s[caret++] = '0';
+    }
+    Edited(h, r, caret);
+}
+
+// The selected characters as shown, separators included.
+void CopySelection(HWND h) {
+    const FieldRange sel = FieldSelection(h);
+    if (sel.empty()) return;
+    Raw r = ReadRaw(h);
+    FieldScreen sc = FieldToScreen(r.s, Mask(h), NoFill(h), 0);
+    const int length = static_cast<int>(std::strlen(sc.s));
+    if (sel.start >= length) return;
+    twClipboardCopyText(h, sc.s + sel.start, std::min(sel.end, length) - sel.start);
+}
+
+// The clipboard's digits replace the whole text.
+void Paste(HWND h) {
+    char buffer[kPasteMax + 1] = "";
+    if (!twClipboardPasteText(h, buffer, kPasteMax)) return;
+    buffer[kPasteMax] = 0;
+    Raw r{};
+    int n = 0;
+    for (const char* p = buffer; *p != 0 && n < kDateRawMax; ++p)
+        if (std::isdigit(static_cast<unsigned char>(*p))) r.s[n++] = *p;
+    Edited(h, r, n);
+}
+
+// Insert alone puts the caret back where it belongs and shows it.
+void PlaceCaretAgain(HWND h) {
+    if (GetFocus() != h) return;
+    Raw r = ReadRaw(h);
+    const int caret = Caret(h, r);
+    FieldScreen sc = FieldToScreen(r.s, Mask(h), NoFill(h), caret);
+    W::Caret::set(h, std::max(sc.caret, 0));
+    FieldPlaceCaret(h, sc.s, true);
+    W::Caret::set(h, caret);
+    ShowCaret(h);
+}
+
+LRESULT OnKeyDown(HWND h, WPARAM key) {
+    if (MouseGestureActive(h)) return 0;
+    Raw r = ReadRaw(h);
+    const int length = r.length();
+    const int caret = Caret(h, r);
+    const bool ctrl = KeyPressed(VK_CONTROL);
+    const bool shift = KeyPressed(VK_SHIFT);
+    auto move = [&](int to) {
+        MoveFieldCaret(h, r.s, Mask(h), NoFill(h), to);
+        DrawFocused(h);
+    };
+    switch (key) {
+    case VK_BACK: Backspace(h); return 0;
+    case VK_DELETE:
+        if (shift) CopySelection(h);
+        DeleteKey(h);
+        return 0;
+    case VK_HOME: move(0); return 0;
+    case VK_END: move(length); return 0;
+    case VK_LEFT: move(std::max(caret - 1, 0)); return 0;
+    case VK_RIGHT: move(std::min(caret + 1, length)); return 0;
+    case VK_TAB: MoveFieldFocus(h); return 0;
+    case VK_F1: {
+        MethodText m = ReadMethod(h);
+        twProcessHelp(h, m.s);
+        return 0;
+    }
+    case VK_INSERT:
+        if (ctrl)
+            CopySelection(h);
+        else if (shift)
+            Paste(h);
+        else
+            PlaceCaretAgain(h);
+        return 0;
+    // The keys users of edit controls expect as well.
+    case 'C':
+        if (ctrl) CopySelection(h);
+        return 0;
+    case 'X':
+        if (ctrl) CopySelection(h), DeleteKey(h);
+        return 0;
+    case 'V':
+        if (ctrl) Paste(h);
+        return 0;
+    default: return 0;
+    }
+}
+
+// ---------------------------------------------------------------------
+// Mouse and edit messages
+
+LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
+    Raw r = ReadRaw(h);
+    return FieldLButtonDown(h, wp, lp, r.s, Mask(h), NoFill(h));
+}
+
+LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
+    Raw r = ReadRaw(h);
+    return FieldMouseMove(h, wp, lp, r.s, Mask(h), NoFill(h));
+}
+
+int ScreenLength(HWND h) {
+    Raw r = ReadRaw(h);
+    return FieldScreenLength(r.s, Mask(h), NoFill(h));
+}
+
+LRESULT OnLButtonDblClk(HWND h) {
+    FieldWords::setSelection(h, 0, ScreenLength(h));
+    W::Caret::set(h, ReadRaw(h).length());
+    DrawFocused(h);
+    return 0;
+}
+
+// Selection positions count the separators, as the field shows them.
+LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp) {
+    const int length = ScreenLength(h);
+    const int start = std::clamp(static_cast<int>(wp), 0, length);
+    const int end = std::clamp(static_cast<int>(lp), 0, length);
+    FieldWords::setSelection(h, start, end);
+    Raw r = ReadRaw(h);
+    W::Caret::set(h, std::min(RawIndex(Mask(h), std::max(start, end)), r.length()));
+    DrawFocused(h);
+    return 0;
+}
+
+// Replacing the selection (a drag that moves digits away) zeroes it.
+LRESULT OnReplaceSel(HWND h) {
+    Raw r = ReadRaw(h);
+    int caret = Caret(h, r);
+    if (ZeroSelection(h, r, &caret)) Edited(h, r, caret);
+    return 0;
+}
+
+// ---------------------------------------------------------------------
+// Window life
+
+LRESULT OnCreate(HWND h) {
+    MeasureFieldFont(h);
+    W::Caret::set(h, 0);
+    if (DateOrder(Style(h)) <= kDateDefault) ResolveFormat(h, "");
+    return 0;
+}
+
+LRESULT OnDestroy(HWND h) {
+    MethodFree(h, kMethod);
+    FieldReleaseLinks(h);
+    return 0;
+}
+
+LRESULT OnSetFocus(HWND h) {
+    NotifyParent(h, EN_SETFOCUS);
+    Raw r = ReadRaw(h);
+    W::Caret::set(h, Caret(h, r));
+    Draw(h, GXDF_ANY);
+    return 0;
+}
+
+LRESULT OnKillFocus(HWND h) {
+    NotifyParent(h, EN_KILLFOCUS);
+    EndMouseGesture(h);
+    ClearFieldSelection(h);
+    DestroyCaret();
+    Raw r = ReadRaw(h);
+    if (r.length() != 0) {
+        Raw normal{};
+        NormaliseDateText(normal.s, sizeof normal.s, r.s, Style(h), DateBlankWanted(W::Method::get(h)));
+        if (std::strcmp(normal.s, r.s) != 0) SetRaw(h, normal.s);
+        Draw(h, GXDF_ANY | GXDF_NOCARET);
+    }
+    return 0;
+}
+
+LRESULT OnPaint(HWND h) {
+    Raw r = ReadRaw(h);
+    return DrawMaskedField(h, r.s, Mask(h), NoFill(h), GXDF_PAINT);
+}
+
+LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
+    Raw r{};
+    if (lp != 0) lstrcpynA(r.s, reinterpret_cast<const char*>(lp), sizeof r.s);
+    const LRESULT result = DefWindowProcA(h, WM_SETTEXT, wp, reinterpret_cast<LPARAM>(r.s));
+    W::Caret::set(h, Caret(h, r));
+    const FieldRange sel = FieldSelection(h);
+    const int length = FieldScreenLength(r.s, Mask(h), NoFill(h));
+    FieldWords::setSelection(h, std::min(sel.start, length), std::min(sel.end, length));
+    PushToClients(h, r.s);
+    InvalidateRect(h, nullptr, TRUE);
+    UpdateWindow(h);
+    return result;
+}
+
+}  // namespace
+}  // namespace fk
+
+using namespace fk;
+
 LRESULT WINAPI gxDateWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    return fk::MethodWindowProc(h, msg, wp, lp, kMethod, nullptr);
+    switch (msg) {
+    case WM_CREATE: return OnCreate(h);
+    case WM_DESTROY: return OnDestroy(h);
+    case WM_SETFOCUS: return OnSetFocus(h);
+    case WM_KILLFOCUS: return OnKillFocus(h);
+    case WM_ENABLE: InvalidateRect(h, nullptr, TRUE); return 0;
+    case WM_PAINT: return OnPaint(h);
+    case WM_ERASEBKGND: return FieldEraseBkgnd(h, wp, lp);
+    case WM_NCPAINT: return PaintFieldBorder(h, wp, lp, kDateBorder);
+    case WM_SHOWWINDOW: return FieldShowWindow(h, wp, lp, 0x0F00);
+    case WM_SETTEXT: return OnSetText(h, wp, lp);
+    case WM_SETFONT: return FieldSetFont(h, wp, lp);
+    case WM_GETFONT: return W::Font::get(h);
+    case WM_GETDLGCODE: return 0x8089;
+    case WM_CHAR: return OnChar(h, wp);
+    case WM_KEYDOWN: return OnKeyDown(h, wp);
+    case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp);
+    case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp);
+    case WM_LBUTTONUP: return FieldLButtonUp(h, wp, lp);
+    case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h);
+    case EM_GETSEL: return FieldGetSel(h, wp, lp);
+    case EM_SETSEL: return OnSetSel(h, wp, lp);
+    case EM_REPLACESEL: return OnReplaceSel(h);
+    case EM_GETMODIFY: return W::Modified::get(h);
+    case EM_SETMODIFY: W::Modified::set(h, static_cast<WORD>(wp)); return 0;
+    case kFormatQuery: return OnFormatQuery(h);
+    case GXM_SETMETHOD: return OnSetMethod(h, reinterpret_cast<const char*>(lp));
+    case GXM_GETMETHOD: MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp)); return 0;
+    case GXM_SETVALUE: return OnSetValue(h, wp, lp);
+    case GXM_GETVALUE: return OnGetValue(h, wp, lp);
+    case GXM_VALIDATE: return OnValidate(h);
+    case GXM_GETTYPE: return OnGetType(h, lp);
+    case GXM_DROPDATA:
+    case GXM_DRAGQUERY:
+    case GXM_DRAGEND: return twProcessDragDrop(h, msg, wp, lp);
+    }
+    if (IsDdeMessage(msg)) return RouteControlDde(h, msg, wp, lp, W::Method::get(h));
+    return DefWindowProcA(h, msg, wp, lp);
 }

@@ -119,3 +119,109 @@ void FieldReleaseLinks(HWND h) {
 }
 
 }  // namespace fk
+
+// ---------------------------------------------------------------------
+// Masked text
+
+
+namespace fk {
+
+FieldScreen FieldToScreen(const char* app, const char* mask, bool noFill, int appPos) {
+    FieldScreen sc{};
+    char text[kFieldText];
+    lstrcpynA(text, app ? app : "", sizeof text);
+    if (mask == nullptr) {
+        lstrcpynA(sc.s, text, sizeof sc.s);
+        sc.caret = appPos;
+        return sc;
+    }
+    char cut[kMethodMax + 1];
+    lstrcpynA(cut, mask, sizeof cut);
+    sc.caret = twAppToScrMask(sc.s, text, cut, appPos, noFill ? 1 : 0);
+    return sc;
+}
+
+int FieldScreenLength(const char* app, const char* mask, bool noFill) {
+    return static_cast<int>(std::strlen(FieldToScreen(app, mask, noFill, 0).s));
+}
+
+int DrawMaskedField(HWND h, const char* text, const char* mask, bool noFill, UINT flags, int blanks) {
+    const int caret = FieldWords::Caret::get(h);
+    const int length = static_cast<int>(std::strlen(text ? text : ""));
+    FieldScreen sc = FieldToScreen(text, mask, noFill, std::clamp(caret, 0, length));
+    char shown[sizeof(FieldScreen::s) + 8];
+    lstrcpynA(shown, sc.s, sizeof shown);
+    lstrcatA(shown, &"     "[5 - std::clamp(blanks, 0, 5)]);
+    if (mask == nullptr) return twDrawField(h, shown, flags, 0);
+    FieldWords::Caret::set(h, std::max(sc.caret, 0));
+    const int r = twDrawField(h, shown, flags, 0);
+    FieldWords::Caret::set(h, caret);
+    return r;
+}
+
+void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int to) {
+    const int from = FieldWords::Caret::get(h);
+    FieldWords::Caret::set(h, to);
+    if (!KeyPressed(VK_SHIFT)) {
+        ClearFieldSelection(h);
+        return;
+    }
+    auto shown = [&](int appPos) { return FieldToScreen(text, mask, noFill, appPos).caret; };
+    const FieldRange sel = FieldSelection(h);
+    const int anchor = sel.empty() ? shown(from) : FieldWords::anchor(h);
+    FieldWords::setSelection(h, anchor, shown(to));
+}
+
+void MoveFieldFocus(HWND h) {
+    HWND parent = GetParent(h);
+    if (parent == nullptr) return;
+    const bool back = KeyPressed(VK_SHIFT);
+    char cls[16] = "";
+    GetClassNameA(parent, cls, sizeof cls);
+    if (lstrcmpA(cls, "#32770") == 0) {
+        SendMessageA(parent, WM_NEXTDLGCTL, back ? 1 : 0, 0);
+    } else if (HWND next = GetNextDlgTabItem(parent, h, back)) {
+        SetFocus(next);
+    }
+}
+
+LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
+    twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
+    if (GetFocus() != h) SetFocus(h);
+    char t[kFieldText];
+    lstrcpynA(t, text ? text : "", sizeof t);
+    char m[kMethodMax + 1] = "";
+    if (mask) lstrcpynA(m, mask, sizeof m);
+    MouseButtonDown(h, static_cast<short>(LOWORD(lp)), t, *m ? m : nullptr, 0, noFill ? 0x100 : 0);
+    return 0;
+}
+
+LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
+    if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
+        ClearFieldSelection(h);
+        EndMouseGesture(h);
+        return 0;
+    }
+    if (!g_edit.selecting || GetCapture() != h) return 0;
+    if (text == nullptr || *text == 0) return 0;
+    FieldScreen sc = FieldToScreen(text, mask, noFill, 0);
+    MouseMove(h, static_cast<short>(LOWORD(lp)), sc.s, 0);
+    return 0;
+}
+
+LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
+    if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
+        ClearFieldSelection(h);
+        EndMouseGesture(h);
+        return 0;
+    }
+    const FieldRange sel = FieldSelection(h);
+    if (sel.empty())
+        ClearFieldSelection(h);
+    else
+        FieldWords::setSelection(h, sel.start, sel.end);
+    EndMouseGesture(h);
+    return 0;
+}
+
+}  // namespace fk

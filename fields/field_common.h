@@ -102,3 +102,34 @@ void FieldChanged(HWND h, const char* text) {
 }
 
 }  // namespace fk
+
+// ---------------------------------------------------------------------
+// Masked text: the screen form, drawing, caret moves and the mouse of a
+// field whose text is shown through an input mask (mask null: the text as
+// it stands). noFill: no empty template behind the typed characters.
+namespace fk {
+
+struct FieldScreen {
+    char s[kFieldText + kMethodMax + 2];
+    int caret;  // screen index of the application index asked for
+};
+// At most kFieldText - 1 characters of app and kMethodMax of mask are used.
+FieldScreen FieldToScreen(const char* app, const char* mask, bool noFill, int appPos);
+int FieldScreenLength(const char* app, const char* mask, bool noFill);
+
+// Draws the text through the mask with the caret (an application index)
+// shown at its screen index; blanks (0-5) overwrite the pixels of removed
+// characters. Returns twDrawField's result.
+int DrawMaskedField(HWND h, const char* text, const char* mask, bool noFill, UINT flags, int blanks = 0);
+// The caret goes to application index `to`; with Shift the selection runs
+// from the old caret (or the existing anchor) to it, in screen positions.
+void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int to);
+// Tab sent to a field: the focus moves on (back with Shift).
+void MoveFieldFocus(HWND h);
+
+// The mouse: drag and drop first, then the editing core's selection.
+LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
+LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
+LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp);
+
+}  // namespace fk

@@ -55,42 +55,18 @@ const char* Mask(HWND h) {
 Range Selection(HWND h) { return FieldSelection(h); }
 void ClearSelection(HWND h) { ClearFieldSelection(h); }
 
+bool NoFill(HWND h) { return (W::Flags::get(h) & kFlagAutoFill) != 0; }
+
 // Screen text of a masked field, and the screen index of an application
 // index.
-struct Screen {
-    char s[kFieldText + kMethodMax + 2];
-    int caret;
-};
+using Screen = FieldScreen;
+Screen ToScreen(HWND h, const char* app, int appPos) { return FieldToScreen(app, Mask(h), NoFill(h), appPos); }
 
-Screen ToScreen(HWND h, const char* app, int appPos) {
-    Screen sc{};
-    const char* mask = Mask(h);
-    char cut[kMethodMax + 1];
-    lstrcpynA(cut, mask ? mask : "", sizeof cut);
-    const bool noFill = (W::Flags::get(h) & kFlagAutoFill) != 0;
-    sc.caret = twAppToScrMask(sc.s, app, cut, appPos, noFill ? 1 : 0);
-    return sc;
-}
-
-// Draws the field; a masked field draws its screen text with the caret
-// temporarily at the screen index. blanks: how many blanks overwrite the
-// pixels of removed characters.
+// Draws the field; blanks: how many blanks overwrite the pixels of removed
+// characters.
 void Draw(HWND h, UINT flags, int blanks = 0) {
     Text t = ReadText(h);
-    char shown[sizeof(Screen::s) + 8];
-    if (Mask(h) == nullptr) {
-        lstrcpynA(shown, t.s, sizeof shown);
-        lstrcatA(shown, &"     "[5 - std::clamp(blanks, 0, 5)]);
-        twDrawField(h, shown, flags, 0);
-        return;
-    }
-    const int caret = W::Caret::get(h);
-    Screen sc = ToScreen(h, t.s, std::clamp(caret, 0, t.length()));
-    lstrcpynA(shown, sc.s, sizeof shown);
-    lstrcatA(shown, &"     "[5 - std::clamp(blanks, 0, 5)]);
-    W::Caret::set(h, std::max(sc.caret, 0));
-    twDrawField(h, shown, flags, 0);
-    W::Caret::set(h, caret);
+    DrawMaskedField(h, t.s, Mask(h), NoFill(h), flags, blanks);
 }
 
 void DrawFocused(HWND h, int blanks = 0) { Draw(h, GetFocus() == h ? GXDF_ANY : (GXDF_ANY | GXDF_NOCARET), blanks); }
@@ -388,33 +364,7 @@ void Paste(HWND h) {
     if (HasProp(h, "SERVER")) twProcessDDEData(h, buffer);
 }
 
-// Caret movement; with Shift the selection runs from the old caret (or the
-// existing anchor) to the new one, in displayed positions.
-void MoveCaret(HWND h, const Text& t, int to) {
-    const int from = W::Caret::get(h);
-    W::Caret::set(h, to);
-    if (!KeyPressed(VK_SHIFT)) {
-        ClearSelection(h);
-        return;
-    }
-    auto shown = [&](int appPos) { return Mask(h) ? ToScreen(h, t.s, appPos).caret : appPos; };
-    const Range sel = Selection(h);
-    const int anchor = sel.empty() ? shown(from) : FieldWords::anchor(h);
-    FieldWords::setSelection(h, anchor, shown(to));
-}
-
-void MoveFocus(HWND h) {
-    HWND parent = GetParent(h);
-    if (parent == nullptr) return;
-    const bool back = KeyPressed(VK_SHIFT);
-    char cls[16] = "";
-    GetClassNameA(parent, cls, sizeof cls);
-    if (lstrcmpA(cls, "#32770") == 0) {
-        SendMessageA(parent, WM_NEXTDLGCTL, back ? 1 : 0, 0);
-    } else if (HWND next = GetNextDlgTabItem(parent, h, back)) {
-        SetFocus(next);
-    }
-}
+void MoveCaret(HWND h, const Text& t, int to) { MoveFieldCaret(h, t.s, Mask(h), NoFill(h), to); }
 
 void DeleteKey(HWND h, Text& t) {
     const Range sel = Selection(h);
@@ -465,7 +415,7 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
         if (caret < len && m.text(t.s, caret) < ClientWidth(h) - 1) MoveCaret(h, t, caret + 1);
         break;
     }
-    case VK_TAB: MoveFocus(h); return 0;
+    case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
         MethodText m = ReadMethod(h);
         twProcessHelp(h, m.s);
@@ -493,47 +443,13 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
 // Mouse
 
 LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
-    twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
-    if (GetFocus() != h) SetFocus(h);
     Text t = ReadText(h);
-    char mask[kMethodMax + 1] = "";
-    if (const char* m = Mask(h)) lstrcpynA(mask, m, sizeof mask);
-    const UINT flags = (W::Flags::get(h) & kFlagAutoFill) ? 0x100 : 0;
-    MouseButtonDown(h, static_cast<short>(LOWORD(lp)), t.s, *mask ? mask : nullptr, 0, flags);
-    return 0;
+    return FieldLButtonDown(h, wp, lp, t.s, Mask(h), NoFill(h));
 }
 
 LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
-    if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
-        ClearSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    if (!g_edit.selecting || GetCapture() != h) return 0;
     Text t = ReadText(h);
-    if (t.length() == 0) return 0;
-    if (Mask(h)) {
-        Screen sc = ToScreen(h, t.s, 0);
-        MouseMove(h, static_cast<short>(LOWORD(lp)), sc.s, 0);
-    } else {
-        MouseMove(h, static_cast<short>(LOWORD(lp)), t.s, 0);
-    }
-    return 0;
-}
-
-LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
-    if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
-        ClearSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    const Range sel = Selection(h);
-    if (sel.empty())
-        ClearSelection(h);
-    else
-        FieldWords::setSelection(h, sel.start, sel.end);
-    EndMouseGesture(h);
-    return 0;
+    return FieldMouseMove(h, wp, lp, t.s, Mask(h), NoFill(h));
 }
 
 // Double click selects the whole text, as users of edit controls expect.
@@ -580,13 +496,7 @@ LRESULT OnKillFocus(HWND h) {
 
 LRESULT OnPaint(HWND h) {
     Text t = ReadText(h);
-    if (Mask(h) == nullptr) return twDrawField(h, t.s, GXDF_PAINT, 0);
-    const int caret = W::Caret::get(h);
-    Screen sc = ToScreen(h, t.s, std::clamp(caret, 0, t.length()));
-    W::Caret::set(h, std::max(sc.caret, 0));
-    twDrawField(h, sc.s, GXDF_PAINT, 0);
-    W::Caret::set(h, caret);
-    return 0;
+    return DrawMaskedField(h, t.s, Mask(h), NoFill(h), GXDF_PAINT);
 }
 
 LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
@@ -664,7 +574,7 @@ LRESULT WINAPI gxStringWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_KEYDOWN: return OnKeyDown(h, wp);
     case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp);
     case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp);
-    case WM_LBUTTONUP: return OnLButtonUp(h, wp, lp);
+    case WM_LBUTTONUP: return FieldLButtonUp(h, wp, lp);
     case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h);
     case EM_GETSEL: return FieldGetSel(h, wp, lp);
     case EM_SETSEL: return OnSetSel(h, wp, lp);
