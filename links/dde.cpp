@@ -9,9 +9,10 @@
 // WM_DDE_ADVISE or WM_DDE_DATA carries a 32-bit memory handle or must cross
 // into another process: there the two values travel in a small shareable
 // pair block (two 32-bit values, low then high) whose handle is lParam, the
-// form the system expects of these messages. The system copies the pair and
-// the data block when the partner lives in another process and hands the
-// receiver a pair of its own; the receiver frees the pair it gets.
+// form the system expects of these messages (a received poke comes so too).
+// The system copies the pair and the data block when the partner lives in
+// another process and hands the receiver a pair of its own; the receiver
+// frees the pair it gets.
 // WM_DDE_EXECUTE carries its command block as the whole lParam.
 
 #include <windows.h>
@@ -64,7 +65,8 @@ bool OtherProcess(HWND h) {
     return pid != 0 && pid != GetCurrentProcessId();
 }
 
-bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA; }
+// A poke is never posted by us, but comes in the same form as data.
+bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA || msg == WM_DDE_POKE; }
 
 // Wine hands every posted acknowledgement, advise and data message, also
 // between windows of one process, through its DDE copying: the receiver
@@ -152,6 +154,15 @@ Values Unpack(UINT msg, LPARAM lp) {
 
 ATOM AtomOf(UINT_PTR v) { return static_cast<ATOM>(v); }
 bool IsAtomValue(UINT_PTR v) { return v >= 0xC000 && v <= 0xFFFF; }
+
+// A partner that named itself but is no longer a window (its process may
+// have died after posting): an atom it handed over can no longer go back
+// with an acknowledgement, so the receiver deletes it. A null partner is a
+// direct call, whose values are not ours to delete.
+bool PartnerGone(HWND partner) { return partner != nullptr && !IsWindow(partner); }
+void DropHandedAtom(UINT_PTR atom) {
+    if (IsAtomValue(atom)) GlobalDeleteAtom(AtomOf(atom));
+}
 
 void AtomName(ATOM atom, char* buffer) {
     buffer[0] = 0;
@@ -347,7 +358,7 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
 }
 
 // WM_DDE_TERMINATE and WM_DDE_UNADVISE.
-LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
+LRESULT CloseLink(HWND control, HWND partner, LPARAM lp) {
     WORD hi = HIWORD(lp);
     if (LOWORD(lp) == 0) {
         if (GetPropA(control, kServerProp) == nullptr) return 0;  // a client keeps its link
@@ -379,9 +390,18 @@ LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
     return 0;
 }
 
+// Nothing is acknowledged to a partner that is gone; the item atom it handed
+// over is deleted here.
+LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
+    CloseLink(control, partner, lp);
+    if (PartnerGone(partner)) DropHandedAtom(HIWORD(lp));
+    return 0;
+}
+
 LRESULT OnAdvise(HWND control, HWND partner, const Values& v) {
     g_link.phase = kAdvised;
-    if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    bool acked = IsWindow(partner) && PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    if (!acked && (v.pair || PartnerGone(partner))) DropHandedAtom(v.hi);
     if (v.pair && v.lo != 0) GlobalFree(reinterpret_cast<HGLOBAL>(v.lo));
     return 0;
 }
@@ -405,7 +425,11 @@ LRESULT OnData(HWND control, HWND partner, const Values& v) {
     std::string text;
     {
         GlobalLocked<BYTE> p(block);
-        if (!p) return 0;
+        if (!p) {
+            // No data (a null or dead handle): the item atom was still handed over.
+            if (v.pair) DropHandedAtom(item);
+            return 0;
+        }
         SIZE_T size = p.size();
         if (size >= 2) std::memcpy(&flags, p.get(), 2);
         if (size > 4) {
@@ -436,10 +460,29 @@ LRESULT OnRequest(HWND control, HWND partner, LPARAM lp) {
     g_link.phase = kRequested;
     HGLOBAL block = MakeData(text, kRelease | kResponse, kAckReq);
     if (block == nullptr) {
-        if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckFailedRequest, item);
+        if (IsWindow(partner)) {
+            PostDde(partner, WM_DDE_ACK, control, kAckFailedRequest, item);
+        } else if (PartnerGone(partner)) {
+            DropHandedAtom(item);
+        }
         return 0;
     }
-    if (!IsWindow(partner) || !PostBlock(partner, WM_DDE_DATA, control, block, item, true)) GlobalFree(block);
+    if (!IsWindow(partner) || !PostBlock(partner, WM_DDE_DATA, control, block, item, true)) {
+        GlobalFree(block);
+        if (PartnerGone(partner)) DropHandedAtom(item);
+    }
+    return 0;
+}
+
+// A poke is refused by silence. What it handed over is still ours to release:
+// the item atom, and the data block when the system made it for us (see
+// SystemCopiesPosts); a block of a sender of this process stays the sender's.
+LRESULT OnPoke(HWND partner, const Values& v) {
+    if (!v.pair) return 0;
+    DropHandedAtom(v.hi);
+    HGLOBAL block = reinterpret_cast<HGLOBAL>(v.lo);
+    if (block != nullptr && (SystemCopiesPosts(partner) || PartnerGone(partner)) && GlobalSize(block) != 0)
+        GlobalFree(block);
     return 0;
 }
 
@@ -494,8 +537,7 @@ LRESULT WINAPI twProcessDDE(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam, c
     case WM_DDE_REQUEST:
         return OnRequest(hWnd, partner, lParam);
     case WM_DDE_POKE:
-        Unpack(msg, lParam);  // only the pair is ours; the poke is refused by silence
-        return 0;
+        return OnPoke(partner, Unpack(msg, lParam));
     case WM_DDE_EXECUTE:
         return OnExecute(hWnd, partner, Unpack(msg, lParam));
     }
