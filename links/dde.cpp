@@ -296,6 +296,10 @@ int InitiateServer(HWND control, const char* argument) {
     // All bits set, not HWND_BROADCAST: both reach every top-level window.
     SendMessageA(reinterpret_cast<HWND>(-1), WM_DDE_INITIATE, reinterpret_cast<WPARAM>(control),
                  MAKELPARAM(app, topic));
+    // Its answers came within the send. When nobody answered, the phase must
+    // not stay at "announcing": any window could then send an acknowledgement
+    // later and have a control register it as a client and push it values.
+    if (g_link.phase == kAnnouncing) g_link.phase = kIdle;
     if (app) GlobalDeleteAtom(app);
     if (topic) GlobalDeleteAtom(topic);
     return g_link.ackClient != nullptr ? 1 : 0;

@@ -35,6 +35,8 @@ HGLOBAL Record(WORD flags, WORD format, const char* bytes, size_t n) {
     return Bytes(all, n + 4);
 }
 
+}  // namespace
+
 HGLOBAL MakeBlock(UINT msg, Block b) {
     const bool execute = msg == WM_DDE_EXECUTE;
     switch (b) {
@@ -54,6 +56,8 @@ HGLOBAL MakeBlock(UINT msg, Block b) {
     default: return nullptr;
     }
 }
+
+namespace {
 
 bool Real(HGLOBAL h) { return h != nullptr && GlobalSize(h) != 0; }
 

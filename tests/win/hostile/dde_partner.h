@@ -72,5 +72,6 @@ inline std::string WindowTitle(DWORD testPid, bool second) {
 }
 
 int RunPartner(const char* testPid);  // the partner's whole life
+HGLOBAL MakeBlock(UINT msg, Block b);  // a case's block (foreign and freed handles are dead ones)
 
 }  // namespace fkpartner

@@ -101,12 +101,19 @@ void StillWorks(UniqueWindow& server, UniqueWindow& client, const Partner* alive
 class HostileDde : public HostileGroup {};
 
 // Every bad block and stray acknowledgement, posted to a server and to a client window that are both
-// linked to the partner. What the system refuses to post never arrives; the rest must be survived.
+// linked to the partner. What the system refuses to post never arrives; the rest must be survived. An
+// acknowledgement sent after a server's announcement found nobody registers nobody.
 TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
     MessageBoxWatcher boxes(IDNO);
     Partner partner;
     ASSERT_TRUE(partner.ok());
-    UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
+    UniqueWindow server = Field(kServerMethod);  // its announcement finds nobody
+    const LPARAM strayAck = std::find_if(std::begin(kPostCases), std::end(kPostCases), [](const PostCase& c) {
+        return c.msg == WM_DDE_ACK && c.block == kSent;
+    }) - std::begin(kPostCases);
+    partner.Ask(kPost, reinterpret_cast<WPARAM>(server.get()), strayAck);
+    EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "a stray acknowledgement registered its sender";
+    UniqueWindow client = Field(kClientMethod);
     ASSERT_EQ(Prop(client, "CLIENT"), partner.main);
     partner.Ask(kInitiate, reinterpret_cast<WPARAM>(server.get()));
     ASSERT_EQ(Prop(server, "SERVER1"), partner.main);
@@ -126,6 +133,15 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
         }
     }
     EXPECT_GE(posted, 20) << "most hostile posts reach the library";
+    for (const PostCase& c : kPostCases) {  // within the process nothing checks the blocks on the way
+        if (c.msg != WM_DDE_DATA && c.msg != WM_DDE_POKE && c.msg != WM_DDE_ADVISE) continue;
+        NowTrying("dde blocks sent within the process", c.name);
+        for (HWND lib : {server.get(), client.get()}) {
+            HGLOBAL block = MakeBlock(c.msg, c.block);
+            SendMessageA(lib, c.msg, 0, PackDDElParam(c.msg, reinterpret_cast<UINT_PTR>(block), 0));
+            if (c.msg == WM_DDE_DATA && c.block == kTiny1) GlobalFree(block);  // no release bit: still ours
+        }
+    }
     StillWorks(server, client, &partner);
 }
 
