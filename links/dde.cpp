@@ -314,6 +314,10 @@ void ItemName(HWND control, char* buffer) {
 LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
     AtomName(LOWORD(lp), g_link.gotApp);
     AtomName(HIWORD(lp), g_link.gotTopic);
+    // The answer is sent to the partner: a handle that is not a window
+    // (HWND_BROADCAST among them) would have it sent to every top-level
+    // window, and linked or registered as if it were one.
+    if (!IsWindow(partner)) return 0;
     char itemName[kNameSize];
 
     const char* serverArg = method.param("@SERVER");

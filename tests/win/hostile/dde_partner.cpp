@@ -169,13 +169,16 @@ LRESULT CALLBACK Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_DDE_ACK: return 1;  // sent: the answer to our initiate; its atoms stay the sender's
     case kPost: return lp >= 0 && size_t(lp) < std::size(kPostCases) ? Post(lib, kPostCases[lp]) : 0;
     case kInitMode: g_initMode = static_cast<InitMode>(wp); return 1;
-    case kInitiate: {
-        ATOM app = GlobalAddAtomA(kLibApp), topic = GlobalAddAtomA(kTopic);
-        SendMessageA(lib, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(g_main), MAKELPARAM(app, topic));
-        GlobalDeleteAtom(app);
-        GlobalDeleteAtom(topic);
+    case kInitiate:
+        for (const char* name : {kLibApp, kApp}) {
+            ATOM app = GlobalAddAtomA(name), topic = GlobalAddAtomA(kTopic);
+            HWND from = lp ? HWND_BROADCAST : g_main;
+            SendMessageA(lib, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(from), MAKELPARAM(app, topic));
+            GlobalDeleteAtom(app);
+            GlobalDeleteAtom(topic);
+            if (!lp) break;
+        }
         return 1;
-    }
     case kCount: return g_counts[static_cast<UINT>(wp)];
     case kFlush: Flush(); return 1;
     case kLastWords: LastWords(lib, reinterpret_cast<HWND>(lp)); return 1;

@@ -17,7 +17,8 @@ constexpr char kHanded[] = "FkHandedItem";  // every atom the partner hands over
 enum Command : UINT {
     kPost = WM_APP,  // wParam library window, lParam index into kPostCases; answers 1 when posted
     kInitMode,       // wParam: how to answer the next initiate (InitMode)
-    kInitiate,       // wParam library server: links as its client; answers 1 when it took us
+    kInitiate,       // wParam library server: links as its client; lParam 1: names HWND_BROADCAST as the
+                     // initiator instead, to the server and as a server (to a client)
     kCount,          // wParam a WM_DDE_* message: how many of them came in
     kFlush,          // handles the posted messages waiting
     kLastWords,      // wParam library client, lParam library server: posts to both and returns

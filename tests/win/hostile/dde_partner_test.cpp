@@ -3,6 +3,7 @@
 // the partner handed over is gone (the partner gives each exactly one reference).
 #include <dde.h>
 
+#include "tests/support/recorder.h"
 #include "tests/win/hostile/dde_partner.h"
 #include "tests/win/hostile/hostile.h"
 
@@ -102,7 +103,8 @@ class HostileDde : public HostileGroup {};
 
 // Every bad block and stray acknowledgement, posted to a server and to a client window that are both
 // linked to the partner. What the system refuses to post never arrives; the rest must be survived. An
-// acknowledgement sent after a server's announcement found nobody registers nobody.
+// acknowledgement sent after a server's announcement found nobody registers nobody; an initiate that
+// names HWND_BROADCAST as its sender is not answered (to every top-level window).
 TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
     MessageBoxWatcher boxes(IDNO);
     Partner partner;
@@ -115,6 +117,11 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
     EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "a stray acknowledgement registered its sender";
     UniqueWindow client = Field(kClientMethod);
     ASSERT_EQ(Prop(client, "CLIENT"), partner.main);
+    RecordingParent bystander;
+    for (HWND lib : {server.get(), client.get()}) partner.Ask(kInitiate, reinterpret_cast<WPARAM>(lib), 1);
+    EXPECT_TRUE(bystander.Of(WM_DDE_ACK).empty()) << "an initiate naming HWND_BROADCAST was answered to everyone";
+    EXPECT_EQ(Prop(client, "CLIENT"), partner.main);
+    EXPECT_EQ(Prop(server, "SERVER1"), nullptr);
     partner.Ask(kInitiate, reinterpret_cast<WPARAM>(server.get()));
     ASSERT_EQ(Prop(server, "SERVER1"), partner.main);
     partner.Settle();
