@@ -66,6 +66,11 @@ bool OtherProcess(HWND h) {
 }
 
 // A poke is never posted by us, but comes in the same form as data.
+// A block that came with a message from another process is the system's copy
+// for us, whatever its flags say; one from this process stays its sender's
+// unless the protocol hands it over.
+bool CopiedForUs(HWND partner) { return OtherProcess(partner); }
+
 bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA || msg == WM_DDE_POKE; }
 
 // Wine hands every posted acknowledgement, advise and data message, also
@@ -455,7 +460,7 @@ LRESULT OnData(HWND control, HWND partner, const Values& v) {
     bool acked = false;
     if ((flags & kAckReq) != 0 && IsWindow(partner)) acked = PostDde(partner, WM_DDE_ACK, control, kAckPositive, item);
     if (!acked && IsAtomValue(item)) GlobalDeleteAtom(item);
-    if ((flags & kRelease) != 0) GlobalFree(block);
+    if ((flags & kRelease) != 0 || CopiedForUs(partner)) GlobalFree(block);
     InvalidateRect(control, nullptr, TRUE);
     UpdateWindow(control);
     return 0;
@@ -483,14 +488,12 @@ LRESULT OnRequest(HWND control, HWND partner, LPARAM lp) {
 }
 
 // A poke is refused by silence. What it handed over is still ours to release:
-// the item atom, and the data block when the system made it for us (see
-// SystemCopiesPosts); a block of a sender of this process stays the sender's.
+// the item atom, and the data block when it is a copy for us.
 LRESULT OnPoke(HWND partner, const Values& v) {
     if (!v.pair) return 0;
     DropHandedAtom(v.hi);
     HGLOBAL block = reinterpret_cast<HGLOBAL>(v.lo);
-    if (block != nullptr && (SystemCopiesPosts(partner) || PartnerGone(partner)) && GlobalSize(block) != 0)
-        GlobalFree(block);
+    if (block != nullptr && CopiedForUs(partner) && GlobalSize(block) != 0) GlobalFree(block);
     return 0;
 }
 
@@ -500,7 +503,11 @@ LRESULT OnExecute(HWND control, HWND partner, const Values& v) {
         GlobalLocked<void> p(command);
         if (!p) return 0;
     }
+    // The acknowledgement names a copy for us by its handle only (the sender
+    // gets its own block back); the copy is freed here.
+    const bool copy = CopiedForUs(partner);
     if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    if (copy && GlobalSize(command) != 0) GlobalFree(command);
     return 0;
 }
 

@@ -52,6 +52,7 @@ HGLOBAL MakeBlock(UINT msg, Block b) {
     case kBitmap: return msg == WM_DDE_ADVISE ? Record(0x8000, CF_BITMAP, "", 0) : Record(0x2000, CF_BITMAP, "bits", 5);
     case kText: return execute ? Bytes("[open()]", 9) : Record(0x2000, CF_TEXT, "text", 5);
     case kTextAckReq: return Record(0xA000, CF_TEXT, "acked\r\n", 8);
+    case kTextKept: return Record(0x8000, CF_TEXT, "kept", 5);
     case kSent: return Record(0x2000, CF_TEXT, "sent", 5);
     default: return nullptr;
     }

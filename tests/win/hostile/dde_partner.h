@@ -26,7 +26,7 @@ enum Command : UINT {
 enum InitMode : WPARAM { kAnswer, kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer };
 
 // What a posted message carries: kAsWords posts lParam as two words (request: the format).
-enum Block { kAsWords, kNull, kForeign, kFreed, kTiny1, kTiny3, kUnterminated, kBitmap, kText, kTextAckReq, kSent };
+enum Block { kAsWords, kNull, kForeign, kFreed, kTiny1, kTiny3, kUnterminated, kBitmap, kText, kTextAckReq, kTextKept, kSent };
 
 struct PostCase {
     const char* name;
@@ -44,6 +44,7 @@ inline const PostCase kPostCases[] = {
     {"data, unterminated", WM_DDE_DATA, kUnterminated, "abcdefgh"},
     {"data, bitmap format", WM_DDE_DATA, kBitmap, "bits"},
     {"data, acknowledgement asked", WM_DDE_DATA, kTextAckReq, "acked"},
+    {"data, acknowledgement asked, not released", WM_DDE_DATA, kTextKept, "kept"},
     {"data, sent not posted", WM_DDE_DATA, kSent, nullptr},
     {"poke, null block", WM_DDE_POKE, kNull, nullptr},
     {"poke, foreign number", WM_DDE_POKE, kForeign, nullptr},
