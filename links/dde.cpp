@@ -460,7 +460,11 @@ LRESULT OnData(HWND control, HWND partner, const Values& v) {
     bool acked = false;
     if ((flags & kAckReq) != 0 && IsWindow(partner)) acked = PostDde(partner, WM_DDE_ACK, control, kAckPositive, item);
     if (!acked && IsAtomValue(item)) GlobalDeleteAtom(item);
-    if ((flags & kRelease) != 0 || CopiedForUs(partner)) GlobalFree(block);
+    if ((flags & kRelease) != 0) {
+        GlobalFree(block);
+    } else if (CopiedForUs(partner) && GlobalSize(block) != 0) {  // unless the system took it back already
+        GlobalFree(block);
+    }
     InvalidateRect(control, nullptr, TRUE);
     UpdateWindow(control);
     return 0;
