@@ -45,8 +45,11 @@ extern "C" int WINAPI twClipboardPasteText(HWND owner, char* buffer, int max) {
     return 1;
 }
 
-// Validates the field; a refused value keeps the focus in the field.
+// Validates the field; a refused value keeps the focus in the field. A
+// handle that is not a window (HWND_BROADCAST among them) is left alone:
+// nothing may be sent to every top-level window in its name.
 extern "C" LRESULT WINAPI twAutoTab(HWND field) {
+    if (!IsWindow(field)) return 0;
     LRESULT refused = SendMessageA(field, GXM_VALIDATE, 0, 0);
     if (refused != 0) return refused;
     return SendMessageA(field, WM_KEYDOWN, VK_TAB, 0);

@@ -40,10 +40,15 @@ void OpenControlLinks(HWND control, const char* method) {
 }
 
 void CloseControlLinks(HWND control) {
-    if (GetPropA(control, "CLIENT") == nullptr && GetPropA(control, "SERVER") == nullptr) return;
-    twUnadviseDDE(control);
-    RemovePropA(control, "CLIENT");
-    RemovePropA(control, "SERVER");
+    if (GetPropA(control, "CLIENT") != nullptr || GetPropA(control, "SERVER") != nullptr) {
+        twUnadviseDDE(control);
+        RemovePropA(control, "CLIENT");
+        RemovePropA(control, "SERVER");
+    }
+    // A server that never gained a client, or a client whose server let it
+    // go, still owns its item atom.
+    const auto item = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(RemovePropA(control, "ITEM")));
+    if (item != 0) GlobalDeleteAtom(item);
 }
 
 LRESULT RouteControlDde(HWND control, UINT msg, WPARAM wp, LPARAM lp, const char* method) {

@@ -9,7 +9,8 @@ namespace fk {
 // "@SERVER" the server link (a control with both is initiated twice).
 void OpenControlLinks(HWND control, const char* method);
 // WM_DESTROY: ends the links of a control that has the "CLIENT" or
-// "SERVER" property and removes both properties.
+// "SERVER" property and removes both properties; an item atom still held
+// (by a server without clients) is deleted.
 void CloseControlLinks(HWND control);
 // The DDE messages 0x03E0-0x03E8: handed to twProcessDDE with a copy of the
 // method string (at most 256 characters). An initiate is handed over in the

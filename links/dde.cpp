@@ -9,9 +9,10 @@
 // WM_DDE_ADVISE or WM_DDE_DATA carries a 32-bit memory handle or must cross
 // into another process: there the two values travel in a small shareable
 // pair block (two 32-bit values, low then high) whose handle is lParam, the
-// form the system expects of these messages. The system copies the pair and
-// the data block when the partner lives in another process and hands the
-// receiver a pair of its own; the receiver frees the pair it gets.
+// form the system expects of these messages (a received poke comes so too).
+// The system copies the pair and the data block when the partner lives in
+// another process and hands the receiver a pair of its own; the receiver
+// frees the pair it gets.
 // WM_DDE_EXECUTE carries its command block as the whole lParam.
 
 #include <windows.h>
@@ -64,7 +65,13 @@ bool OtherProcess(HWND h) {
     return pid != 0 && pid != GetCurrentProcessId();
 }
 
-bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA; }
+// A poke is never posted by us, but comes in the same form as data.
+// A block that came with a message from another process is the system's copy
+// for us, whatever its flags say; one from this process stays its sender's
+// unless the protocol hands it over.
+bool CopiedForUs(HWND partner) { return OtherProcess(partner); }
+
+bool Packed(UINT msg) { return msg == WM_DDE_ACK || msg == WM_DDE_ADVISE || msg == WM_DDE_DATA || msg == WM_DDE_POKE; }
 
 // Wine hands every posted acknowledgement, advise and data message, also
 // between windows of one process, through its DDE copying: the receiver
@@ -152,6 +159,15 @@ Values Unpack(UINT msg, LPARAM lp) {
 
 ATOM AtomOf(UINT_PTR v) { return static_cast<ATOM>(v); }
 bool IsAtomValue(UINT_PTR v) { return v >= 0xC000 && v <= 0xFFFF; }
+
+// A partner that named itself but is no longer a window (its process may
+// have died after posting): an atom it handed over can no longer go back
+// with an acknowledgement, so the receiver deletes it. A null partner is a
+// direct call, whose values are not ours to delete.
+bool PartnerGone(HWND partner) { return partner != nullptr && !IsWindow(partner); }
+void DropHandedAtom(UINT_PTR atom) {
+    if (IsAtomValue(atom)) GlobalDeleteAtom(AtomOf(atom));
+}
 
 void AtomName(ATOM atom, char* buffer) {
     buffer[0] = 0;
@@ -285,6 +301,10 @@ int InitiateServer(HWND control, const char* argument) {
     // All bits set, not HWND_BROADCAST: both reach every top-level window.
     SendMessageA(reinterpret_cast<HWND>(-1), WM_DDE_INITIATE, reinterpret_cast<WPARAM>(control),
                  MAKELPARAM(app, topic));
+    // Its answers came within the send. When nobody answered, the phase must
+    // not stay at "announcing": any window could then send an acknowledgement
+    // later and have a control register it as a client and push it values.
+    if (g_link.phase == kAnnouncing) g_link.phase = kIdle;
     if (app) GlobalDeleteAtom(app);
     if (topic) GlobalDeleteAtom(topic);
     return g_link.ackClient != nullptr ? 1 : 0;
@@ -299,6 +319,10 @@ void ItemName(HWND control, char* buffer) {
 LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
     AtomName(LOWORD(lp), g_link.gotApp);
     AtomName(HIWORD(lp), g_link.gotTopic);
+    // The answer is sent to the partner: a handle that is not a window
+    // (HWND_BROADCAST among them) would have it sent to every top-level
+    // window, and linked or registered as if it were one.
+    if (!IsWindow(partner)) return 0;
     char itemName[kNameSize];
 
     const char* serverArg = method.param("@SERVER");
@@ -347,7 +371,7 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
 }
 
 // WM_DDE_TERMINATE and WM_DDE_UNADVISE.
-LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
+LRESULT CloseLink(HWND control, HWND partner, LPARAM lp) {
     WORD hi = HIWORD(lp);
     if (LOWORD(lp) == 0) {
         if (GetPropA(control, kServerProp) == nullptr) return 0;  // a client keeps its link
@@ -379,9 +403,18 @@ LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
     return 0;
 }
 
+// Nothing is acknowledged to a partner that is gone; the item atom it handed
+// over is deleted here.
+LRESULT OnTerminate(HWND control, HWND partner, LPARAM lp) {
+    CloseLink(control, partner, lp);
+    if (PartnerGone(partner)) DropHandedAtom(HIWORD(lp));
+    return 0;
+}
+
 LRESULT OnAdvise(HWND control, HWND partner, const Values& v) {
     g_link.phase = kAdvised;
-    if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    bool acked = IsWindow(partner) && PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    if (!acked && (v.pair || PartnerGone(partner))) DropHandedAtom(v.hi);
     if (v.pair && v.lo != 0) GlobalFree(reinterpret_cast<HGLOBAL>(v.lo));
     return 0;
 }
@@ -405,7 +438,11 @@ LRESULT OnData(HWND control, HWND partner, const Values& v) {
     std::string text;
     {
         GlobalLocked<BYTE> p(block);
-        if (!p) return 0;
+        if (!p) {
+            // No data (a null or dead handle): the item atom was still handed over.
+            if (v.pair) DropHandedAtom(item);
+            return 0;
+        }
         SIZE_T size = p.size();
         if (size >= 2) std::memcpy(&flags, p.get(), 2);
         if (size > 4) {
@@ -423,7 +460,11 @@ LRESULT OnData(HWND control, HWND partner, const Values& v) {
     bool acked = false;
     if ((flags & kAckReq) != 0 && IsWindow(partner)) acked = PostDde(partner, WM_DDE_ACK, control, kAckPositive, item);
     if (!acked && IsAtomValue(item)) GlobalDeleteAtom(item);
-    if ((flags & kRelease) != 0) GlobalFree(block);
+    if ((flags & kRelease) != 0) {
+        GlobalFree(block);
+    } else if (CopiedForUs(partner) && GlobalSize(block) != 0) {  // unless the system took it back already
+        GlobalFree(block);
+    }
     InvalidateRect(control, nullptr, TRUE);
     UpdateWindow(control);
     return 0;
@@ -436,10 +477,27 @@ LRESULT OnRequest(HWND control, HWND partner, LPARAM lp) {
     g_link.phase = kRequested;
     HGLOBAL block = MakeData(text, kRelease | kResponse, kAckReq);
     if (block == nullptr) {
-        if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckFailedRequest, item);
+        if (IsWindow(partner)) {
+            PostDde(partner, WM_DDE_ACK, control, kAckFailedRequest, item);
+        } else if (PartnerGone(partner)) {
+            DropHandedAtom(item);
+        }
         return 0;
     }
-    if (!IsWindow(partner) || !PostBlock(partner, WM_DDE_DATA, control, block, item, true)) GlobalFree(block);
+    if (!IsWindow(partner) || !PostBlock(partner, WM_DDE_DATA, control, block, item, true)) {
+        GlobalFree(block);
+        if (PartnerGone(partner)) DropHandedAtom(item);
+    }
+    return 0;
+}
+
+// A poke is refused by silence. What it handed over is still ours to release:
+// the item atom, and the data block when it is a copy for us.
+LRESULT OnPoke(HWND partner, const Values& v) {
+    if (!v.pair) return 0;
+    DropHandedAtom(v.hi);
+    HGLOBAL block = reinterpret_cast<HGLOBAL>(v.lo);
+    if (block != nullptr && CopiedForUs(partner) && GlobalSize(block) != 0) GlobalFree(block);
     return 0;
 }
 
@@ -449,7 +507,11 @@ LRESULT OnExecute(HWND control, HWND partner, const Values& v) {
         GlobalLocked<void> p(command);
         if (!p) return 0;
     }
+    // The acknowledgement names a copy for us by its handle only (the sender
+    // gets its own block back); the copy is freed here.
+    const bool copy = CopiedForUs(partner);
     if (IsWindow(partner)) PostDde(partner, WM_DDE_ACK, control, kAckPositive, v.hi);
+    if (copy && GlobalSize(command) != 0) GlobalFree(command);
     return 0;
 }
 
@@ -494,8 +556,7 @@ LRESULT WINAPI twProcessDDE(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam, c
     case WM_DDE_REQUEST:
         return OnRequest(hWnd, partner, lParam);
     case WM_DDE_POKE:
-        Unpack(msg, lParam);  // only the pair is ours; the poke is refused by silence
-        return 0;
+        return OnPoke(partner, Unpack(msg, lParam));
     case WM_DDE_EXECUTE:
         return OnExecute(hWnd, partner, Unpack(msg, lParam));
     }

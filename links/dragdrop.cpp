@@ -223,13 +223,20 @@ LRESULT DragLoop(HWND source, HGLOBAL drag, HCURSOR blockCursor) {
     POINT releasedAt{};
     GetCursorPos(&releasedAt);
     for (;;) {
+        // Asked before waiting: a source that is gone (its parent may destroy
+        // it on the drag notice, or a dispatched message later) holds no
+        // capture, and no message may ever come to end the wait.
+        if (GetCapture() != source) {
+            FreeDrag(drag);
+            return 1;
+        }
         BOOL got = GetMessageA(&m, nullptr, 0, 0);
         if (got == 0) {
             PostQuitMessage(static_cast<int>(m.wParam));  // leave the quit for the application's loop
             FreeDrag(drag);
             return 1;
         }
-        if (got < 0 || GetCapture() != source) {
+        if (got < 0) {
             FreeDrag(drag);
             return 1;
         }
@@ -367,6 +374,12 @@ std::string FilterNumber(const std::string& cls, const std::string& text) {
     return out;
 }
 
+// The source named by a block is asked to delete what was dragged only when it
+// is a window: HWND_BROADCAST would ask every top-level window.
+void RemoveAtSource(HWND source) {
+    if (IsWindow(source)) SendMessageA(source, kRemoveDragged, 0, 0);
+}
+
 void DropOnEdit(HWND target, const std::string& cls, std::string text, DWORD mode) {
     if (lstricmp(cls.c_str(), "edit") == 0) {
         if ((GetWindowLongA(target, GWL_STYLE) & ES_MULTILINE) == 0) {
@@ -413,7 +426,7 @@ void DropOnList(HWND target, HWND source, const std::string& text, DWORD mode, D
         return v;
     }();
     if (!pieces.empty()) {
-        if (flags & kMoveBit) SendMessageA(source, kRemoveDragged, 0, 0);
+        if (flags & kMoveBit) RemoveAtSource(source);
         if ((mode & 4) == 0) {
             POINT pt;
             if (g_drag.dropping) {
@@ -452,14 +465,16 @@ LRESULT OnDrop(HWND target, LPARAM lp) {
         SetFocus(target);
         return SendMessageA(GetParent(target), WM_COMMAND, GetWindowLongA(target, GWL_ID), reinterpret_cast<LPARAM>(target));
     }
+    // A data handle that is the drag block itself would be freed under our lock.
     bool ok = false;
-    std::string text = b->kind == 1 ? BlockText(b->data, &ok) : std::string();
+    HGLOBAL dragHandle = reinterpret_cast<HGLOBAL>(lp);
+    std::string text = b->kind == 1 && b->data != dragHandle ? BlockText(b->data, &ok) : std::string();
     if (!ok) return 0;
 
     std::string cls = ClassOf(target);
     if (IsEditType(cls)) {
         DropOnEdit(target, cls, text, mode);
-        if ((b->flags & kMoveBit) && b->source != target) SendMessageA(b->source, kRemoveDragged, 0, 0);
+        if ((b->flags & kMoveBit) && b->source != target) RemoveAtSource(b->source);
     } else if (IsList(cls)) {
         DropOnList(target, b->source, text, mode, b->flags);
     }

@@ -80,6 +80,10 @@ void Compose(char* method, int type, int error, char* caption) {
 }  // namespace
 
 int WINAPI twShowError(HWND hWnd, char* lpMethod, int nType, int nError) {
+    // No control (null) is a call of its own: the box is shown. A handle that
+    // is not a window (HWND_BROADCAST among them) names nobody to tell: the
+    // selection message would otherwise reach every top-level window.
+    if (hWnd != nullptr && !IsWindow(hWnd)) return 0;
     char caption[kCaptionMax + 1] = "";
     fk::CopyMethod(fk::g_errorMethod, lpMethod);
     char* const method = fk::g_errorMethod;

@@ -1,4 +1,7 @@
-// The suite's own main: warms up what is made once per process and names the input tried on a fault.
+// The suite's own main: warms up what is made once per process and names the input tried on a fault; started
+// again with --dde-partner it is the DDE partner of dde_partner_test.cpp.
+#include "tests/support/recorder.h"
+#include "tests/win/hostile/dde_partner.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
@@ -17,7 +20,8 @@ static BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
 }
 
 // Once over what makes lasting objects the first time: every class painted, a box, a deep cache of
-// common DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts).
+// common DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts),
+// the recording parent's class and the library's drag cursors.
 static void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
@@ -42,6 +46,8 @@ static void WarmUp() {
     GlobalFree(twShowTable(parent, path.c_str(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
     twFreeTable(nullptr);
     DeleteFileA(path.c_str());
+    RecordingParent recorder;  // its class
+    for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA("FLDKIT32.dll"), MAKEINTRESOURCEA(cursor));  // drags
     parent.reset();
     PumpMessages();
 }
@@ -54,6 +60,7 @@ void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
 }  // namespace fktest
 
 int main(int argc, char** argv) {
+    if (argc >= 3 && std::strcmp(argv[1], "--dde-partner") == 0) return fkpartner::RunPartner(argv[2]);
     SetUnhandledExceptionFilter(fktest::ReportFault);
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     ::testing::InitGoogleTest(&argc, argv);
