@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -105,41 +106,44 @@ void FixedPoint(double value, int32_t places, FixedDigits* out) {
 void RealValueText(double value, int32_t places, bool blankZero, char* out, size_t size) {
     if (out == nullptr || size == 0) return;
     if (places < 0) places = 0;
-    Builder b(out, size);
+    // Built whole first (the zeros are stripped from the whole text), then
+    // cut to the caller's size.
+    char work[kMaxWholeDigits + kMaxPlaces + 8];
+    Builder b(work, sizeof work);
+    FixedDigits fd;
     if (IsZeroBits(value)) {
-        if (blankZero) return;
-        b.put('0');
-        if (places > 0) {
-            b.put('.');
-            b.repeat('0', places);
+        if (!blankZero) {
+            b.put('0');
+            if (places > 0) {
+                b.put('.');
+                b.repeat('0', places);
+            }
         }
-        return;
-    }
-    static FixedDigits fd;  // large; one conversion at a time (one user-interface thread)
-    FixedPoint(value, places, &fd);
-    if (!fd.finite) {
+    } else if (FixedPoint(value, places, &fd); !fd.finite) {
         b.put(std::isnan(value) ? "NAN" : (fd.negative ? "-INF" : "INF"));
-        return;
-    }
-    if (fd.negative) b.put('-');
-    if (fd.point <= 0) {
-        b.put("0.");
-        b.repeat('0', -static_cast<int64_t>(fd.point));
-        b.put(fd.digits);
     } else {
-        for (int32_t i = 0; fd.digits[i] != 0; ++i) {
-            if (i == fd.point) b.put('.');
-            b.put(fd.digits[i]);
+        if (fd.negative) b.put('-');
+        if (fd.point <= 0) {
+            b.put("0.");
+            b.repeat('0', -static_cast<int64_t>(fd.point));
+            b.put(fd.digits);
+        } else {
+            for (int32_t i = 0; fd.digits[i] != 0; ++i) {
+                if (i == fd.point) b.put('.');
+                b.put(fd.digits[i]);
+            }
+            if (static_cast<size_t>(fd.point) >= std::strlen(fd.digits)) b.put('.');  // a whole number
         }
-        if (static_cast<size_t>(fd.point) >= std::strlen(fd.digits)) b.put('.');  // whole number
+        if (places == 0) {
+            // Trailing zeros (down to the second character) and a final point.
+            size_t len = b.length();
+            while (len > 2 && work[len - 1] == '0') work[--len] = 0;
+            if (len > 0 && work[len - 1] == '.') work[--len] = 0;
+        }
     }
-    if (places == 0) {
-        // Trailing zeros (down to the second character) and a final point.
-        char* t = b.text();
-        size_t len = std::strlen(t);
-        while (len > 2 && t[len - 1] == '0') t[--len] = 0;
-        if (len > 0 && t[len - 1] == '.') t[--len] = 0;
-    }
+    const size_t n = std::min(std::strlen(work), size - 1);
+    std::memcpy(out, work, n);
+    out[n] = 0;
 }
 
 void RealLeavingText(char* text, size_t size, int32_t places) {

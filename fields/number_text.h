@@ -63,8 +63,9 @@ bool IsZeroBits(double value);
 //    character) and a final "." are stripped, so the value shows as a
 //    rounded whole number;
 //  - infinities and NaN: "INF", "-INF", "NAN".
-// The text is cut to size - 1 characters; nothing is written when out is
-// null or size is 0.
+// The text is cut to size - 1 characters (and to kMaxWholeDigits +
+// kMaxPlaces + 7 whatever the size); nothing is written when out is null or
+// size is 0.
 void RealValueText(double value, int32_t places, bool blankZero, char* out, size_t size);
 
 // The real field's text when the focus leaves it, places from "@DECP" (-1
