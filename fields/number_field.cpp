@@ -423,6 +423,7 @@ int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int
 
 void SetNumberValue(HWND h, const char* text) {
     WriteFieldText(h, text);
+    InvalidateRect(h, nullptr, TRUE);
     PushToClients(h, text);
 }
 

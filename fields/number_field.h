@@ -95,7 +95,8 @@ bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword);
 int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int32_t absent);
 
 // A value set by the application: the window text through the default
-// procedure (no EN_CHANGE), then handed to linked clients of a server.
+// procedure (no EN_CHANGE), a repaint asked for, and the text handed to
+// linked clients of a server.
 void SetNumberValue(HWND h, const char* text);
 // GXM_GETTYPE's size: the limit, or 80 without one, into *lp when lp is not
 // null.
