@@ -55,8 +55,9 @@ enum class Typed {
 struct NumberClass {
     // Where the method-string pointer lives.
     MethodSlot method;
-    // The class's character rules. text: the window text; selection: a
-    // non-empty selection exists (it will be replaced).
+    // The class's character rules (null: every character is taken). text:
+    // the window text; selection: a non-empty selection exists (it will be
+    // replaced).
     Typed (*filter)(HWND field, char c, const FieldText& text, bool selection);
     // The shown text of a window text (null: the window text itself). At
     // most 159 characters.
