@@ -91,6 +91,9 @@ LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits);
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp);
+// The tab key sent to a field (by twAutoTab, for instance): the focus moves
+// to the next control (the previous one with Shift held).
+void MoveFieldFocus(HWND h);
 // Removes the properties links and drag and drop leave on a field.
 void FieldReleaseLinks(HWND h);
 
@@ -124,8 +127,6 @@ int DrawMaskedField(HWND h, const char* text, const char* mask, bool noFill, UIN
 // The caret goes to application index `to`; with Shift the selection runs
 // from the old caret (or the existing anchor) to it, in screen positions.
 void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int to);
-// Tab sent to a field: the focus moves on (back with Shift).
-void MoveFieldFocus(HWND h);
 
 // The mouse: drag and drop first, then the editing core's selection.
 LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
