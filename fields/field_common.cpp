@@ -112,6 +112,19 @@ LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp) {
     return 0;
 }
 
+void MoveFieldFocus(HWND h) {
+    HWND parent = GetParent(h);
+    if (parent == nullptr) return;
+    const bool back = KeyPressed(VK_SHIFT);
+    char cls[16] = "";
+    GetClassNameA(parent, cls, sizeof cls);
+    if (lstrcmpA(cls, "#32770") == 0) {
+        SendMessageA(parent, WM_NEXTDLGCTL, back ? 1 : 0, 0);
+    } else if (HWND next = GetNextDlgTabItem(parent, h, back)) {
+        SetFocus(next);
+    }
+}
+
 void FieldReleaseLinks(HWND h) {
     CloseControlLinks(h);
     RemovePropA(h, "@DRAGSRC");

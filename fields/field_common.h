@@ -91,6 +91,9 @@ LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits);
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp);
+// The tab key sent to a field (by twAutoTab, for instance): the focus moves
+// to the next control (the previous one with Shift held).
+void MoveFieldFocus(HWND h);
 // Removes the properties links and drag and drop leave on a field.
 void FieldReleaseLinks(HWND h);
 

@@ -403,19 +403,6 @@ void MoveCaret(HWND h, const Text& t, int to) {
     FieldWords::setSelection(h, anchor, shown(to));
 }
 
-void MoveFocus(HWND h) {
-    HWND parent = GetParent(h);
-    if (parent == nullptr) return;
-    const bool back = KeyPressed(VK_SHIFT);
-    char cls[16] = "";
-    GetClassNameA(parent, cls, sizeof cls);
-    if (lstrcmpA(cls, "#32770") == 0) {
-        SendMessageA(parent, WM_NEXTDLGCTL, back ? 1 : 0, 0);
-    } else if (HWND next = GetNextDlgTabItem(parent, h, back)) {
-        SetFocus(next);
-    }
-}
-
 void DeleteKey(HWND h, Text& t) {
     const Range sel = Selection(h);
     int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, t.length());
@@ -465,7 +452,7 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
         if (caret < len && m.text(t.s, caret) < ClientWidth(h) - 1) MoveCaret(h, t, caret + 1);
         break;
     }
-    case VK_TAB: MoveFocus(h); return 0;
+    case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
         MethodText m = ReadMethod(h);
         twProcessHelp(h, m.s);
