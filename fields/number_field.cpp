@@ -163,7 +163,7 @@ LRESULT OnChar(HWND h, WPARAM wp, const NumberClass& cls) {
     const FieldRange sel = SelectionIn(h, Shown(h, cls, text).length());
     const bool hasSel = !sel.empty();
 
-    switch (cls.filter(h, c, text, hasSel)) {
+    switch (cls.filter ? cls.filter(h, c, text, hasSel) : Typed::Take) {
     case Typed::Take: break;
     case Typed::Refuse: Refuse(); return 0;
     case Typed::Ignore:
@@ -423,6 +423,7 @@ int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int
 
 void SetNumberValue(HWND h, const char* text) {
     WriteFieldText(h, text);
+    InvalidateRect(h, nullptr, TRUE);
     PushToClients(h, text);
 }
 

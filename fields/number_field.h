@@ -55,8 +55,9 @@ enum class Typed {
 struct NumberClass {
     // Where the method-string pointer lives.
     MethodSlot method;
-    // The class's character rules. text: the window text; selection: a
-    // non-empty selection exists (it will be replaced).
+    // The class's character rules (null: every character is taken). text:
+    // the window text; selection: a non-empty selection exists (it will be
+    // replaced).
     Typed (*filter)(HWND field, char c, const FieldText& text, bool selection);
     // The shown text of a window text (null: the window text itself). At
     // most 159 characters.
@@ -95,7 +96,8 @@ bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword);
 int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int32_t absent);
 
 // A value set by the application: the window text through the default
-// procedure (no EN_CHANGE), then handed to linked clients of a server.
+// procedure (no EN_CHANGE), a repaint asked for, and the text handed to
+// linked clients of a server.
 void SetNumberValue(HWND h, const char* text);
 // GXM_GETTYPE's size: the limit, or 80 without one, into *lp when lp is not
 // null.

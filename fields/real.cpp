@@ -74,7 +74,10 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
     const bool blank = NumberMethodHas(h, kReal, "@BLNK");
     g_fieldText[0] = 0;
     if (lp == 0) {
-        if (blank) WriteFieldText(h, "");
+        if (blank) {
+            WriteFieldText(h, "");
+            InvalidateRect(h, nullptr, TRUE);
+        }
         PushToClients(h, g_fieldText);
         return 0;
     }
