@@ -182,7 +182,6 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
     char shown[kFieldText];
     CurrencyValueText(built, row, Style(h), shown, sizeof shown);
     SetNumberValue(h, shown);
-    InvalidateRect(h, nullptr, TRUE);
     return 0;
 }
 
