@@ -1,10 +1,7 @@
+// The country-format table of the currency field. Pure data: no windows.h,
+// so it builds natively with the text routines as well. Row 0 is read from
+// WIN.INI at start-up (ReadCurrencyDefaults, fields/currency.cpp).
 #include "fields/currency_formats.h"
-
-#include <windows.h>
-
-#include <cstring>
-
-#include "frame/registry.h"
 
 namespace fk {
 
@@ -53,24 +50,5 @@ const char* const kCurrencyKeywordNames[kCurrencyKeywords] = {
     "@CF_SPAIN",         "@CF_SWEDEN",        "@CF_SWITZERLAND",   "@CF_TAIWAN",
     "@CF_UNITEDKINGDOM", "@CF_UNITEDSTATES",
 };
-
-// Row 0 from [intl]. The separator defaults are deliberately the continental
-// pair (decimal ",", thousands ".") although the symbol default is "$".
-// Every row takes the user's negative format.
-void ReadCurrencyDefaults() {
-    CurrencyFormat& row = g_currencyFormats[0];
-    row.digits = static_cast<int32_t>(GetProfileIntA("intl", "iCurrDigits", 2));
-    row.placement = static_cast<int32_t>(GetProfileIntA("intl", "iCurrency", 0));
-    const auto negative = static_cast<int32_t>(GetProfileIntA("intl", "iNegCurr", 2));
-    for (CurrencyFormat& r : g_currencyFormats) r.negative = negative;
-    GetProfileStringA("intl", "sCurrency", "$", row.symbol, 7);
-    char sep[8];
-    GetProfileStringA("intl", "sDecimal", ",", sep, sizeof sep);
-    row.decimal[0] = sep[0];
-    row.decimal[1] = '\0';
-    GetProfileStringA("intl", "sThousand", ".", sep, sizeof sep);
-    row.thousands[0] = sep[0];
-    row.thousands[1] = '\0';
-}
 
 }  // namespace fk
