@@ -1,5 +1,4 @@
-// The editing core called directly on a string field's window words: caret and selection from mouse positions,
-// drawing, clipboard transfer and auto-tab.
+// The editing core called on a string field's window words: caret and selection from the mouse, drawing, auto-tab.
 #include "tests/win/fields/number_test.h"
 
 namespace {
@@ -9,10 +8,6 @@ using namespace numtest;
 class EditCore : public NumberField {
 protected:
     EditCore() : NumberField("gxString32") {}
-    void TearDown() override {
-        ReleaseCapture();
-        NumberField::TearDown();
-    }
     int Extent(const char* text, int n) {
         HDC dc = GetDC(field_);
         SIZE s{};
@@ -25,8 +20,7 @@ protected:
     int MovingEnd() const { return HIWORD(GetWindowLongA(field_, 12)); }
 };
 
-// A click on the left half of a character lands before it, on the right half (the middle included) after it;
-// a drag extends the selection from the anchor, at most to the end of the text.
+// A click lands on the nearer character boundary, the middle counting as the right; a drag extends from the anchor.
 TEST_F(EditCore, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     char text[] = "WiMx.9";
     for (int i = 1; i <= 6; ++i) {
@@ -67,8 +61,7 @@ TEST_F(EditCore, RightAlignedClicks) {
     EXPECT_EQ(GetCapture(), field_);
 }
 
-// With a mask the caret stops at the first empty position and is stored as the number of "*" placeholders
-// before it; only stars are counted.
+// With a mask the caret stops at the first empty position and is stored as the count of "*" (only) before it.
 TEST_F(EditCore, MaskedClickStoresTheStarCountBeforeTheCaret) {
     char text[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
     MouseButtonDown(field_, 230, text, stars, 0, 0);
@@ -87,19 +80,16 @@ TEST_F(EditCore, DrawingClampsTheCaretAndAsksTheParentForColours) {
     EXPECT_EQ(reinterpret_cast<HWND>(colours[0].lp), field_);
 }
 
-// Copy takes at most max characters; paste fills at most max bytes, with no terminator when it is full.
-TEST_F(EditCore, ClipboardTransferKeepsToMax) {
-    EXPECT_EQ(twClipboardCopyText(field_, "xy", 10), 1);
-    EXPECT_EQ(fktest::ClipboardText(), "xy");
-    EXPECT_EQ(twClipboardCopyText(field_, "abcdefgh", 3), 1);
-    EXPECT_EQ(fktest::ClipboardText(), "abc");
-    twClipboardCopyText(field_, "abcdefgh", 100);
-    char buffer[16];
-    std::memset(buffer, '#', sizeof buffer);
-    EXPECT_EQ(twClipboardPasteText(field_, buffer, 5), 1);
-    EXPECT_EQ(std::string(buffer, 6), "abcde#");
-    EXPECT_EQ(twClipboardPasteText(field_, buffer, 12), 1);
-    EXPECT_STREQ(buffer, "abcdefgh");
+// The string field hands button and move messages to the core; the release ends the capture.
+TEST_F(EditCore, StringFieldSelectsWithTheMouse) {
+    Type(field_, "abcdef");
+    SendMessageA(field_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(Extent("abcdef", 2), 5));
+    SendMessageA(field_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(Extent("abcdef", 5), 5));
+    SendMessageA(field_, WM_LBUTTONUP, 0, MAKELPARAM(Extent("abcdef", 5), 5));
+    EXPECT_EQ(Sel(field_), std::make_pair(2, 5));
+    EXPECT_NE(GetCapture(), field_);
+    Type(field_, "Z");
+    EXPECT_EQ(Text(field_), "abZf");
 }
 
 // A value that fails keeps the focus and the answer comes back; one that passes is tabbed away from.

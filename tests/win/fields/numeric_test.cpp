@@ -1,5 +1,6 @@
-// gxNumeric32 as a dialog drives it: typing, keys, spin, values and what the parent receives.
+// gxNumeric32 and gxReal32 as a dialog drives them: typing, keys, spin, values, decimal places, notices.
 #include <climits>
+#include <cmath>
 
 #include "tests/support/msgbox_watch.h"
 #include "tests/win/fields/number_test.h"
@@ -8,10 +9,15 @@ namespace {
 
 using namespace numtest;
 using Notices = std::vector<WORD>;
+const char *const num = FK_CLASS_NUMERIC, *const real = FK_CLASS_REAL;
 
 class NumericField : public NumberField {
 protected:
-    NumericField() : NumberField("gxNumeric32") {}
+    NumericField() : NumberField(num) {}
+    void MakeOf(const char* cls, DWORD style, const char* method = nullptr) {
+        cls_ = cls;
+        Make(style, method);
+    }
     int32_t Integer(WPARAM type = 1) {
         int32_t v = 12345;
         SendMessageA(field_, GXM_GETVALUE, type, reinterpret_cast<LPARAM>(&v));
@@ -24,12 +30,22 @@ protected:
     }
 };
 
-TEST_F(NumericField, TypingTakesDigitsAndMinusAnywhere) {
+// Numeric takes digits and "-" anywhere, real one point and one sign; a selection lifts the checks.
+TEST_F(NumericField, TypingIsFilteredByClass) {
     Type(field_, "1-2a-3. +");
     EXPECT_EQ(Text(field_), "1-2-3");
     EXPECT_EQ(Codes(), Notices(5, EN_CHANGE));
     EXPECT_EQ(Integer(), 1) << "only a leading number counts";
     EXPECT_EQ(SendMessageA(field_, EM_GETMODIFY, 0, 0), 1);
+    MakeOf(real, 0);
+    Type(field_, "-1.2.-3a");
+    EXPECT_EQ(Text(field_), "-1.23");
+    SendMessageA(field_, EM_SETSEL, 0, 2);
+    Type(field_, ".");
+    EXPECT_EQ(Text(field_), "..23");
+    SendMessageA(field_, EM_SETSEL, 0, 4);
+    Type(field_, "--");
+    EXPECT_EQ(Text(field_), "-");
 }
 
 TEST_F(NumericField, ValuesAreSetAsDecimalTextWithoutChangeNotices) {
@@ -49,8 +65,6 @@ TEST_F(NumericField, ValuesAreSetAsDecimalTextWithoutChangeNotices) {
     EXPECT_EQ(Text(field_), "12abc") << "text is not checked";
     SendMessageA(field_, GXM_SETVALUE, 7, reinterpret_cast<LPARAM>("9"));
     EXPECT_EQ(Text(field_), "") << "an unknown type empties the field";
-    SetText("4294967298");
-    EXPECT_EQ(Integer(), 2) << "overflow wraps silently";
 }
 
 TEST_F(NumericField, LimitRefusesAndAutoTabMovesOn) {
@@ -113,7 +127,6 @@ TEST_F(NumericField, ClipboardKeys) {
 
 // Both number classes: the value kind from the style, text first, unless the caller asks for one.
 TEST_F(NumericField, ValueKindsAndLimits) {
-    const char *num = FK_CLASS_NUMERIC, *real = FK_CLASS_REAL;
     const struct { const char* cls; DWORD style; WPARAM asked; LRESULT answer; } cases[] = {
         {num, NUM_CHAR | NUM_INTEGER, 0, 4}, {num, NUM_INTEGER, 0, 1}, {num, NUM_LONG, 0, 2}, {num, 0, 0, 2},
         {num, NUM_LONG, 4, 4}, {num, NUM_LONG, 1, 1}, {num, 0, 9, 2}, {real, REAL_CHAR | REAL_FLOAT, 0, 4},
@@ -121,8 +134,7 @@ TEST_F(NumericField, ValueKindsAndLimits) {
         {real, REAL_LONGDOUBLE, 0, 12}, {real, 0, 0, 3}, {real, REAL_DOUBLE, 9, 9}};
     LONG size = 0;
     for (const auto& c : cases) {
-        cls_ = c.cls;
-        Make(c.style);
+        MakeOf(c.cls, c.style);
         EXPECT_EQ(SendMessageA(field_, GXM_GETTYPE, c.asked, reinterpret_cast<LPARAM>(&size)), c.answer)
             << c.cls << " " << c.style << " / " << c.asked;
         if (c.answer == 4 && c.cls == num) EXPECT_EQ(size, 80);
@@ -130,8 +142,7 @@ TEST_F(NumericField, ValueKindsAndLimits) {
     EXPECT_EQ(SendMessageA(field_, EM_LIMITTEXT, 5, 0), 5) << "the real field answers the limit it takes";
     Type(field_, "1234567");
     EXPECT_EQ(Text(field_), "12345");
-    cls_ = num;
-    Make(NUM_CHAR | NUM_INTEGER, "@LIMIT(6)");  // set and get put the integer first
+    MakeOf(num, NUM_CHAR | NUM_INTEGER, "@LIMIT(6)");  // set and get put the integer first
     SendMessageA(field_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&size));
     EXPECT_EQ(size, 6);
     const int32_t seven = 7;
@@ -140,17 +151,14 @@ TEST_F(NumericField, ValueKindsAndLimits) {
     EXPECT_EQ(Integer(0), 7);
 }
 
-// Both number classes: every scroll code notifies and then runs the focus steps; spinning wraps at the 32-bit
-// limits, ignores @BLNK and the limit, and drops a fraction.
+// Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
 TEST_F(NumericField, SpinWrapsAndRunsTheFocusSteps) {
-    const char *num = FK_CLASS_NUMERIC, *real = FK_CLASS_REAL;
     const struct { const char *cls, *method, *start; int code; const char* after; } cases[] = {
         {num, "", "2147483647", SB_LINEUP, "-2147483648"}, {num, "", "-2147483648", SB_LINEDOWN, "2147483647"},
         {num, "", "5", SB_ENDSCROLL, "5"},                 {num, "@BLNK@LIMIT(1)", "1", SB_LINEDOWN, "0"},
         {num, "@BLNK@LIMIT(1)", "0", SB_LINEDOWN, "-1"},   {real, "", "2.5", SB_LINEUP, "3"}};
     for (const auto& c : cases) {
-        cls_ = c.cls;
-        Make(0, c.method);
+        MakeOf(c.cls, 0, c.method);
         SetWindowTextA(field_, c.start);
         parent_.clear();
         SendMessageA(field_, WM_VSCROLL, c.code, 0);
@@ -162,35 +170,38 @@ TEST_F(NumericField, SpinWrapsAndRunsTheFocusSteps) {
 // Both number classes validate as the style's type or the one asked for; with no type nothing is checked.
 TEST_F(NumericField, ValidationByStyleOrType) {
     fktest::MessageBoxWatcher boxes;
-    const char *num = FK_CLASS_NUMERIC, *real = FK_CLASS_REAL;
     const struct { const char* cls; DWORD style; WPARAM type; const char* text; LRESULT answer; } cases[] = {
         {num, 0, 0, "50", 0},       {num, NUM_INTEGER, 0, "50", -1},   {num, NUM_LONG, 0, "5", 0},
         {num, 0, 1, "50", -1},      {num, 0, 2, "7x", 0},              {real, 0, 0, "50", 0},
         {real, 0, 12, "9.01", -1},  {real, REAL_FLOAT, 0, "12.5", -1}, {real, REAL_DOUBLE, 0, "1.5", 0}};
     for (const auto& c : cases) {
-        cls_ = c.cls;
-        Make(c.style, "@RNG(1,9)");
+        MakeOf(c.cls, c.style, "@RNG(1,9)");
         SetWindowTextA(field_, c.text);
         EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, c.type, 0), c.answer) << c.cls << " " << c.style << " " << c.type;
     }
     EXPECT_EQ(boxes.boxes().size(), 4u);
 }
 
+// Leaving drops the selection in the numeric field and keeps it in the real one.
 TEST_F(NumericField, FocusAndSelectionMessages) {
+    for (const char* cls : {num, real}) {
+        MakeOf(cls, 0);
+        Type(field_, "123");
+        SendMessageA(field_, EM_SETSEL, 1, static_cast<LPARAM>(-1));
+        EXPECT_EQ(Sel(field_), std::make_pair(1, 3));
+        parent_.clear();
+        Leave();
+        EXPECT_EQ(Codes(), Notices{EN_KILLFOCUS});
+        EXPECT_EQ(Sel(field_), cls == num ? std::make_pair(0, 0) : std::make_pair(1, 3)) << cls;
+    }
+    MakeOf(num, 0);
     Type(field_, "123");
-    SendMessageA(field_, EM_SETSEL, 1, static_cast<LPARAM>(-1));
-    EXPECT_EQ(Sel(field_), std::make_pair(1, 3));
-    parent_.clear();
-    Leave();
-    EXPECT_EQ(Codes(), Notices{EN_KILLFOCUS});
-    EXPECT_EQ(Sel(field_), std::make_pair(0, 0)) << "leaving drops the selection";
     SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
     EXPECT_EQ(Sel(field_), std::make_pair(0, 3));
     EXPECT_EQ(SendMessageA(field_, WM_GETDLGCODE, 0, 0), 0x8089);
 }
 
-// A click takes the focus and a drag selects, counted from the right edge in a right-justified field; keys wait
-// while the button is held.
+// A click takes the focus, a drag selects (from the right edge when right-justified); keys wait for the button.
 TEST_F(NumericField, MouseSelectsInBothAlignments) {
     for (DWORD style : {0ul, static_cast<unsigned long>(NUM_RIGHTJUST)}) {
         Make(style);
@@ -215,6 +226,56 @@ TEST_F(NumericField, MouseSelectsInBothAlignments) {
     }
 }
 
+// Leaving brings the real text to its decimal places and sends no EN_CHANGE.
+TEST_F(NumericField, RealLeavingBringsTheTextToItsDecimalPlaces) {
+    const struct { const char* method; const char* typed; const char* left; } cases[] = {
+        {"@DECP(2)", "3.14159", "3.14"}, {"@DECP(2)", "2.675", "2.68"}, {"@DECP(2)", "7", "7.00"},
+        {"@DECP(2)", ".5", "0.50"},      {"@DECP(0)", "3.99", "3"},     {"", "12.345", "12.345"}};
+    for (const auto& c : cases) {
+        MakeOf(real, 0, c.method);
+        Type(field_, c.typed);
+        parent_.clear();
+        Leave();
+        EXPECT_EQ(Text(field_), c.left) << c.method << " " << c.typed;
+        EXPECT_EQ(Codes(), std::vector<WORD>{EN_KILLFOCUS});
+    }
+}
+
+// Set values are rounded to the places; long double goes in as a double and comes out as a float (4 bytes).
+TEST_F(NumericField, RealValuesInAndOut) {
+    const struct { const char* method; double value; const char* shown; } cases[] = {
+        {"@DECP(0)", 3.99, "4"}, {"", 12.345, "12"}, {"@DECP(3)", 0.0, "0.000"}, {"@DECP(3)@BLNK", 0.0, ""},
+        {"@BLNK", -0.0, ""}, {"@DECP(2)", 0.5, "0.50"}, {"@DECP(2)", -1234.5, "-1234.50"}, {"", 0.0, "0"}};
+    for (const auto& c : cases) {
+        MakeOf(real, REAL_DOUBLE, c.method);
+        SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(&c.value));
+        EXPECT_EQ(Text(field_), c.shown) << c.method << " " << c.value;
+        EXPECT_TRUE(Codes().empty());
+    }
+    const float quarter = 2.25f;
+    SendMessageA(field_, GXM_SETVALUE, 9, reinterpret_cast<LPARAM>(&quarter));
+    EXPECT_EQ(Text(field_), "2");
+    SendMessageA(field_, GXM_SETVALUE, 4, reinterpret_cast<LPARAM>("5.5"));
+    EXPECT_EQ(Text(field_), "2") << "a text value is not shown";
+    SetMethod("@BLNK");
+    SendMessageA(field_, GXM_SETVALUE, 3, 0);
+    EXPECT_EQ(Text(field_), "") << "a null value with @BLNK empties the field";
+    SetWindowTextA(field_, "  -2.5e1x");
+    union { double d; float f; unsigned char bytes[8]; } out;
+    for (WPARAM type : {3u, 9u, 12u}) {
+        std::memset(&out, 0xAA, sizeof out);
+        SendMessageA(field_, GXM_GETVALUE, type, reinterpret_cast<LPARAM>(&out));
+        EXPECT_EQ(type == 3 ? out.d : out.f, -25.0) << type;
+        if (type != 3) EXPECT_TRUE(out.bytes[4] == 0xAA && out.bytes[7] == 0xAA) << "four bytes only for " << type;
+    }
+    SetWindowTextA(field_, "1e300");
+    SendMessageA(field_, GXM_GETVALUE, 9, reinterpret_cast<LPARAM>(&out));
+    EXPECT_TRUE(std::isinf(out.f));
+    char text[160];
+    SendMessageA(field_, GXM_GETVALUE, 4, reinterpret_cast<LPARAM>(text));
+    EXPECT_STREQ(text, "1e300");
+}
+
 TEST_F(NumericField, HostileInputIsCut) {
     SetText(std::string(1000, '7').c_str());
     EXPECT_EQ(Text(field_).size(), 159u);
@@ -226,6 +287,17 @@ TEST_F(NumericField, HostileInputIsCut) {
     EXPECT_EQ(Text(field_).size(), 158u) << "a selection past the text counts as none; the caret is clamped";
     SetMethod(("@LIMIT(2)" + std::string(3000, 'm')).c_str());
     EXPECT_EQ(SendMessageA(field_, GXM_GETLIMIT, 0, 0), 2);
+    MakeOf(real, 0, "@DECP(100000)");
+    SetWindowTextA(field_, std::string(300, '9').c_str());
+    Leave();
+    EXPECT_EQ(Text(field_).size(), 159u);
+    double value = 1e308;
+    SendMessageA(field_, GXM_SETVALUE, 3, reinterpret_cast<LPARAM>(&value));
+    EXPECT_EQ(Text(field_).size(), 159u);
+    SetMethod("@DECP(-5)");
+    value = -7.25;
+    SendMessageA(field_, GXM_SETVALUE, 3, reinterpret_cast<LPARAM>(&value));
+    EXPECT_EQ(Text(field_), "-7") << "negative places count as none";
 }
 
 }  // namespace

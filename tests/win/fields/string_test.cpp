@@ -1,5 +1,4 @@
-// gxString32 driven the way a dialog drives it: what the parent receives for typing, keys, paste and validation,
-// and what the field holds after.
+// gxString32 as a dialog drives it: what the parent receives for typing, keys, paste and validation.
 #include <algorithm>
 
 #include "tests/support/msgbox_watch.h"
@@ -16,9 +15,9 @@ protected:
         Held held({modifier});
         Key(field_, vk);
     }
-    std::string Method() {
-        char buffer[300];
-        SendMessageA(field_, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(buffer));
+    std::string Get(UINT msg, WPARAM wp = 0) {  // a text the field copies out
+        char buffer[300] = "";
+        SendMessageA(field_, msg, wp, reinterpret_cast<LPARAM>(buffer));
         return buffer;
     }
 };
@@ -107,30 +106,12 @@ TEST_F(StringField, ClipboardKeys) {
     EXPECT_EQ(Text(field_), "past");
 }
 
-TEST_F(StringField, MouseSelectsBetweenCharacterBoundaries) {
-    Type(field_, "abcdef");
-    HDC dc = GetDC(field_);
-    SIZE two{}, five{};
-    GetTextExtentPoint32A(dc, "abcdef", 2, &two);
-    GetTextExtentPoint32A(dc, "abcdef", 5, &five);
-    ReleaseDC(field_, dc);
-    SendMessageA(field_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(two.cx, 5));
-    SendMessageA(field_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(five.cx, 5));
-    SendMessageA(field_, WM_LBUTTONUP, 0, MAKELPARAM(five.cx, 5));
-    EXPECT_EQ(Sel(field_), std::make_pair(2, 5));
-    EXPECT_NE(GetCapture(), field_);
-    Type(field_, "Z");
-    EXPECT_EQ(Text(field_), "abZf");
-}
-
 // Values go in and out without change notices, at most limit + 1 bytes; the limit is the size of the text type.
 TEST_F(StringField, ValuesTypeAndLimit) {
     SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("hello"));
     EXPECT_EQ(Text(field_), "hello");
     EXPECT_TRUE(Codes().empty());
-    char out[100];
-    SendMessageA(field_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(out));
-    EXPECT_STREQ(out, "hello");
+    EXPECT_EQ(Get(GXM_GETVALUE), "hello");
     LONG size = 0;
     EXPECT_EQ(SendMessageA(field_, GXM_GETTYPE, GXT_TEXT, reinterpret_cast<LPARAM>(&size)), GXT_TEXT);
     EXPECT_EQ(size, 80);
@@ -138,6 +119,7 @@ TEST_F(StringField, ValuesTypeAndLimit) {
     EXPECT_EQ(SendMessageA(field_, GXM_GETLIMIT, 0, 0), 3);
     EXPECT_EQ(SendMessageA(field_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&size)), GXT_TEXT);
     EXPECT_EQ(size, 3);
+    char out[100];
     std::memset(out, '#', sizeof out);
     SendMessageA(field_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(out));
     EXPECT_STREQ(out, "hel");
@@ -149,50 +131,45 @@ TEST_F(StringField, ValuesTypeAndLimit) {
 // The setting messages edit the method string, which is read again at each keystroke.
 TEST_F(StringField, MethodEditingMessages) {
     SetMethod("@NUM@INCLUDE(abc)@LIMIT(5)");
-    char buffer[300];
-    SendMessageA(field_, GXM_INCLUDE, 0, reinterpret_cast<LPARAM>(buffer));
-    EXPECT_STREQ(buffer, "abc");
+    EXPECT_EQ(Get(GXM_INCLUDE), "abc");
     SendMessageA(field_, GXM_INCLUDE, 1, reinterpret_cast<LPARAM>(""));
-    EXPECT_EQ(Method(), "@NUM@LIMIT(5)");
+    EXPECT_EQ(Get(GXM_GETMETHOD, 256), "@NUM@LIMIT(5)");
     SendMessageA(field_, GXM_EXCLUDE, 1, reinterpret_cast<LPARAM>("9"));
     EXPECT_EQ(SendMessageA(field_, GXM_AUTOTAB, 0, 0), 0);
     SendMessageA(field_, GXM_AUTOTAB, 1, 1);
     EXPECT_EQ(SendMessageA(field_, GXM_AUTOTAB, 0, 0), 1);
-    EXPECT_EQ(Method(), "@NUM@LIMIT(5)@EXCLUDE(9)@AUTOTAB");
+    EXPECT_EQ(Get(GXM_GETMETHOD, 256), "@NUM@LIMIT(5)@EXCLUDE(9)@AUTOTAB");
     SendMessageA(field_, GXM_AUTOTAB, 1, 0);
-    EXPECT_EQ(Method(), "@NUM@LIMIT(5)@EXCLUDE(9)");
+    EXPECT_EQ(Get(GXM_GETMETHOD, 256), "@NUM@LIMIT(5)@EXCLUDE(9)");
     Type(field_, "19");
     EXPECT_EQ(Text(field_), "1");
     SendMessageA(field_, GXM_MASK, 1, reinterpret_cast<LPARAM>("##/##"));
-    SendMessageA(field_, GXM_MASK, 0, reinterpret_cast<LPARAM>(buffer));
-    EXPECT_STREQ(buffer, "##/##");
+    EXPECT_EQ(Get(GXM_MASK), "##/##");
     SendMessageA(field_, GXM_MASK, 1, 0);
-    SendMessageA(field_, GXM_MASK, 0, reinterpret_cast<LPARAM>(buffer));
-    EXPECT_STREQ(buffer, "");
+    EXPECT_EQ(Get(GXM_MASK), "");
     SendMessageA(field_, GXM_SETDROPTARGET, 1, 0);
     EXPECT_EQ(GetPropA(field_, "@WANTDROP"), reinterpret_cast<HANDLE>(5));
     SendMessageA(field_, GXM_SETDROPTARGET, 0, 0);
     EXPECT_EQ(GetPropA(field_, "@WANTDROP"), nullptr);
 }
 
-TEST_F(StringField, ValidationAnswersZeroOrMinusOne) {
-    fktest::MessageBoxWatcher boxes;
-    EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0) << "no method string: never checked";
-    SetMethod("@MND@MSG(Name please)");
-    EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), -1);
-    ASSERT_EQ(boxes.boxes().size(), 1u);
-    EXPECT_EQ(boxes.boxes()[0].text, "Name please");
-    EXPECT_EQ(parent_.Of(GXN_ERROR).size(), 1u);
-    Type(field_, "Al");
-    EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0);
-}
-
-// Auto-tab moves the focus on when the mask is full, and only when the value passes; Tab moves it too.
-TEST_F(StringField, AutoTabAndTabMoveTheFocus) {
+// Validation answers 0 or -1 and shows the message; auto-tab moves on from a full mask only when the value passes.
+TEST_F(StringField, ValidationAndAutoTab) {
+    {
+        fktest::MessageBoxWatcher boxes;
+        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0) << "no method string: never checked";
+        SetMethod("@MND@MSG(Name please)");
+        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), -1);
+        ASSERT_EQ(boxes.boxes().size(), 1u);
+        EXPECT_EQ(boxes.boxes()[0].text, "Name please");
+        EXPECT_EQ(parent_.Of(GXN_ERROR).size(), 1u);
+        Type(field_, "Al");
+        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0);
+    }
     parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {  // no message box to move the focus
         return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
     };
-    SetMethod("@MASK(###-##)@AUTOTAB");
+    Make(0, "@MASK(###-##)@AUTOTAB");
     Type(field_, "1234");
     EXPECT_EQ(GetFocus(), field_);
     Type(field_, "5");
