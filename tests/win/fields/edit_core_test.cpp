@@ -47,8 +47,8 @@ TEST_F(EditCore, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     EXPECT_EQ(MovingEnd(), 6);
 }
 
-// Right-aligned, positions count from the right edge; left of the text nothing is selected.
-TEST_F(EditCore, RightAlignedClicks) {
+// Right-aligned clicks count from the right edge; a masked caret is stored as the count of "*" (only) before it.
+TEST_F(EditCore, RightAlignedAndMaskedClicks) {
     char text[] = "1234";
     RECT r;
     GetClientRect(field_, &r);
@@ -59,14 +59,10 @@ TEST_F(EditCore, RightAlignedClicks) {
     EXPECT_EQ(Caret(), 0);
     EXPECT_EQ(GetWindowLongA(field_, 12), 0);
     EXPECT_EQ(GetCapture(), field_);
-}
-
-// With a mask the caret stops at the first empty position and is stored as the count of "*" (only) before it.
-TEST_F(EditCore, MaskedClickStoresTheStarCountBeforeTheCaret) {
-    char text[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
-    MouseButtonDown(field_, 230, text, stars, 0, 0);
+    char digits[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
+    MouseButtonDown(field_, 230, digits, stars, 0, 0);
     EXPECT_EQ(Caret(), 4);
-    MouseButtonDown(field_, 230, text, hashes, 0, 0);
+    MouseButtonDown(field_, 230, digits, hashes, 0, 0);
     EXPECT_EQ(Caret(), 0);
 }
 

@@ -11,10 +11,7 @@ namespace {
 using numtest::Text;
 
 void Settle() {  // lets posted messages arrive; bounded
-    for (int i = 0; i < 50; ++i) {
-        fktest::PumpMessages();
-        Sleep(2);
-    }
+    for (int i = 0; i < 50; ++i) fktest::PumpMessages(), Sleep(2);
 }
 
 // Passes an initiate on to the children, as an application's dialog does.

@@ -1,5 +1,4 @@
-// What the field tests share: a field on a recording parent with a neighbour
-// to take the focus, typing, keys with modifiers.
+// What the field tests share: a field on a recording parent with a neighbour to take the focus, keys, modifiers.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -88,8 +88,8 @@ TEST_F(NumericField, LimitRefusesAndAutoTabMovesOn) {
     EXPECT_EQ(SendMessageA(field_, GXM_GETLIMIT, 0, 0), 7);
 }
 
-// With a selection Backspace takes one more character: the one before the caret's old place in the shortened text.
-TEST_F(NumericField, BackspaceWithASelectionRemovesOneMore) {
+// Backspace with a selection takes one more; Ctrl+Insert copies one past the selection; a paste is not filtered.
+TEST_F(NumericField, BackspaceAndClipboardKeys) {
     const struct { WPARAM start; LPARAM end; const char* result; } cases[] = {
         {3, 1, "45"}, {1, 3, "14"}, {0, 5, ""}, {4, 4, "1235"}};
     for (const auto& c : cases) {
@@ -101,10 +101,7 @@ TEST_F(NumericField, BackspaceWithASelectionRemovesOneMore) {
         EXPECT_EQ(Codes(), Notices{EN_CHANGE});
         EXPECT_EQ(Sel(field_), std::make_pair(0, 0));
     }
-}
-
-TEST_F(NumericField, ClipboardKeys) {
-    Type(field_, "1234");
+    SetText("1234");
     SendMessageA(field_, EM_SETSEL, 1, 3);
     Press(VK_CONTROL, VK_INSERT);
     EXPECT_EQ(fktest::ClipboardText(), "234") << "the character after the selection comes along";
@@ -129,9 +126,9 @@ TEST_F(NumericField, ClipboardKeys) {
 TEST_F(NumericField, ValueKindsAndLimits) {
     const struct { const char* cls; DWORD style; WPARAM asked; LRESULT answer; } cases[] = {
         {num, NUM_CHAR | NUM_INTEGER, 0, 4}, {num, NUM_INTEGER, 0, 1}, {num, NUM_LONG, 0, 2}, {num, 0, 0, 2},
-        {num, NUM_LONG, 4, 4}, {num, NUM_LONG, 1, 1}, {num, 0, 9, 2}, {real, REAL_CHAR | REAL_FLOAT, 0, 4},
-        {real, REAL_FLOAT | REAL_DOUBLE, 0, 9}, {real, REAL_DOUBLE | REAL_LONGDOUBLE, 0, 3},
-        {real, REAL_LONGDOUBLE, 0, 12}, {real, 0, 0, 3}, {real, REAL_DOUBLE, 9, 9}};
+        {num, NUM_LONG, 4, 4}, {num, NUM_LONG, 1, 1}, {num, 0, 9, 2}, {real, 0, 0, 3}, {real, REAL_DOUBLE, 9, 9},
+        {real, REAL_CHAR | REAL_FLOAT, 0, 4}, {real, REAL_FLOAT | REAL_DOUBLE, 0, 9}, {real, REAL_LONGDOUBLE, 0, 12},
+        {real, REAL_DOUBLE | REAL_LONGDOUBLE, 0, 3}};
     LONG size = 0;
     for (const auto& c : cases) {
         MakeOf(c.cls, c.style);
@@ -193,12 +190,10 @@ TEST_F(NumericField, FocusAndSelectionMessages) {
         Leave();
         EXPECT_EQ(Codes(), Notices{EN_KILLFOCUS});
         EXPECT_EQ(Sel(field_), cls == num ? std::make_pair(0, 0) : std::make_pair(1, 3)) << cls;
+        SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
+        EXPECT_EQ(Sel(field_), std::make_pair(0, 3)) << "a double click selects all";
+        EXPECT_EQ(SendMessageA(field_, WM_GETDLGCODE, 0, 0), 0x8089);
     }
-    MakeOf(num, 0);
-    Type(field_, "123");
-    SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
-    EXPECT_EQ(Sel(field_), std::make_pair(0, 3));
-    EXPECT_EQ(SendMessageA(field_, WM_GETDLGCODE, 0, 0), 0x8089);
 }
 
 // A click takes the focus, a drag selects (from the right edge when right-justified); keys wait for the button.
@@ -226,8 +221,9 @@ TEST_F(NumericField, MouseSelectsInBothAlignments) {
     }
 }
 
-// Leaving brings the real text to its decimal places and sends no EN_CHANGE.
-TEST_F(NumericField, RealLeavingBringsTheTextToItsDecimalPlaces) {
+// Real text is brought to its decimal places on leaving (no EN_CHANGE) and on setting; long double goes in as a
+// double and comes out as a float (4 bytes).
+TEST_F(NumericField, RealDecimalPlacesAndValueTypes) {
     const struct { const char* method; const char* typed; const char* left; } cases[] = {
         {"@DECP(2)", "3.14159", "3.14"}, {"@DECP(2)", "2.675", "2.68"}, {"@DECP(2)", "7", "7.00"},
         {"@DECP(2)", ".5", "0.50"},      {"@DECP(0)", "3.99", "3"},     {"", "12.345", "12.345"}};
@@ -239,14 +235,10 @@ TEST_F(NumericField, RealLeavingBringsTheTextToItsDecimalPlaces) {
         EXPECT_EQ(Text(field_), c.left) << c.method << " " << c.typed;
         EXPECT_EQ(Codes(), std::vector<WORD>{EN_KILLFOCUS});
     }
-}
-
-// Set values are rounded to the places; long double goes in as a double and comes out as a float (4 bytes).
-TEST_F(NumericField, RealValuesInAndOut) {
-    const struct { const char* method; double value; const char* shown; } cases[] = {
+    const struct { const char* method; double value; const char* shown; } set[] = {
         {"@DECP(0)", 3.99, "4"}, {"", 12.345, "12"}, {"@DECP(3)", 0.0, "0.000"}, {"@DECP(3)@BLNK", 0.0, ""},
         {"@BLNK", -0.0, ""}, {"@DECP(2)", 0.5, "0.50"}, {"@DECP(2)", -1234.5, "-1234.50"}, {"", 0.0, "0"}};
-    for (const auto& c : cases) {
+    for (const auto& c : set) {
         MakeOf(real, REAL_DOUBLE, c.method);
         SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(&c.value));
         EXPECT_EQ(Text(field_), c.shown) << c.method << " " << c.value;

@@ -38,23 +38,19 @@ TEST_F(StringField, TypingAndFocusNotifyTheParentLikeAnEditControl) {
     EXPECT_EQ(Codes(), (std::vector<WORD>{EN_KILLFOCUS, EN_SETFOCUS}));
 }
 
-TEST_F(StringField, TypedCharactersAreFilteredByMethodAndStyle) {
+TEST_F(StringField, TypedCharactersAreFilteredOrRefused) {
     const struct { const char* method; DWORD style; const char* typed; const char* result; } cases[] = {
         {"@INCLUDE(xyz)", 0, "axbyczd", "xyz"}, {"@EXCLUDE(xyz)", 0, "axbyczd", "abcd"}, {"@NUM", 0, "a1b2 3", "123"},
-        {"", STR_NUMERIC, "a1b2", "12"},        {"", STR_ALPHA, "a1 b2", "a b"},         {"@UP", 0, "abC", "ABC"},
-        {"", STR_ALPHANUM, "a1 -b2.", "a1 b2"}, {"@LIMIT(3)", 0, "abcdef", "abc"},       {"", STR_UPPER, "ab", "AB"},
-        {"", STR_LOWER, "AbC", "abc"},          {"", STR_FIRSTCHARUPPER, "abc", "Abc"},
+        {"", STR_NUMERIC, "a1b2", "12"}, {"", STR_ALPHA, "a1 b2", "a b"}, {"@UP", 0, "abC", "ABC"},
+        {"", STR_ALPHANUM, "a1 -b2.", "a1 b2"}, {"@LIMIT(3)", 0, "abcdef", "abc"}, {"", STR_UPPER, "ab", "AB"},
+        {"", STR_LOWER, "AbC", "abc"}, {"", STR_FIRSTCHARUPPER, "abc", "Abc"},
         {"@MASK(###-##)", 0, "1a2b345678", "12345"}, {"@MASK(@@?)", 0, "a1b2", "ab2"}};
     for (const auto& c : cases) {
         Make(c.style, c.method);
         Type(field_, c.typed);
         EXPECT_EQ(Text(field_), c.result) << c.method << " / style " << c.style << " / typed " << c.typed;
     }
-}
-
-// A refused key changes nothing and tells the parent nothing; @NUM stays on once set.
-TEST_F(StringField, RefusalsChangeNothing) {
-    SetMethod("@NUM");
+    Make(0, "@NUM");  // a refused key changes nothing and tells the parent nothing; @NUM stays on once set
     SetMethod("@LIMIT(4)@EXCLUDE(5)");
     EXPECT_TRUE(GetWindowLongA(field_, GWL_STYLE) & STR_NUMERIC);
     Type(field_, "1234");
@@ -69,7 +65,7 @@ TEST_F(StringField, RefusalsChangeNothing) {
     EXPECT_EQ(Text(field_), "194") << "a selection is replaced whatever the limit";
 }
 
-TEST_F(StringField, KeysEditAroundTheCaret) {
+TEST_F(StringField, KeysEditAroundTheCaretAndUseTheClipboard) {
     Type(field_, "abcd");
     for (UINT vk : {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}) Key(field_, vk);
     Type(field_, "x");
@@ -83,10 +79,8 @@ TEST_F(StringField, KeysEditAroundTheCaret) {
     Key(field_, VK_BACK);
     EXPECT_EQ(Text(field_), "b");
     EXPECT_EQ(Codes(), (std::vector<WORD>(8, EN_CHANGE)));
-}
-
-// Copying takes the character after the selection along: keep it. Paste replaces the whole text quietly.
-TEST_F(StringField, ClipboardKeys) {
+    // Copying takes the character after the selection along: keep it. Paste replaces the whole text quietly.
+    Key(field_, VK_BACK);
     Type(field_, "abcd");
     SendMessageA(field_, EM_SETSEL, 1, 3);
     Press(VK_CONTROL, 'C');
@@ -107,7 +101,7 @@ TEST_F(StringField, ClipboardKeys) {
 }
 
 // Values go in and out without change notices, at most limit + 1 bytes; the limit is the size of the text type.
-TEST_F(StringField, ValuesTypeAndLimit) {
+TEST_F(StringField, ValuesLimitsAndSettingMessages) {
     SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("hello"));
     EXPECT_EQ(Text(field_), "hello");
     EXPECT_TRUE(Codes().empty());
@@ -126,10 +120,8 @@ TEST_F(StringField, ValuesTypeAndLimit) {
     EXPECT_EQ(out[4], '#');
     SendMessageA(field_, GXM_SETLIMIT, 0, 99);
     EXPECT_EQ(SendMessageA(field_, GXM_GETLIMIT, 0, 0), 0);
-}
-
-// The setting messages edit the method string, which is read again at each keystroke.
-TEST_F(StringField, MethodEditingMessages) {
+    // The setting messages edit the method string, which is read again at each keystroke.
+    SetWindowTextA(field_, "");
     SetMethod("@NUM@INCLUDE(abc)@LIMIT(5)");
     EXPECT_EQ(Get(GXM_INCLUDE), "abc");
     SendMessageA(field_, GXM_INCLUDE, 1, reinterpret_cast<LPARAM>(""));
