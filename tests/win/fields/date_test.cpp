@@ -1,67 +1,22 @@
-// gxDate32 driven the way a dialog drives it: digits typed and zeroed, the
-// text shown through its mask, the century completed on leaving, values in
-// and out in every form, and validation by the order of the style.
-
-#include <gtest/gtest.h>
-
-#include <cstring>
+// gxDate32 as a dialog drives it: digits zeroed, the mask drawn, the century completed, values, validation.
 #include <ctime>
-#include <string>
-#include <vector>
+#include <memory>
 
-#include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
-#include "tests/support/recorder.h"
-#include "tests/support/window.h"
+#include "tests/win/fields/number_test.h"
 
 namespace {
 
-std::string Text(HWND h) {
-    char buffer[200] = "";
-    GetWindowTextA(h, buffer, sizeof buffer);
-    return buffer;
-}
+using namespace numtest;
 
-void Type(HWND h, const char* keys) {
-    for (const char* k = keys; *k; ++k) SendMessageA(h, WM_CHAR, static_cast<unsigned char>(*k), 1);
-}
-
-void Keys(HWND h, std::initializer_list<UINT> keys) {
-    for (UINT vk : keys) SendMessageA(h, WM_KEYDOWN, vk, 1);
-}
-
-int Caret(HWND h) { return GetWindowLongA(h, 16); }
-
-class Shift {
-public:
-    Shift() {
-        GetKeyboardState(saved_);
-        BYTE state[256];
-        std::memcpy(state, saved_, sizeof state);
-        state[VK_SHIFT] = 0x80;
-        SetKeyboardState(state);
-    }
-    ~Shift() { SetKeyboardState(saved_); }
-
-private:
-    BYTE saved_[256];
+// The system's short-date pattern for the length of a test, put back after (removed when there was none).
+struct ShortDate {
+    char saved[64] = "";
+    bool had = GetProfileStringA("intl", "sShortDate", "\x01", saved, sizeof saved) > 0 && saved[0] != '\x01';
+    explicit ShortDate(const char* pattern) { WriteProfileStringA("intl", "sShortDate", pattern); }
+    ~ShortDate() { WriteProfileStringA("intl", "sShortDate", had ? saved : nullptr); }
 };
 
-// The system's short-date pattern for the length of a test, put back after.
-class ShortDate {
-public:
-    explicit ShortDate(const char* pattern) {
-        had_ = GetProfileStringA("intl", "sShortDate", "\x01", saved_, sizeof saved_) > 0 && saved_[0] != '\x01';
-        WriteProfileStringA("intl", "sShortDate", pattern);
-    }
-    ~ShortDate() { WriteProfileStringA("intl", "sShortDate", had_ ? saved_ : nullptr); }
-
-private:
-    char saved_[64] = "";
-    bool had_ = false;
-};
-
-// Pixels of a window's client area.
 std::vector<COLORREF> Pixels(HWND h) {
     RECT r;
     GetClientRect(h, &r);
@@ -73,29 +28,15 @@ std::vector<COLORREF> Pixels(HWND h) {
     return out;
 }
 
-class DateField : public ::testing::Test {
+class DateField : public NumberField {
 protected:
-    void Make(DWORD style, const char* method = nullptr) {
-        if (field_) DestroyWindow(field_);
-        field_ = CreateWindowExA(0, "gxDate32", "", WS_CHILD | WS_VISIBLE | style, 10, 10, 200, 24, parent_,
-                                 reinterpret_cast<HMENU>(42), GetModuleHandleA(nullptr), nullptr);
-        ASSERT_NE(field_, nullptr);
-        if (method) SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
-        SetFocus(field_);
-        parent_.clear();
-    }
-    void TearDown() override {
-        if (field_) DestroyWindow(field_);
-    }
-    void Leave() { SetFocus(parent_); }
+    DateField() : NumberField("gxDate32") {}
     LONG Style() const { return GetWindowLongA(field_, GWL_STYLE) & 0xFFFF; }
-
-    fktest::RecordingParent parent_;
-    HWND field_ = nullptr;
+    int Caret() const { return GetWindowLongA(field_, 16); }
+    LRESULT Validate() { return SendMessageA(field_, GXM_VALIDATE, 0, 0); }
 };
 
-// What the field paints is its raw text through the mask: the same pixels
-// as the editing core draws for the screen text on a window of the same size.
+// The field paints its raw text through the mask: the pixels the core draws for the screen text on a twin window.
 TEST_F(DateField, ShowsTheDigitsThroughItsMask) {
     Make(DATE_YYYYMMDD, "@DOT");
     EXPECT_EQ(SendMessageA(field_, GXM_DATE_GETFORMAT, 0, 0), MAKELONG('.', 7));
@@ -103,15 +44,10 @@ TEST_F(DateField, ShowsTheDigitsThroughItsMask) {
     EXPECT_EQ(Text(field_), "19991231");
     Leave();
     RedrawWindow(field_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = DefWindowProcA;
-    wc.cbWndExtra = 28;
-    wc.hInstance = GetModuleHandleA(nullptr);
-    wc.lpszClassName = "FkDateReference";
+    WNDCLASSA wc{0, DefWindowProcA, 0, 28, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr, "FkDateRef"};
     RegisterClassA(&wc);
-    fktest::UniqueWindow ref(CreateWindowExA(0, "FkDateReference", "", WS_CHILD | WS_VISIBLE, 10, 50, 200, 24,
-                                             parent_, nullptr, GetModuleHandleA(nullptr), nullptr));
+    fktest::UniqueWindow ref(CreateWindowExA(0, "FkDateRef", "", WS_CHILD | WS_VISIBLE, 10, 100, 240, 24,
+                                             parent_, nullptr, wc.hInstance, nullptr));
     SetWindowLongA(ref, 8, GetWindowLongA(field_, 8));
     UpdateWindow(ref);
     auto drawn = [&](const char* screen) {
@@ -123,124 +59,71 @@ TEST_F(DateField, ShowsTheDigitsThroughItsMask) {
     EXPECT_NE(field, drawn("1999/12/31")) << "the comparison sees a different separator";
 }
 
-struct Editing {
-    const char* start;
-    std::vector<UINT> keys;  // VK_SHIFT in the list: the keys after it are shifted
-    const char* typed;
-    const char* text;
-    int caret;
-};
-
-// Digits are zeroed or overwritten, never removed; the caret moves in raw
-// positions.
+// Digits are zeroed or overwritten, never removed; the caret moves in raw positions; every edit is announced.
 TEST_F(DateField, KeysZeroDigitsAndKeepTheLength) {
-    const Editing cases[] = {
-        {"12311999", {VK_END, VK_BACK}, "", "12311990", 7},
+    // VK_SHIFT in the list of keys: the keys after it are shifted.
+    const struct { const char* start; std::vector<UINT> keys; const char *typed, *text; int caret; } cases[] = {
+        {"12311999", {VK_END, VK_BACK}, "", "12311990", 7}, {"12311999", {VK_END, VK_DELETE}, "", "12311999", 8},
         {"12311999", {VK_HOME, VK_DELETE, VK_DELETE}, "", "00311999", 2},
-        {"12311999", {VK_END, VK_DELETE}, "", "12311999", 8},
-        {"12311999", {VK_HOME, VK_BACK}, "", "12311999", 0},
+        {"12311999", {VK_HOME, VK_BACK}, "", "12311999", 0}, {"1231", {VK_HOME, VK_RIGHT}, "9", "19231", 2},
         {"12311999", {VK_HOME, VK_SHIFT, VK_RIGHT, VK_RIGHT, VK_RIGHT}, "5", "50011999", 1},
         {"12311999", {VK_HOME, VK_SHIFT, VK_RIGHT, VK_RIGHT, VK_RIGHT, VK_BACK}, "", "00011999", 0},
-        {"1231", {VK_HOME, VK_RIGHT}, "9", "19231", 2},
         {"12311999", {VK_END}, "5", "12311999", 8},  // full, caret behind the last slot
-        {"", {}, "1a2/3", "123", 3},
-    };
-    for (const Editing& c : cases) {
+        {"", {}, "1a2/3", "123", 3}};
+    for (const auto& c : cases) {
         Make(DATE_MMDDYYYY);
         SetWindowTextA(field_, c.start);
-        {
-            std::unique_ptr<Shift> shift;
-            for (UINT vk : c.keys) {
-                if (vk == VK_SHIFT)
-                    shift = std::make_unique<Shift>();
-                else
-                    Keys(field_, {vk});
-            }
-        }
+        std::unique_ptr<Held> shift;
+        for (UINT vk : c.keys) vk == VK_SHIFT ? shift.reset(new Held({VK_SHIFT})) : Key(field_, vk);
+        shift.reset();
         Type(field_, c.typed);
         EXPECT_EQ(Text(field_), c.text) << c.start << " / " << c.typed;
-        EXPECT_EQ(Caret(field_), c.caret) << c.start << " / " << c.typed;
+        EXPECT_EQ(Caret(), c.caret) << c.start << " / " << c.typed;
     }
-    // Every edit is announced.
-    Make(DATE_MMDDYY);
-    Type(field_, "12");
-    Keys(field_, {VK_BACK});
-    EXPECT_EQ(parent_.CommandCodes(), (std::vector<WORD>(3, EN_CHANGE)));
+    Key(field_, VK_BACK);  // the three digits of the last case and the Backspace are announced
+    EXPECT_EQ(Codes(), (std::vector<WORD>(4, EN_CHANGE)));
     EXPECT_EQ(SendMessageA(field_, EM_GETMODIFY, 0, 0), 1);
 }
 
-TEST_F(DateField, DefaultStyleFollowsTheSystemShortDate) {
+TEST_F(DateField, SystemShortDateFormatAndCentury) {
     ShortDate pattern("dd.MM.yy");
     Make(DATE_DEFAULT);
     EXPECT_EQ(Style(), DATE_DDMMYYYY | DATE_DOT);
     EXPECT_EQ(SendMessageA(field_, GXM_DATE_GETFORMAT, 0, 0), MAKELONG('.', 5));
-    Type(field_, "311299");
-    Leave();
-    EXPECT_EQ(Text(field_), "31121999");
-    // "@FORMAT" is ORed into the style, and "@DASH" wins over the system's dot
-    // only where no separator was chosen.
     Make(DATE_MMDDYY, "@FORMAT(DDMMYY)@DASH");
-    EXPECT_EQ(Style(), 6 | DATE_DASH);
-    Make(DATE_MMDDYY | DATE_SLASH, "@DOT");
-    EXPECT_EQ(Style(), DATE_MMDDYY | DATE_SLASH);
+    EXPECT_EQ(Style(), 6 | DATE_DASH) << "@FORMAT is ORed in; @DASH wins over the system's dot";
     Make(DATE_MMDDYY);
     EXPECT_EQ(Style(), DATE_MMDDYY) << "a chosen order is not resolved at creation";
-}
-
-struct Leaving {
-    DWORD style;
-    const char* typed;
-    const char* after;
-};
-
-TEST_F(DateField, LeavingCompletesTheCentury) {
-    const Leaving cases[] = {
-        {DATE_MMDDYYYY, "123195", "12311995"},
-        {DATE_MMDDYYYY, "120095", "120095"},  // day 00: the year stays as typed
-        {DATE_MMDDYY, "123195", "123195"},
-    };
-    for (const Leaving& c : cases) {
+    // Leaving completes the century of four-digit years, unless the day is 00.
+    const struct { DWORD style; const char* typed; const char* after; } cases[] = {
+        {DATE_MMDDYYYY, "123195", "12311995"}, {DATE_MMDDYY, "123195", "123195"},
+        {DATE_MMDDYYYY, "120095", "120095"}, {DATE_DEFAULT, "311299", "31121999"}};
+    for (const auto& c : cases) {
         Make(c.style);
         Type(field_, c.typed);
         Leave();
         EXPECT_EQ(Text(field_), c.after) << c.typed;
-        EXPECT_EQ(parent_.CommandCodes().back(), EN_KILLFOCUS);
+        EXPECT_EQ(Codes().back(), EN_KILLFOCUS);
     }
 }
 
-struct RoundTrip {
-    DWORD style;
-    int year, month, day;
-    const char* raw;
-};
-
-TEST_F(DateField, DatesAndCalendarTimesRoundTrip) {
-    const RoundTrip cases[] = {
+TEST_F(DateField, ValuesInEveryForm) {
+    const struct { DWORD style; int year, month, day; const char* raw; } cases[] = {
         {DATE_MMDDYYYY, 99, 11, 31, "12311999"},
         {DATE_DDMMYYYY, 104, 1, 29, "29022004"},
-        {DATE_MMDDYY, 101, 0, 1, "0101101"},  // the year of 2001 in a two-digit field
-    };
-    for (const RoundTrip& c : cases) {
+        {DATE_MMDDYY, 101, 0, 1, "0101101"}};  // the year of 2001 in a two-digit field
+    for (const auto& c : cases) {
         Make(c.style);
-        struct tm in{};
-        in.tm_year = c.year;
-        in.tm_mon = c.month;
-        in.tm_mday = c.day;
+        struct tm in{0, 0, 0, c.day, c.month, c.year};
         SendMessageA(field_, GXM_SETVALUE, GXT_TMSTRUCT, reinterpret_cast<LPARAM>(&in));
         EXPECT_EQ(Text(field_), c.raw);
-        struct tm out{};
-        out.tm_hour = 7;
+        struct tm out{0, 0, 7};
         SendMessageA(field_, GXM_GETVALUE, GXT_TMSTRUCT, reinterpret_cast<LPARAM>(&out));
-        EXPECT_EQ(out.tm_year, c.year) << c.raw;
-        EXPECT_EQ(out.tm_mon, c.month) << c.raw;
-        EXPECT_EQ(out.tm_mday, c.day) << c.raw;
+        EXPECT_EQ(out.tm_year * 10000 + out.tm_mon * 100 + out.tm_mday, c.year * 10000 + c.month * 100 + c.day);
         EXPECT_EQ(out.tm_hour, 7) << "only the date is written";
-
-        // Calendar time: local midnight of the day comes back as it went.
         if (c.style == DATE_MMDDYY) continue;
-        struct tm local = in;
-        local.tm_isdst = -1;
-        const LONG seconds = static_cast<LONG>(mktime(&local));
+        in.tm_isdst = -1;  // calendar time: local midnight of the day comes back as it went
+        const LONG seconds = static_cast<LONG>(mktime(&in));
         Make(c.style | DATE_LONG);
         SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(&seconds));
         EXPECT_EQ(Text(field_), c.raw);
@@ -248,23 +131,18 @@ TEST_F(DateField, DatesAndCalendarTimesRoundTrip) {
         SendMessageA(field_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(&back));
         EXPECT_EQ(back, seconds) << c.raw;
     }
-    // The empty date: zeros of the width, month 0 when read.
+    // The empty date: zeros of the width, month 0 when read; nothing with @BLNK.
     Make(DATE_MMDDYYYY);
     SendMessageA(field_, GXM_SETVALUE, 0, 0);
     EXPECT_EQ(Text(field_), "00000000");
-    struct tm empty{};
-    empty.tm_mon = 5;
+    struct tm empty{0, 0, 0, 0, 5};
     SendMessageA(field_, GXM_GETVALUE, GXT_TMSTRUCT, reinterpret_cast<LPARAM>(&empty));
     EXPECT_EQ(empty.tm_mon, 0);
     EXPECT_EQ(empty.tm_mday, 0);
-    SendMessageA(field_, GXM_SETVALUE, GXT_TMSTRUCT, reinterpret_cast<LPARAM>(&empty));
-    EXPECT_EQ(Text(field_), "00000000");
-    SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@BLNK"));
+    SetMethod("@BLNK");
     SendMessageA(field_, GXM_SETVALUE, GXT_TMSTRUCT, reinterpret_cast<LPARAM>(&empty));
     EXPECT_EQ(Text(field_), "");
-}
-
-TEST_F(DateField, TodayTypesAndText) {
+    // "@DATE" makes every value today; text is the raw text of at most 20 characters.
     Make(DATE_MMDDYYYY | DATE_CHAR, "@DATE");
     const std::time_t now = std::time(nullptr);
     char today[16];
@@ -272,7 +150,6 @@ TEST_F(DateField, TodayTypesAndText) {
     EXPECT_EQ(Text(field_), today);
     SendMessageA(field_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("01011990"));
     EXPECT_EQ(Text(field_), today) << "every value set is today";
-
     LONG size = 0;
     EXPECT_EQ(SendMessageA(field_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&size)), GXT_TEXT);
     EXPECT_EQ(size, 20);
@@ -290,41 +167,29 @@ TEST_F(DateField, TodayTypesAndText) {
     EXPECT_FALSE(IsWindowEnabled(field_));
 }
 
-// Validation hands the engine the date with the type code of the order,
-// which reads the range bounds in the same order; the parent that takes the
-// error sees it.
-struct Bound {
-    DWORD style;
-    const char* method;
-    const char* below;
-    const char* at;
-};
-
+// Validation passes the type code of the order, which reads the bounds in that order; the parent takes the error.
 TEST_F(DateField, ValidatesWithTheTypeCodeOfItsOrder) {
     fktest::MessageBoxWatcher boxes;
-    parent_.reply = [&](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (msg == GXN_ERROR) return GXR_HANDLED;
-        return std::nullopt;
+    parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
     };
-    const Bound cases[] = {
-        {DATE_MMDDYY, "@RNG(06/15/95,)", "061495", "061595"},
-        {DATE_MMDDYYYY, "@RNG(06/15/1995,)", "06141995", "06151995"},
-        {DATE_DDMMYY, "@RNG(15/06/95,)", "140695", "150695"},
-        {DATE_DDMMYYYY, "@RNG(15/06/1995,)", "14061995", "15061995"},
+    const struct { DWORD style; const char* method; const char* below; const char* at; } cases[] = {
+        {DATE_MMDDYY, "@RNG(06/15/95,)", "061495", "061595"}, {DATE_DDMMYY, "@RNG(15/06/95,)", "140695", "150695"},
         {DATE_YYMMDD, "@RNG(95/06/15,)", "950614", "950615"},
-        {DATE_YYYYMMDD, "@RNG(1995/06/15,)", "19950614", "19950615"},
-    };
-    for (const Bound& c : cases) {
+        {DATE_MMDDYYYY, "@RNG(06/15/1995,)", "06141995", "06151995"},
+        {DATE_DDMMYYYY, "@RNG(15/06/1995,)", "14061995", "15061995"},
+        {DATE_YYYYMMDD, "@RNG(1995/06/15,)", "19950614", "19950615"}};
+    for (const auto& c : cases) {
         Make(c.style, c.method);
-        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0) << "empty without @MND";
+        EXPECT_EQ(Validate(), 0) << "empty without @MND";
         SetWindowTextA(field_, c.below);
-        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), -1) << c.method;
+        EXPECT_EQ(Validate(), -1) << c.method;
         EXPECT_EQ(parent_.Of(GXN_ERROR).size(), 1u) << c.method;
         SetWindowTextA(field_, c.at);
-        EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), 0) << c.method;
+        EXPECT_EQ(Validate(), 0) << c.method;
     }
     Make(DATE_MMDDYYYY, "@MND");
-    EXPECT_EQ(SendMessageA(field_, GXM_VALIDATE, 0, 0), -1);
+    EXPECT_EQ(Validate(), -1);
     EXPECT_TRUE(boxes.boxes().empty());
 }
 

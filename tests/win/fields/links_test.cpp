@@ -1,92 +1,66 @@
-// The library's own controls linked over DDE, each in a window of its own,
-// the way a dialog hands the initiate broadcast to its children.
-
+// The library's own controls linked over DDE and by dragging, each in a window of its own, the way a dialog hands
+// the initiate broadcast to its children.
 #include <gtest/gtest.h>
 
 #include <dde.h>
 
-#include <optional>
-#include <string>
-
-#include "include/fldkit.h"
-#include "tests/support/recorder.h"
+#include "tests/win/fields/number_test.h"
 
 namespace {
 
-std::string Text(HWND h) {
-    char buffer[200] = "";
-    GetWindowTextA(h, buffer, sizeof buffer);
-    return buffer;
-}
+using numtest::Text;
 
-// Lets posted DDE messages arrive; bounded.
-void Settle() {
-    for (int i = 0; i < 50; ++i) {
-        MSG msg;
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
-        Sleep(2);
-    }
+void Settle() {  // lets posted messages arrive; bounded
+    for (int i = 0; i < 50; ++i) fktest::PumpMessages(), Sleep(2);
 }
 
 // Passes an initiate on to the children, as an application's dialog does.
 void ForwardInitiates(fktest::RecordingParent& parent) {
-    HWND self = parent.hwnd();
-    parent.reply = [self](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
+    parent.reply = [self = parent.hwnd()](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
         if (msg != WM_DDE_INITIATE) return std::nullopt;
         for (HWND c = GetWindow(self, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) SendMessageA(c, msg, wp, lp);
         return 0;
     };
 }
 
-HWND Child(HWND parent, const char* cls, int id) {
-    return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10 + 30 * id, 200, 24, parent,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
+HWND Child(HWND parent, const char* cls, int id, const char* method) {
+    HWND h = CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10 + 30 * id, 200, 24, parent,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
+    return h;
 }
 
 TEST(ControlLinks, StringFieldServesText3DAndTickerClients) {
     fktest::RecordingParent serverWindow, clientWindow;
     ForwardInitiates(serverWindow);
     ForwardInitiates(clientWindow);
-    HWND server = Child(serverWindow, "gxString32", 1);
-    SendMessageA(server, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@SERVER(FkApp,Prices,Item)"));
-    HWND text = Child(clientWindow, "gxText3D32", 1);
-    HWND ticker = Child(clientWindow, "gxTicker32", 2);
-    SendMessageA(text, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@CLIENT(FkApp,Prices,Item)NOAUTOSTART"));
-    SendMessageA(ticker, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@CLIENT(FkApp,Prices,Item)NOAUTOSTART"));
+    HWND server = Child(serverWindow, "gxString32", 1, "@SERVER(FkApp,Prices,Item)");
+    HWND text = Child(clientWindow, "gxText3D32", 1, "@CLIENT(FkApp,Prices,Item)NOAUTOSTART");
+    HWND ticker = Child(clientWindow, "gxTicker32", 2, "@CLIENT(FkApp,Prices,Item)NOAUTOSTART");
     Settle();
     EXPECT_EQ(GetPropA(text, "CLIENT"), server);
     EXPECT_EQ(GetPropA(ticker, "CLIENT"), server);
-
     SetFocus(server);
-    for (char c : std::string("42.5")) SendMessageA(server, WM_CHAR, c, 1);
+    numtest::Type(server, "42.5");
     Settle();
     EXPECT_EQ(Text(text), "42.5");
     EXPECT_EQ(Text(ticker), "42.5");
-
     SendMessageA(server, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("7"));
     Settle();
     EXPECT_EQ(Text(text), "7");
-
-    // Destroying the server ends the links; the clients keep their last value.
-    DestroyWindow(server);
+    DestroyWindow(server);  // ends the links; the clients keep their last value
     Settle();
     EXPECT_EQ(Text(ticker), "7");
     DestroyWindow(text);
     DestroyWindow(ticker);
 }
 
-}  // namespace
-
-namespace {
-
-// A drag with the mouse from one string field onto another: the field
-// routes the button and move messages to the drag service itself.
+// A drag with the mouse from one string field onto another: the field routes the button and move messages to the
+// drag service itself.
 TEST(ControlLinks, StringFieldsDragTextOntoEachOther) {
     fktest::RecordingParent parent;
-    HWND source = Child(parent, "gxString32", 1);
-    HWND target = Child(parent, "gxString32", 2);
-    SendMessageA(source, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DRAGSRC(1)"));  // a move
-    SendMessageA(target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
+    HWND source = Child(parent, "gxString32", 1, "@DRAGSRC(1)");  // a move
+    HWND target = Child(parent, "gxString32", 2, "@DROPTARG");
     SendMessageA(source, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("dragged"));
     POINT at{5, 5};
     MapWindowPoints(target, source, &at, 1);

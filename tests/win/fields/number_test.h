@@ -1,5 +1,4 @@
-// What the numeric and real field tests share: a field on a recording
-// parent with a neighbour to take the focus, typing, keys with modifiers.
+// What the field tests share: a field on a recording parent with a neighbour to take the focus, keys, modifiers.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -28,8 +27,7 @@ inline void Type(HWND h, const char* keys) {
 
 inline void Key(HWND h, UINT vk) { SendMessageA(h, WM_KEYDOWN, vk, 1); }
 
-// Holds modifier keys down in this thread's keyboard state.
-class Held {
+class Held {  // holds modifier keys down in this thread's keyboard state
 public:
     explicit Held(std::initializer_list<int> keys) {
         GetKeyboardState(saved_);
@@ -39,7 +37,6 @@ public:
         SetKeyboardState(state);
     }
     ~Held() { SetKeyboardState(saved_); }
-
 private:
     BYTE saved_[256];
 };
@@ -72,11 +69,8 @@ protected:
         SetFocus(field_);
         parent_.clear();
     }
-    void SetMethod(const char* method) {
-        SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
-    }
-    // The field's own notices, in order of arrival.
-    std::vector<WORD> Codes() const {
+    void SetMethod(const char* method) { SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method)); }
+    std::vector<WORD> Codes() const {  // the field's own notices, in order of arrival
         std::vector<WORD> ours;
         for (const auto& m : parent_.Of(WM_COMMAND))
             if (reinterpret_cast<HWND>(m.lp) == field_) ours.push_back(HIWORD(m.wp));
