@@ -26,8 +26,8 @@ namespace {
 constexpr COLORREF kBackground = RGB(0, 128, 128);
 constexpr RECT kWindow{10, 10, 70, 40};  // the control, right and bottom exclusive
 
-// Roles: S shadow, H highlight, G light grey, K black, D system shadow (the drop
-// shadow), B untouched; d, h, l the system's dark shadow, highlight and light.
+// Roles: S shadow, H highlight, G light grey, K black, D system shadow (the drop shadow), B untouched;
+// d, h, l the system's dark shadow, highlight and light.
 struct Probe { int x, y; char role; };
 struct LevelCase { WORD level; std::vector<Probe> probes; };
 const LevelCase kLevels[] = {
