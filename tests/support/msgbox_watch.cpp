@@ -18,29 +18,23 @@ MessageBoxWatcher::~MessageBoxWatcher() {
 }
 
 LRESULT CALLBACK MessageBoxWatcher::Hook(int code, WPARAM wp, LPARAM lp) {
-    if (code == HCBT_ACTIVATE && current != nullptr) {
-        HWND window = reinterpret_cast<HWND>(wp);
-        char cls[32] = "";
-        GetClassNameA(window, cls, sizeof cls);
-        if (lstrcmpA(cls, "#32770") == 0 && GetDlgItem(window, kMessageTextId) != nullptr) current->Answer(window);
+    HWND box = reinterpret_cast<HWND>(wp);
+    char cls[32] = "", text[1024] = "", caption[256] = "";
+    if (code == HCBT_ACTIVATE && current != nullptr && GetClassNameA(box, cls, sizeof cls) &&
+        lstrcmpA(cls, "#32770") == 0 && GetDlgItem(box, kMessageTextId) != nullptr) {
+        GetDlgItemTextA(box, kMessageTextId, text, sizeof text);
+        GetWindowTextA(box, caption, sizeof caption);
+        current->boxes_.push_back({text, caption, GetWindow(box, GW_OWNER)});
+        int button = current->answer_;
+        for (int fallback : {current->answer_, IDOK, IDCANCEL, IDNO})
+            if (GetDlgItem(box, fallback) != nullptr) {
+                button = fallback;
+                break;
+            }
+        PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     }
     return CallNextHookEx(nullptr, code, wp, lp);
-}
-
-void MessageBoxWatcher::Answer(HWND box) {
-    char text[1024] = "";
-    char caption[256] = "";
-    GetDlgItemTextA(box, kMessageTextId, text, sizeof text);
-    GetWindowTextA(box, caption, sizeof caption);
-    boxes_.push_back({text, caption, GetWindow(box, GW_OWNER)});
-    int button = answer_;
-    for (int fallback : {answer_, IDOK, IDCANCEL, IDNO}) {
-        if (GetDlgItem(box, fallback) != nullptr) {
-            button = fallback;
-            break;
-        }
-    }
-    PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
 }
 
 }  // namespace fktest

@@ -1,5 +1,4 @@
-// Answers modal message boxes shown on this thread and records them, so
-// that no test waits for a user.
+// Answers modal message boxes shown on this thread and records them, so that no test waits for a user.
 #pragma once
 
 #include <windows.h>
@@ -17,20 +16,16 @@ struct ShownBox {
 
 class MessageBoxWatcher {
 public:
-    // answer: the button to press (IDOK, IDYES, IDNO, ...); when the box has
-    // no such button the first of IDOK, IDCANCEL, IDNO that it has is pressed.
+    // answer: the button to press; when the box has no such button, the first of IDOK, IDCANCEL, IDNO it has.
     explicit MessageBoxWatcher(int answer = IDOK);
     ~MessageBoxWatcher();
     MessageBoxWatcher(const MessageBoxWatcher&) = delete;
     MessageBoxWatcher& operator=(const MessageBoxWatcher&) = delete;
-
     const std::vector<ShownBox>& boxes() const { return boxes_; }
     void clear() { boxes_.clear(); }
 
 private:
     static LRESULT CALLBACK Hook(int code, WPARAM wp, LPARAM lp);
-    void Answer(HWND box);
-
     HHOOK hook_;
     int answer_;
     MessageBoxWatcher* previous_;

@@ -1,6 +1,4 @@
-// A top-level parent window that records what it receives, in the style of
-// message-sequence tests: controls are created as its children, the test
-// acts on them and then compares what the parent saw.
+// A top-level parent that records what it receives: controls are its children, tests compare what it saw.
 #pragma once
 
 #include <windows.h>
@@ -11,11 +9,7 @@
 
 namespace fktest {
 
-struct Msg {
-    UINT msg;
-    WPARAM wp;
-    LPARAM lp;
-};
+struct Msg { UINT msg; WPARAM wp; LPARAM lp; };
 
 class RecordingParent {
 public:

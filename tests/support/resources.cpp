@@ -10,13 +10,7 @@ namespace {
 // (0 under Wine and for stock objects). Windows points PEB->GdiSharedHandleTable (0x94) at it; 32-bit Wine 8
 // leaves that null: the table is then the committed region of that size describing two fresh objects.
 #pragma pack(push, 1)
-struct GdiEntry {
-    uint64_t object;
-    uint32_t owner;
-    uint16_t unique;
-    uint8_t type, flags;
-    uint64_t user;
-};
+struct GdiEntry { uint64_t object; uint32_t owner; uint16_t unique; uint8_t type, flags; uint64_t user; };
 #pragma pack(pop)
 static_assert(sizeof(GdiEntry) == 24, "GDI handle entries are 24 bytes");
 constexpr SIZE_T kTableBytes = sizeof(GdiEntry) * 0x10000;
@@ -32,9 +26,7 @@ bool IsHandleTable(const GdiEntry* table) {
     };
     HGDIOBJ brush = CreateSolidBrush(RGB(1, 2, 3)), pen = CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
     const bool ok = describes(brush) && describes(pen);
-    DeleteObject(brush);
-    DeleteObject(pen);
-    return ok;
+    return DeleteObject(brush), DeleteObject(pen), ok;
 }
 
 const GdiEntry* FindGdiTable() {
@@ -60,8 +52,6 @@ BOOL CALLBACK CountTopLevel(HWND h, LPARAM counter) {
     return CountChild(h, counter);
 }
 
-}  // namespace
-
 long CountGdiObjects() {
     static const GdiEntry* const table = FindGdiTable();
     const uint32_t pid = GetCurrentProcessId() & 0xFFFF;
@@ -71,16 +61,18 @@ long CountGdiObjects() {
     return n;
 }
 
-long CountThreadWindows() {
-    long n = 0;
-    EnumThreadWindows(GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&n));
-    return n;
-}
-
 long CountGlobalAtoms() {
     long n = 0;
     char name[256];
     for (UINT atom = 0xC000; atom <= 0xFFFF; ++atom) n += GlobalGetAtomNameA(static_cast<ATOM>(atom), name, 256) != 0;
+    return n;
+}
+
+}  // namespace
+
+long CountThreadWindows() {
+    long n = 0;
+    EnumThreadWindows(GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&n));
     return n;
 }
 

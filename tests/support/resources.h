@@ -1,6 +1,5 @@
-// Figures of what the process holds (windows, global atoms, GDI objects, heap blocks): tests compare a
-// snapshot before some work with one after; the soak program prints them. GetGuiResources answers 0 under
-// Wine, so GDI objects are counted in the process's GDI handle table.
+// What the process holds (windows, atoms, GDI objects, heap blocks), compared before and after some work.
+// GetGuiResources answers 0 under Wine, so GDI objects are counted in the process's GDI handle table.
 #pragma once
 
 #include <windows.h>
@@ -23,9 +22,7 @@ struct ResourceFigures {
 };
 
 ResourceFigures TakeResourceFigures();  // a few hundred ms under Wine (the atom scan)
-long CountGdiObjects();
 long CountThreadWindows();
-long CountGlobalAtoms();
 HeapFigures MeasureHeap(HANDLE heap);
 // "windows +2 (3 -> 5), gdi -1 (7 -> 6)" for the figures that differ; empty when they agree.
 std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures& after, bool withHeaps);

@@ -4,33 +4,30 @@
 
 namespace fktest {
 
-UniqueWindow MakeParent(WNDPROC proc, int width, int height) {
-    static const char* kClass = "FkTestParent";
-    WNDPROC want = proc ? proc : DefWindowProcA;
-    const char* cls = kClass;
-    char custom[64];
-    if (want != DefWindowProcA) {
-        wsprintfA(custom, "FkTestParent%p", reinterpret_cast<void*>(want));
-        cls = custom;
-    }
+HWND CreateTopLevel(const char* cls, WNDPROC proc, int width, int height, DWORD style, void* param) {
     WNDCLASSA wc{};
     if (!GetClassInfoA(GetModuleHandleA(nullptr), cls, &wc)) {
-        wc.lpfnWndProc = want;
+        wc.lpfnWndProc = proc;
         wc.hInstance = GetModuleHandleA(nullptr);
         wc.hCursor = LoadCursorA(nullptr, IDC_ARROW);
         wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
         wc.lpszClassName = cls;
         RegisterClassA(&wc);
     }
-    HWND h = CreateWindowExA(0, cls, "FieldKit test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, width, height,
-                             nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
-    return UniqueWindow(h);
+    return CreateWindowExA(0, cls, "FieldKit test", WS_OVERLAPPEDWINDOW | WS_VISIBLE | style, 10, 10, width, height,
+                           nullptr, nullptr, GetModuleHandleA(nullptr), param);
+}
+
+UniqueWindow MakeParent(WNDPROC proc, int width, int height) {
+    char cls[64] = "FkTestParent";
+    if (proc && proc != DefWindowProcA) wsprintfA(cls, "FkTestParent%p", reinterpret_cast<void*>(proc));
+    return UniqueWindow(CreateTopLevel(cls, proc ? proc : DefWindowProcA, width, height));
 }
 
 UniqueWindow MakeChild(HWND parent, const char* cls, DWORD style, int id, int width, int height, const char* text) {
-    HWND h = CreateWindowExA(0, cls, text, WS_CHILD | WS_VISIBLE | style, 10, 10, width, height, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
-    return UniqueWindow(h);
+    return UniqueWindow(CreateWindowExA(0, cls, text, WS_CHILD | WS_VISIBLE | style, 10, 10, width, height, parent,
+                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr),
+                                        nullptr));
 }
 
 void PumpMessages() {

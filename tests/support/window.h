@@ -15,11 +15,7 @@ public:
     ~UniqueWindow() { reset(); }
     UniqueWindow(UniqueWindow&& o) noexcept : h_(o.h_) { o.h_ = nullptr; }
     UniqueWindow& operator=(UniqueWindow&& o) noexcept {
-        if (this != &o) {
-            reset();
-            h_ = o.h_;
-            o.h_ = nullptr;
-        }
+        if (this != &o) reset(), h_ = o.h_, o.h_ = nullptr;
         return *this;
     }
     void reset() {
@@ -33,8 +29,10 @@ private:
     HWND h_ = nullptr;
 };
 
-// A visible top-level window to hold controls (its procedure is
-// DefWindowProcA unless a procedure is given).
+// A visible top-level window of class cls (registered with proc on first use), given param at creation.
+HWND CreateTopLevel(const char* cls, WNDPROC proc, int width, int height, DWORD style = 0, void* param = nullptr);
+
+// A visible top-level window to hold controls (DefWindowProcA unless a procedure is given).
 UniqueWindow MakeParent(WNDPROC proc = nullptr, int width = 400, int height = 300);
 
 // A child control of the given class.

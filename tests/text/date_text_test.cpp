@@ -1,11 +1,11 @@
-// The date field's text rules: style resolution, masks, parsing, formatting
-// and what leaving the field does to its raw text.
+// The date field's text rules: style resolution, masks, parsing, formatting, leaving the field.
 
 #include <gtest/gtest.h>
 
 #include <string.h>
 
 #include <string>
+#include <vector>
 
 #include "fields/date_text.h"
 
@@ -13,39 +13,24 @@ namespace {
 
 using namespace fk;
 
-struct Resolution {
-    uint32_t style;
-    const char* method;
-    const char* pattern;
-    char lastSeparator;  // the separator read before
-    uint32_t expected;
-    char separatorAfter;
-};
-
 TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
-    const Resolution cases[] = {
+    const struct { uint32_t style; const char *method, *pattern; char lastSeparator; uint32_t expected;
+                   char separatorAfter; } cases[] = {
         // The order from the system pattern is ORed into the default.
-        {0, "", "MM/dd/yy", 0, 0x0043, '/'},
-        {1, "", "dd.MM.yy", 0, 0x0015, '.'},
-        {1, "", "yyyy-MM-dd", 0, 0x0027, '-'},
-        {1, "", "M/d/yyyy", 0, 0x0043, '/'},
+        {0, "", "MM/dd/yy", 0, 0x0043, '/'},    {1, "", "dd.MM.yy", 0, 0x0015, '.'},
+        {1, "", "yyyy-MM-dd", 0, 0x0027, '-'},  {1, "", "M/d/yyyy", 0, 0x0043, '/'},
         {1, "", "dd MMM yy", '/', 0x0021, 0},  // no order, no separator: dash
         // "@FORMAT" is ORed, not substituted; the pattern is not read then.
-        {1, "@FORMAT(MMDDYY)", "dd.MM.yy", '/', 0x0043, '/'},
-        {2, "@FORMAT(DDMMYY)", "", 0, 0x0026, 0},
+        {1, "@FORMAT(MMDDYY)", "dd.MM.yy", '/', 0x0043, '/'}, {2, "@FORMAT(DDMMYY)", "", 0, 0x0026, 0},
         {1, "@format(yyyymmdd)", "dd.MM.yy", '.', 0x0017, '.'},
-        // A single separator bit stays; otherwise dash, slash, dot in turn,
-        // then the separator read last.
-        {0x0012, "@DASH", "", 0, 0x0012, 0},
-        {0x0032, "@SLASH@DASH", "", 0, 0x0022, 0},
-        {0x0002, "@DOT@SLASH", "", 0, 0x0042, 0},
-        {0x0002, "", "", '/', 0x0042, '/'},
+        // A single separator bit stays; otherwise dash, slash, dot in turn, then the separator read last.
+        {0x0012, "@DASH", "", 0, 0x0012, 0},   {0x0032, "@SLASH@DASH", "", 0, 0x0022, 0},
+        {0x0002, "@DOT@SLASH", "", 0, 0x0042, 0}, {0x0002, "", "", '/', 0x0042, '/'},
         {0x0002, "", "", '.', 0x0012, '.'},
-        // "@DATE", border and value bits stay.
-        {0x2302, "@DATE", "", '/', 0xA342, '/'},
+        {0x2302, "@DATE", "", '/', 0xA342, '/'},  // "@DATE", border and value bits stay
         {0x0002, nullptr, nullptr, '.', 0x0012, '.'},
     };
-    for (const Resolution& c : cases) {
+    for (const auto& c : cases) {
         g_shortDateSeparator = c.lastSeparator;
         EXPECT_EQ(ResolveDateStyle(c.style, c.method, c.pattern), c.expected)
             << c.style << " " << (c.method ? c.method : "null") << " " << (c.pattern ? c.pattern : "null");
@@ -72,69 +57,39 @@ TEST(DateStyle, NineMasks) {
     }
 }
 
-struct Parse {
-    uint32_t style;
-    const char* raw;
-    int day, month, year;
-};
-
 TEST(DateText, ParsesThroughTheMaskWithTheFieldsCenturyRule) {
-    const Parse cases[] = {
-        {0x43, "12311999", 31, 11, 99},
-        {0x43, "123195", 31, 11, 95},
-        {0x43, "12310095", 31, 11, 95},
-        {0x43, "12312005", 31, 11, 105},
-        {0x43, "12310150", 31, 11, 150},  // 2050
+    const struct { uint32_t style; const char* raw; int day, month, year; } cases[] = {
+        {0x43, "12311999", 31, 11, 99}, {0x43, "123195", 31, 11, 95},   {0x43, "12310095", 31, 11, 95},
+        {0x43, "12312005", 31, 11, 105}, {0x43, "12310150", 31, 11, 150},  // 2050
         {0x43, "12001995", 0, 11, 1995},  // no day: the year stays as typed
-        {0x43, "1231", 31, 11, 0},
-        {0x42, "123195", 31, 11, 95},
-        {0x42, "0101101", 1, 0, 101},
+        {0x43, "1231", 31, 11, 0},      {0x42, "123195", 31, 11, 95},   {0x42, "0101101", 1, 0, 101},
         {0x42, "010105", 1, 0, 5},  // 1905: two-digit orders have no window
-        {0x15, "31121999", 31, 11, 99},
-        {0x14, "311299", 31, 11, 99},
-        {0x17, "19991231", 31, 11, 99},
-        {0x16, "991231", 31, 11, 99},
-        {0x11, "311299", 31, 11, 99},  // unresolved default: day first
-        {0x43, "", 0, -1, 0},
-        {0x42, "02/03/2004", 0, 1, 3},  // separators in the raw text split early
+        {0x15, "31121999", 31, 11, 99}, {0x14, "311299", 31, 11, 99},   {0x17, "19991231", 31, 11, 99},
+        {0x16, "991231", 31, 11, 99},   {0x11, "311299", 31, 11, 99},  // unresolved default: day first
+        {0x43, "", 0, -1, 0},           {0x42, "02/03/2004", 0, 1, 3},  // separators in the raw text split early
     };
-    for (const Parse& c : cases) {
+    for (const auto& c : cases) {
         struct tm d;
         memset(&d, 0x5A, sizeof d);
         ParseDateText(c.raw, c.style, &d);
-        EXPECT_EQ(d.tm_mday, c.day) << c.raw << " style " << std::hex << c.style;
-        EXPECT_EQ(d.tm_mon, c.month) << c.raw;
-        EXPECT_EQ(d.tm_year, c.year) << c.raw;
-        EXPECT_EQ(d.tm_hour, 0x5A5A5A5A) << "only the date is touched";
+        EXPECT_EQ((std::vector<int>{d.tm_mday, d.tm_mon, d.tm_year, d.tm_hour}),
+                  (std::vector<int>{c.day, c.month, c.year, 0x5A5A5A5A}))  // only the date is touched
+            << c.raw << " style " << std::hex << c.style;
     }
 }
 
-struct Format {
-    uint32_t style;
-    int year, month, day;
-    bool blank;
-    const char* text;
-};
-
 TEST(DateText, FormatsRawText) {
-    const Format cases[] = {
+    const struct { uint32_t style; int year, month, day; bool blank; const char* text; } cases[] = {
         {0x42, 101, 0, 1, false, "0101101"},  // the three-digit year of two-digit orders
-        {0x43, 99, 11, 31, false, "12311999"},
-        {0x17, 105, 0, 5, false, "20050105"},
-        {0x16, 5, 0, 5, false, "050105"},
-        {0x15, 99, 11, 31, false, "31121999"},
+        {0x43, 99, 11, 31, false, "12311999"}, {0x17, 105, 0, 5, false, "20050105"},
+        {0x16, 5, 0, 5, false, "050105"},      {0x15, 99, 11, 31, false, "31121999"},
         {0x43, -1850, 0, 1, false, "0101050"},  // one "0" in front, not two
-        {0x42, 5, 11, 0, false, "000000"},
-        {0x43, 5, 11, 0, false, "00000000"},
-        {0x43, 5, 11, 0, true, ""},
+        {0x42, 5, 11, 0, false, "000000"},     {0x43, 5, 11, 0, false, "00000000"}, {0x43, 5, 11, 0, true, ""},
         {0x42, 2147483647, 2147483647, -2147483647 - 1, false, "2147483648-21474836482147483647"},
     };
-    for (const Format& c : cases) {
-        struct tm d;
-        memset(&d, 0, sizeof d);
-        d.tm_year = c.year;
-        d.tm_mon = c.month;
-        d.tm_mday = c.day;
+    for (const auto& c : cases) {
+        struct tm d{};
+        d.tm_year = c.year, d.tm_mon = c.month, d.tm_mday = c.day;
         char out[80];
         const int32_t n = FormatDateText(out, sizeof out, &d, c.style, c.blank);
         EXPECT_STREQ(out, c.text);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "include/fldkit.h"
 #include "tests/support/recorder.h"
@@ -23,22 +24,19 @@ protected:
     void SetColour(DWORD rgb) { SendMessageA(color_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(&rgb)); }
     DWORD Colour() {
         DWORD rgb = 0xDEADBEEF;
-        SendMessageA(color_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(&rgb));
-        return rgb;
+        return SendMessageA(color_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(&rgb)), rgb;
     }
     fktest::RecordingParent parent_{400, 260};
-    fktest::UniqueWindow color_ = fktest::Child(parent_, "gxColor32", WS_TABSTOP, 10, 10, kW, kH, "", 21);
+    fktest::UniqueWindow color_ = fktest::MakeChild(parent_, "gxColor32", WS_TABSTOP, 21, kW, kH);
 };
 
 // Every bar; a page-up wrap spills into the next component. Foreign scrolls are ignored.
 TEST_F(Color, ScrollArithmetic) {
     const struct { WORD start, code, thumb; unsigned result; } cases[] = {
-        {10, SB_LINEUP, 0, 9},         {0, SB_LINEUP, 0, 0},          {254, SB_LINEDOWN, 0, 255},
-        {255, SB_LINEDOWN, 0, 255},    {100, SB_PAGEUP, 0, 84},       {16, SB_PAGEUP, 0, 0},
-        {15, SB_PAGEUP, 0, 0},         {10, SB_PAGEUP, 0, 65530},     {5, SB_PAGEUP, 0, 65525},
-        {0, SB_PAGEDOWN, 0, 16},       {240, SB_PAGEDOWN, 0, 255},    {7, SB_THUMBTRACK, 200, 200},
-        {7, SB_THUMBPOSITION, 33, 33}, {90, SB_TOP, 0, 0},            {90, SB_BOTTOM, 0, 255},
-        {90, SB_ENDSCROLL, 0, 90},
+        {10, SB_LINEUP, 0, 9},      {0, SB_LINEUP, 0, 0},     {254, SB_LINEDOWN, 0, 255}, {255, SB_LINEDOWN, 0, 255},
+        {100, SB_PAGEUP, 0, 84},    {16, SB_PAGEUP, 0, 0},    {15, SB_PAGEUP, 0, 0},      {10, SB_PAGEUP, 0, 65530},
+        {5, SB_PAGEUP, 0, 65525},   {0, SB_PAGEDOWN, 0, 16},  {240, SB_PAGEDOWN, 0, 255}, {7, SB_THUMBTRACK, 200, 200},
+        {7, SB_THUMBPOSITION, 33, 33}, {90, SB_TOP, 0, 0},    {90, SB_BOTTOM, 0, 255},    {90, SB_ENDSCROLL, 0, 90},
     };
     for (int bar = 0; bar < 3; ++bar) {
         for (const auto& c : cases) {
@@ -53,7 +51,7 @@ TEST_F(Color, ScrollArithmetic) {
                 EXPECT_TRUE(m.wp == MAKEWPARAM(21, GXN_COLORCHANGED) && m.lp == LPARAM(color_.get())) << m.wp;
         }
     }
-    auto stranger = fktest::Child(parent_, "scrollbar", SBS_VERT, 0, 0, 10, 50);
+    auto stranger = fktest::MakeChild(parent_, "scrollbar", SBS_VERT, 100, 10, 50);
     SendMessageA(color_, WM_VSCROLL, SB_TOP, reinterpret_cast<LPARAM>(stranger.get()));
     SendMessageA(color_, WM_VSCROLL, SB_TOP, 0);
     EXPECT_EQ(Colour(), 90u << 16);
@@ -75,15 +73,13 @@ TEST_F(Color, ValueMessagesAndSwatch) {
     EXPECT_EQ(SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x8001);
 }
 
-// Left/right move between bars (wrapping); focus returns to the bar that had it last.
-TEST_F(Color, ArrowKeysMoveBetweenBars) {
+// Left/right move between bars (wrapping); focus returns to the bar that had it last; "@PRT" disables.
+TEST_F(Color, ArrowKeysFocusAndPrt) {
     SetFocus(Bar(0));
-    SendMessageA(Bar(0), WM_KEYDOWN, VK_LEFT, 0);
-    EXPECT_EQ(GetFocus(), Bar(2));
-    SendMessageA(Bar(2), WM_KEYDOWN, VK_RIGHT, 0);
-    EXPECT_EQ(GetFocus(), Bar(0));
-    SendMessageA(Bar(0), WM_KEYDOWN, VK_RIGHT, 0);
-    EXPECT_EQ(GetFocus(), Bar(1));
+    for (auto [from, key, to] : {std::tuple{0, VK_LEFT, 2}, {2, VK_RIGHT, 0}, {0, VK_RIGHT, 1}}) {
+        SendMessageA(Bar(from), WM_KEYDOWN, key, 0);
+        EXPECT_EQ(GetFocus(), Bar(to)) << from << " " << key;
+    }
     SetColour(0x00001000);
     SendMessageA(Bar(1), WM_KEYDOWN, VK_DOWN, 0);
     EXPECT_EQ(Colour(), 0x00001100u);
@@ -93,9 +89,6 @@ TEST_F(Color, ArrowKeysMoveBetweenBars) {
     EXPECT_EQ(GetFocus(), Bar(1));
     ASSERT_FALSE(parent_.CommandCodes().empty());
     EXPECT_EQ(parent_.CommandCodes()[0], GXN_SETFOCUS);
-}
-
-TEST_F(Color, PrtInTheMethodStringDisablesTheControl) {
     SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(3)@prt"));
     EXPECT_TRUE(IsWindowEnabled(color_)) << "the keyword is matched case-sensitively";
     SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(3)@PRT"));

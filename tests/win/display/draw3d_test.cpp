@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstring>
 #include <vector>
 
 // Wine keeps no count of GDI objects, so the drawing's pens are counted here.
@@ -23,41 +24,36 @@ BOOL Delete(HGDIOBJ object) { live -= GetObjectType(object) == OBJ_PEN; return :
 namespace {
 
 constexpr COLORREF kBackground = RGB(0, 128, 128);
-constexpr RECT kWindow{40, 40, 100, 70};  // the control, right and bottom exclusive
+constexpr RECT kWindow{10, 10, 70, 40};  // the control, right and bottom exclusive
 
-// Roles: S shadow, H highlight, G light grey, K black, D system shadow (the drop
-// shadow), B untouched; d, h, l the system's dark shadow, highlight and light.
+// Roles: S shadow, H highlight, G light grey, K black, D system shadow (the drop shadow), B untouched;
+// d, h, l the system's dark shadow, highlight and light.
 struct Probe { int x, y; char role; };
 struct LevelCase { WORD level; std::vector<Probe> probes; };
 const LevelCase kLevels[] = {
-    {1, {{38, 55, 'S'}, {39, 55, 'S'}, {70, 38, 'S'}, {70, 39, 'S'}, {100, 55, 'H'}, {101, 55, 'H'}, {70, 70, 'H'},
-         {70, 71, 'H'}, {37, 55, 'B'}, {102, 55, 'B'}, {70, 37, 'B'}, {70, 72, 'B'}, {41, 55, 'B'}, {38, 71, 'S'},
-         {101, 38, 'H'}}},
-    {2, {{40, 55, 'K'}, {70, 40, 'K'}, {99, 55, 'K'}, {70, 69, 'K'}, {41, 55, 'B'}, {39, 55, 'B'}, {102, 60, 'D'},
-         {70, 72, 'D'}, {102, 40, 'B'}, {30, 72, 'B'}, {100, 41, 'B'}}},
-    {4, {{38, 55, 'H'}, {39, 55, 'H'}, {70, 38, 'H'}, {70, 39, 'H'}, {100, 55, 'S'}, {101, 55, 'S'}, {70, 70, 'S'},
-         {70, 71, 'S'}, {37, 55, 'B'}, {102, 55, 'B'}, {41, 55, 'B'}}},
-    {8, {{38, 55, 'S'}, {39, 55, 'H'}, {70, 38, 'S'}, {70, 39, 'H'}, {101, 55, 'H'}, {100, 55, 'S'}, {70, 71, 'H'},
-         {70, 70, 'S'}, {37, 55, 'B'}, {102, 55, 'B'}}},
-    {16, {{38, 55, 'B'}, {39, 55, 'S'}, {40, 55, 'K'}, {70, 38, 'B'}, {70, 39, 'S'}, {70, 40, 'K'}, {101, 55, 'H'},
-          {100, 55, 'G'}, {102, 55, 'B'}, {70, 70, 'H'}, {70, 69, 'G'}, {70, 71, 'B'}}},
+    {1, {{8, 25, 'S'}, {9, 25, 'S'}, {40, 8, 'S'}, {40, 9, 'S'}, {70, 25, 'H'}, {71, 25, 'H'}, {40, 40, 'H'},
+         {40, 41, 'H'}, {7, 25, 'B'}, {72, 25, 'B'}, {40, 7, 'B'}, {40, 42, 'B'}, {11, 25, 'B'}, {8, 41, 'S'},
+         {71, 8, 'H'}}},
+    {2, {{10, 25, 'K'}, {40, 10, 'K'}, {69, 25, 'K'}, {40, 39, 'K'}, {11, 25, 'B'}, {9, 25, 'B'}, {72, 30, 'D'},
+         {40, 42, 'D'}, {72, 10, 'B'}, {0, 42, 'B'}, {70, 11, 'B'}}},
+    {4, {{8, 25, 'H'}, {9, 25, 'H'}, {40, 8, 'H'}, {40, 9, 'H'}, {70, 25, 'S'}, {71, 25, 'S'}, {40, 40, 'S'},
+         {40, 41, 'S'}, {7, 25, 'B'}, {72, 25, 'B'}, {11, 25, 'B'}}},
+    {8, {{8, 25, 'S'}, {9, 25, 'H'}, {40, 8, 'S'}, {40, 9, 'H'}, {71, 25, 'H'}, {70, 25, 'S'}, {40, 41, 'H'},
+         {40, 40, 'S'}, {7, 25, 'B'}, {72, 25, 'B'}}},
+    {16, {{8, 25, 'B'}, {9, 25, 'S'}, {10, 25, 'K'}, {40, 8, 'B'}, {40, 9, 'S'}, {40, 10, 'K'}, {71, 25, 'H'},
+          {70, 25, 'G'}, {72, 25, 'B'}, {40, 40, 'H'}, {40, 39, 'G'}, {40, 41, 'B'}}},
 };
 // With the new look (Wine's) the light indent is the system's sunken edge.
-const LevelCase kSunkenEdge{16, {{38, 55, 'D'}, {39, 55, 'd'}, {70, 38, 'D'}, {70, 39, 'd'}, {101, 55, 'h'},
-                                 {100, 55, 'l'}, {70, 70, 'h'}, {70, 69, 'l'}, {37, 55, 'B'}, {70, 71, 'B'}}};
+const LevelCase kSunkenEdge{16, {{8, 25, 'D'}, {9, 25, 'd'}, {40, 8, 'D'}, {40, 9, 'd'}, {71, 25, 'h'},
+                                 {70, 25, 'l'}, {40, 40, 'h'}, {40, 39, 'l'}, {7, 25, 'B'}, {40, 41, 'B'}}};
 
 COLORREF Expected(char role, bool colour) {
-    switch (role) {
-    case 'S': return colour ? GetSysColor(COLOR_BTNSHADOW) : 0;
-    case 'H': return colour ? RGB(255, 255, 255) : 0;
-    case 'G': return colour ? RGB(192, 192, 192) : 0;
-    case 'K': return 0;
-    case 'D': return GetSysColor(COLOR_BTNSHADOW);
-    case 'd': return GetSysColor(COLOR_3DDKSHADOW);
-    case 'h': return GetSysColor(COLOR_BTNHIGHLIGHT);
-    case 'l': return GetSysColor(COLOR_3DLIGHT);
-    default: return kBackground;
-    }
+    const char* const roles = "Ddhl";
+    const int system[] = {COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT, COLOR_3DLIGHT};
+    if (const char* at = std::strchr(roles, role)) return GetSysColor(system[at - roles]);
+    if (role == 'B') return kBackground;
+    if (!colour || role == 'K') return 0;
+    return role == 'S' ? GetSysColor(COLOR_BTNSHADOW) : role == 'H' ? RGB(255, 255, 255) : RGB(192, 192, 192);
 }
 
 void CheckProbes(const fktest::Canvas& pixels, const LevelCase& c, bool colour) {
@@ -71,16 +67,16 @@ TEST(Bevel, EveryLevelInColourAndInBlack) {
     for (bool colour : {true, false}) {
         for (const LevelCase& c : kLevels) {
             fktest::Canvas canvas(140, 110, kBackground);
-            HGDIOBJ pen = GetCurrentObject(canvas.dc(), OBJ_PEN);
+            HGDIOBJ pen = GetCurrentObject(canvas.dc, OBJ_PEN);
             const int before = pen_count::live;
-            fk::DrawBevel(canvas.dc(), kWindow, c.level, colour, false);
+            fk::DrawBevel(canvas.dc, kWindow, c.level, colour, false);
             EXPECT_EQ(pen_count::live, before) << c.level;
-            EXPECT_EQ(GetCurrentObject(canvas.dc(), OBJ_PEN), pen) << c.level;
+            EXPECT_EQ(GetCurrentObject(canvas.dc, OBJ_PEN), pen) << c.level;
             CheckProbes(canvas, c, colour);
         }
     }
     fktest::Canvas blank(140, 110, kBackground);
-    for (WORD level : {0, 3, 5, 32, 0xFFFF}) fk::DrawBevel(blank.dc(), kWindow, level, true, true);
+    for (WORD level : {0, 3, 5, 32, 0xFFFF}) fk::DrawBevel(blank.dc, kWindow, level, true, true);
     for (int y = 0; y < 110; y += 3)
         for (int x = 0; x < 140; x += 3) ASSERT_EQ(blank.at(x, y), kBackground) << x << "," << y;
 }
@@ -90,15 +86,14 @@ class Draw3D : public ::testing::Test {
 protected:
     void SetUp() override {
         HDC dc = GetDC(parent_);
-        const bool colour = static_cast<short>(GetDeviceCaps(dc, NUMCOLORS)) > 2;
-        ReleaseDC(parent_, dc);
-        if (colour) GTEST_SKIP() << "the black strokes need a screen reporting -1 colours";
+        const short colours = static_cast<short>(GetDeviceCaps(dc, NUMCOLORS));
+        if (ReleaseDC(parent_, dc), colours > 2) GTEST_SKIP() << "the black strokes need a screen reporting -1 colours";
     }
     fktest::UniqueWindow parent_ = fktest::MakeParent(nullptr, 200, 160);
 };
 
 TEST_F(Draw3D, TrueColourScreenDrawsInBlack) {
-    auto control = fktest::Child(parent_, "static", 0, 40, 40, 60, 30);
+    auto control = fktest::MakeChild(parent_, "static", 0, 100, 60, 30);
     fktest::PaintNow(parent_);
     for (const LevelCase& c : kLevels) {
         fktest::FillClient(parent_, kBackground);
@@ -110,7 +105,7 @@ TEST_F(Draw3D, TrueColourScreenDrawsInBlack) {
     fktest::FillClient(parent_, kBackground);
     EXPECT_EQ(twDraw3D(control, 1), 0);
     fktest::Capture pixels(parent_);
-    for (int x = 30; x < 110; ++x) ASSERT_EQ(pixels.at(x, 39), kBackground) << x;
+    for (int x = 0; x < 80; ++x) ASSERT_EQ(pixels.at(x, 9), kBackground) << x;
     EXPECT_EQ(twDraw3D(parent_, 1), 1);
     EXPECT_EQ(twDraw3D(nullptr, 1), 0);
 }
@@ -118,15 +113,15 @@ TEST_F(Draw3D, TrueColourScreenDrawsInBlack) {
 // Each class picks its level in WM_NCPAINT (sent because of WS_BORDER).
 TEST_F(Draw3D, ControlsPickTheirBorderInNcPaint) {
     const struct { const char* cls; DWORD style; int x, y; char role; } cases[] = {
-        {"gxTicker32", TICK_3D1, 38, 55, 'K'},  {"gxTicker32", TICK_3D2, 102, 60, 'D'},
-        {"gxTicker32", TICK_3D3 | TICK_3D1, 101, 55, 'K'},  // the first bit wins
-        {"gxTicker32", 0, 38, 55, 'D'},         {"gxColor32", COLOR_3D5, 38, 55, 'K'},  // outdent, not the edge
-        {"gxColor32", COLOR_3D4, 37, 55, 'B'},  // outdent, not the groove
-        {"gxColor32", 0, 38, 55, 'D'},          {"gxText3D32", TEXT3D_3D4, 38, 55, 'K'},
-        {"gxText3D32", 0, 38, 55, 'B'},         {"gxFrame3D32", 0, 38, 55, 'B'},
+        {"gxTicker32", TICK_3D1, 8, 25, 'K'},  {"gxTicker32", TICK_3D2, 72, 30, 'D'},
+        {"gxTicker32", TICK_3D3 | TICK_3D1, 71, 25, 'K'},  // the first bit wins
+        {"gxTicker32", 0, 8, 25, 'D'},         {"gxColor32", COLOR_3D5, 8, 25, 'K'},  // outdent, not the edge
+        {"gxColor32", COLOR_3D4, 7, 25, 'B'},  // outdent, not the groove
+        {"gxColor32", 0, 8, 25, 'D'},          {"gxText3D32", TEXT3D_3D4, 8, 25, 'K'},
+        {"gxText3D32", 0, 8, 25, 'B'},         {"gxFrame3D32", 0, 8, 25, 'B'},
     };
     for (const auto& c : cases) {
-        auto control = fktest::Child(parent_, c.cls, WS_BORDER | c.style, 40, 40, 60, 30);
+        auto control = fktest::MakeChild(parent_, c.cls, WS_BORDER | c.style, 100, 60, 30);
         fktest::PaintNow(parent_);
         fktest::FillClient(parent_, kBackground);
         RedrawWindow(control, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);

@@ -15,7 +15,7 @@ constexpr int kWidth = 100, kPositionWord = 14;
 class Ticker : public ::testing::Test {
 protected:
     fktest::UniqueWindow parent_ = fktest::MakeParent(nullptr, 300, 200);
-    fktest::UniqueWindow ticker_ = fktest::Child(parent_, "gxTicker32", 0, 10, 10, kWidth, 24, "", 5);
+    fktest::UniqueWindow ticker_ = fktest::MakeChild(parent_, "gxTicker32", 0, 5, kWidth, 24);
 };
 
 // The blank lead-in grows by the step to the client width; past lead-in and text, back to 0.
@@ -23,8 +23,7 @@ TEST_F(Ticker, StepsAndWrapsByInterval) {
     const struct { UINT interval; int step; } cases[] = {{0, 1}, {70, 1}, {71, 2}, {200, 2}, {201, 3}, {5000, 3}};
     HDC dc = GetDC(ticker_);
     SIZE blank{};
-    GetTextExtentPoint32A(dc, " ", 1, &blank);
-    ReleaseDC(ticker_, dc);
+    ReleaseDC(ticker_, (GetTextExtentPoint32A(dc, " ", 1, &blank), dc));
     ASSERT_GT(blank.cx, 0);
     for (const auto& c : cases) {
         for (const char* text : {"", "News!"}) {

@@ -1,4 +1,5 @@
-// The classes the DLL registers at load, and the class list for dialog editors.
+// The classes the DLL registers at load, the class list for dialog editors, and every class's method string;
+// unhandled numbers of the message set reach the default procedure.
 
 #include <gtest/gtest.h>
 
@@ -6,19 +7,20 @@
 #include <string>
 
 #include "include/fldkit.h"
+#include "tests/support/window.h"
 
 namespace {
 
 HMODULE Dll() { return GetModuleHandleA("FLDKIT32.dll"); }
 
+// proc: the exported window procedure; extra: for superclasses of base, added to its count.
 struct ClassExpectation {
-    const char* name;
-    const char* proc;  // exported window procedure, or null
+    const char *name, *proc;
     UINT style;
-    int extra;         // for superclasses: added to the base class's count
+    int extra;
     LPCSTR cursor;
     int background;
-    const char* base;  // superclassed system class, or null
+    const char* base;
 };
 
 const ClassExpectation kTable[] = {
@@ -45,19 +47,14 @@ TEST_P(ClassTable, RegisteredWithTheTableValues) {
     const ClassExpectation& e = GetParam();
     WNDCLASSA wc{};
     ASSERT_TRUE(GetClassInfoA(Dll(), e.name, &wc)) << e.name;
+    WNDCLASSA base{};
+    ASSERT_TRUE(!e.base || GetClassInfoA(nullptr, e.base, &base));
     EXPECT_EQ(wc.style, e.style);
     EXPECT_EQ(wc.cbClsExtra, 0);
-    int extra = e.extra;
-    if (e.base) {
-        WNDCLASSA base{};
-        ASSERT_TRUE(GetClassInfoA(nullptr, e.base, &base));
-        extra += base.cbWndExtra;
-    }
-    EXPECT_EQ(wc.cbWndExtra, extra);
+    EXPECT_EQ(wc.cbWndExtra, e.extra + base.cbWndExtra);
     EXPECT_EQ(wc.hCursor, LoadCursorA(nullptr, e.cursor));
     EXPECT_EQ(reinterpret_cast<INT_PTR>(wc.hbrBackground), e.background);
-    EXPECT_EQ(wc.hIcon, nullptr);
-    EXPECT_EQ(wc.lpszMenuName, nullptr);
+    EXPECT_TRUE(wc.hIcon == nullptr && wc.lpszMenuName == nullptr);
     EXPECT_EQ(wc.hInstance, reinterpret_cast<HINSTANCE>(Dll()));
     if (e.proc) EXPECT_EQ(reinterpret_cast<FARPROC>(wc.lpfnWndProc), GetProcAddress(Dll(), e.proc));
 }
@@ -65,27 +62,15 @@ TEST_P(ClassTable, RegisteredWithTheTableValues) {
 INSTANTIATE_TEST_SUITE_P(AllFifteen, ClassTable, ::testing::ValuesIn(kTable),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(ClassRegistry, ClassesAreGlobalAndCreatableFromTheApplication) {
-    for (const auto& e : kTable) {
-        HWND h = CreateWindowExA(0, e.name, "", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, GetModuleHandleA(nullptr),
-                                 nullptr);
-        EXPECT_NE(h, nullptr) << e.name;
-        DestroyWindow(h);
-    }
-}
-
 // Both superclasses keep their word behind the combo box's extra bytes.
 TEST(ClassRegistry, TableListKeepsItsMethodAtTheComboBoxCount) {
     WNDCLASSA combo{};
     ASSERT_TRUE(GetClassInfoA(nullptr, "combobox", &combo));
-    HWND h = CreateWindowExA(0, "gxTable32", "", WS_POPUP, 0, 0, 80, 80, nullptr, nullptr, GetModuleHandleA(nullptr),
-                             nullptr);
-    ASSERT_NE(h, nullptr);
+    fktest::UniqueWindow h(CreateWindowExA(0, "gxTable32", "", WS_POPUP, 0, 0, 80, 80, nullptr, nullptr,
+                                           GetModuleHandleA(nullptr), nullptr));
+    ASSERT_NE(h.get(), nullptr);
     SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@TBL(x)"));
-    auto* method = reinterpret_cast<const char*>(GetWindowLongA(h, combo.cbWndExtra));
-    ASSERT_NE(method, nullptr);
-    EXPECT_STREQ(method, "@TBL(x)");
-    DestroyWindow(h);
+    EXPECT_STREQ(reinterpret_cast<const char*>(GetWindowLongA(h, combo.cbWndExtra)), "@TBL(x)");
 }
 
 TEST(ListClasses, PublishedLayoutAndOrder) {
@@ -97,9 +82,7 @@ TEST(ListClasses, PublishedLayoutAndOrder) {
     EXPECT_EQ(GlobalSize(block), 484u);
     auto* bytes = static_cast<const unsigned char*>(GlobalLock(block));
     ASSERT_NE(bytes, nullptr);
-    LONG count;
-    std::memcpy(&count, bytes, 4);
-    EXPECT_EQ(count, 15);
+    EXPECT_EQ(*reinterpret_cast<const LONG*>(bytes), 15);
     for (int i = 0; i < 15; ++i) {
         const unsigned char* name = bytes + 16 + 32 * i;
         EXPECT_STREQ(reinterpret_cast<const char*>(name), order[i]) << "record " << i;
@@ -109,8 +92,65 @@ TEST(ListClasses, PublishedLayoutAndOrder) {
     GlobalFree(block);
 }
 
-TEST(Wep, ReturnsOneForEveryArgument) {
-    EXPECT_EQ(WEP(1), 1);
+TEST(Wep, ReturnsOne) { EXPECT_EQ(WEP(1), 1); }
+
+class EveryClass : public ::testing::TestWithParam<ClassExpectation> {
+protected:
+    void SetUp() override {
+        parent_ = fktest::MakeParent();
+        control_ = fktest::MakeChild(parent_, GetParam().name, 0, 100, 120, 80);
+        ASSERT_NE(control_.get(), nullptr);
+    }
+    std::string GetMethod() {
+        char buffer[300];
+        std::memset(buffer, 0x55, sizeof buffer);
+        EXPECT_EQ(SendMessageA(control_, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(buffer)), 0);
+        return std::string(buffer, strnlen(buffer, sizeof buffer));  // what was written, or all 300 bytes
+    }
+    fktest::UniqueWindow parent_;
+    fktest::UniqueWindow control_;
+};
+
+// 256 characters or more arrive as exactly 256 bytes, unterminated; the rest of the buffer is untouched.
+TEST_P(EveryClass, KeepsAndReturnsItsMethodString) {
+    EXPECT_EQ(GetMethod(), "");
+    EXPECT_EQ(SendMessageA(control_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(10)@AUTOTAB")), 0);
+    EXPECT_EQ(GetMethod(), "@LIMIT(10)@AUTOTAB");
+    SendMessageA(control_, GXM_SETMETHOD, 256, reinterpret_cast<LPARAM>("@MSG(x)"));
+    EXPECT_EQ(GetMethod(), "@MSG(x)");
+    EXPECT_EQ(SendMessageA(control_, GXM_GETMETHOD, 256, 0), 0) << "a null buffer is harmless";
+    SendMessageA(control_, GXM_SETMETHOD, 0, 0);
+    EXPECT_EQ(GetMethod(), "");
+    SendMessageA(control_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(std::string(5000, 'x').c_str()));
+    EXPECT_EQ(GetMethod(), std::string(256, 'x') + std::string(44, '\x55'));
+    for (int i = 0; i < 200; ++i) {
+        const std::string text = "@LIMIT(" + std::to_string(i) + ")";
+        SendMessageA(control_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+    EXPECT_EQ(GetMethod(), "@LIMIT(199)");
+    control_.reset();
+    EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr));
+}
+
+// Numbers of the set without meaning reach the default procedure (0).
+TEST_P(EveryClass, NumbersWithoutMeaningReachTheDefaultProcedure) {
+    const UINT unused[] = {0x0D02, 0x0D03, 0x0D08, 0x0D0A, 0x0D0F, 0x0D15, 0x0D17,
+                           0x0D1A, 0x0D1F, 0x0D25, 0x0D27, 0x0D2A, 0x0D2F};
+    for (UINT msg : unused) EXPECT_EQ(SendMessageA(control_, msg, 1, 0), 0) << std::hex << msg;
+}
+
+INSTANTIATE_TEST_SUITE_P(AllFifteen, EveryClass, ::testing::ValuesIn(kTable),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// The string field keeps at most 1023 characters, in a block of length + 1.
+TEST(MethodBlock, StringFieldCutsAt1023Characters) {
+    auto parent = fktest::MakeParent();
+    auto field = fktest::MakeChild(parent, "gxString32");
+    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(std::string(4000, 'a').c_str()));
+    auto* block = reinterpret_cast<const char*>(GetWindowLongA(field, 26));
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(std::strlen(block), 1023u);
+    EXPECT_EQ(LocalSize(reinterpret_cast<HLOCAL>(const_cast<char*>(block))), 1024u);
 }
 
 }  // namespace
