@@ -1,10 +1,11 @@
 // The suite's own main: warms up what is made once per process and names the input tried on a fault; started
 // again with --dde-partner it is the DDE partner of dde_partner_test.cpp.
 #include "tests/support/recorder.h"
-#include "tests/win/hostile/dde_partner.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
+
+int RunDdePartner(const char* testPid, const char* mode);  // dde_test.cpp
 
 static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
@@ -60,7 +61,7 @@ void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
 }  // namespace fktest
 
 int main(int argc, char** argv) {
-    if (argc >= 3 && std::strcmp(argv[1], "--dde-partner") == 0) return fkpartner::RunPartner(argv[2]);
+    if (argc >= 4 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2], argv[3]);
     SetUnhandledExceptionFilter(fktest::ReportFault);
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     ::testing::InitGoogleTest(&argc, argv);
