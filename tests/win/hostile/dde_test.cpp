@@ -4,6 +4,7 @@
 #include <dde.h>
 
 #include <map>
+#include <string_view>
 
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -39,38 +40,21 @@ std::string Title(DWORD testPid, bool second) { return (second ? "second " : "ma
 HWND g_main, g_second;
 InitMode g_mode;
 std::map<UINT, LRESULT> g_counts;
-std::set<HGLOBAL> g_executes;  // command blocks that come back with their acknowledgement
-constexpr UINT kShare = GMEM_MOVEABLE | GMEM_DDESHARE;
 
-HGLOBAL Bytes(const void* data, size_t n) {
-    HGLOBAL h = GlobalAlloc(kShare, n);
-    std::memcpy(GlobalLock(h), data, n);
-    GlobalUnlock(h);
-    return h;
-}
-HGLOBAL Record(WORD flags, WORD format, const char* bytes, size_t n) {  // no terminator added
-    char all[64];
-    std::memcpy(all, &flags, 2), std::memcpy(all + 2, &format, 2), std::memcpy(all + 4, bytes, n);
-    return Bytes(all, n + 4);
-}
-HGLOBAL MakeBlock(UINT msg, Block b) {  // foreign and freed handles are dead ones
+HGLOBAL MakeBlock(UINT msg, Block b) {  // foreign and freed handles are dead ones; no terminator added
+    using namespace std::literals;
     const bool execute = msg == WM_DDE_EXECUTE;
-    switch (b) {
-    case kForeign: return reinterpret_cast<HGLOBAL>(0x00C0FFEE);
-    case kFreed: {
-        HGLOBAL h = GlobalAlloc(kShare, 16);
-        return GlobalFree(h), h;
-    }
-    case kTiny1: return Bytes("\xFF", 1);
-    case kTiny3: return Bytes("\xFF\xFF\xFF", 3);
-    case kUnterminated: return execute ? Bytes("[open(", 6) : Record(0x2000, CF_TEXT, "abcdefgh", 8);
-    case kBitmap: return msg == WM_DDE_ADVISE ? Record(0x8000, CF_BITMAP, "", 0) : Record(0x2000, CF_BITMAP, "bits", 5);
-    case kText: return execute ? Bytes("[open()]", 9) : Record(0x8000, CF_TEXT, "text", 5);
-    case kAckReq: return Record(0xA000, CF_TEXT, "acked\r\n", 8);
-    case kKept: return Record(0x8000, CF_TEXT, "kept", 5);
-    case kSent: return Record(0x2000, CF_TEXT, "sent", 5);
-    default: return nullptr;
-    }
+    const std::string_view bytes[] = {{}, {}, {}, "dead"sv, "\xFF"sv, "\xFF\xFF\xFF"sv,
+        execute ? "[open("sv : "\0\x20\1\0" "abcdefgh"sv,
+        msg == WM_DDE_ADVISE ? "\0\x80\2\0"sv : "\0\x20\2\0" "bits\0"sv,  // flags, format, bytes
+        execute ? "[open()]\0"sv : "\0\x80\1\0" "text\0"sv, "\0\xA0\1\0" "acked\r\n\0"sv, "\0\x80\1\0" "kept\0"sv,
+        "\0\x20\1\0" "sent\0"sv};
+    if (b == kForeign) return reinterpret_cast<HGLOBAL>(0x00C0FFEE);
+    if (bytes[b].empty()) return nullptr;
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, bytes[b].size());
+    std::memcpy(GlobalLock(h), bytes[b].data(), bytes[b].size());
+    GlobalUnlock(h);
+    return b == kFreed ? (GlobalFree(h), h) : h;
 }
 bool Real(UINT_PTR h) { return h != 0 && GlobalSize(reinterpret_cast<HGLOBAL>(h)) != 0; }
 
@@ -87,11 +71,7 @@ LRESULT Post(HWND lib, UINT msg, Block b) {
     const WPARAM me = reinterpret_cast<WPARAM>(g_main);  // a sent handle means nothing over there
     const LRESULT posted = b == kSent ? (SendMessageA(lib, msg, me, lp), 0) : PostMessageA(lib, msg, me, lp);
     if (packed && (!posted || Real(lp))) FreeDDElParam(msg, lp);  // the receiver got copies
-    if (posted && owned && msg == WM_DDE_EXECUTE) {
-        g_executes.insert(block);
-    } else if (owned && Real(UINT_PTR(block))) {
-        GlobalFree(block);
-    }
+    if (owned && !(posted && msg == WM_DDE_EXECUTE) && Real(UINT_PTR(block))) GlobalFree(block);  // else comes back
     if (!posted || msg == WM_DDE_EXECUTE || hi != item) GlobalDeleteAtom(item);  // not handed over
     return posted;
 }
@@ -122,10 +102,10 @@ void OnPosted(const MSG& m) {  // what the library hands over is deleted or free
     UnpackDDElParam(m.message, m.lParam, &lo, &hi);
     FreeDDElParam(m.message, m.lParam);
     if (m.message != WM_DDE_ACK && lo) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
-    if (g_executes.erase(reinterpret_cast<HGLOBAL>(hi))) {
-        GlobalFree(reinterpret_cast<HGLOBAL>(hi));
-    } else if (hi >= 0xC000 && hi <= 0xFFFF) {
+    if (hi >= 0xC000 && hi <= 0xFFFF) {
         GlobalDeleteAtom(static_cast<ATOM>(hi));
+    } else if (Real(hi)) {
+        GlobalFree(reinterpret_cast<HGLOBAL>(hi));  // a command block, acknowledged
     }
 }
 
@@ -170,15 +150,14 @@ int RunDdePartner(const char* testPid, const char* mode) {
 
 namespace {
 
-class Partner {  // killed when the test is done with it, or fails
-public:
+struct Partner {  // killed when the test is done with it, or fails
     explicit Partner(InitMode mode = kAnswer) {
         char exe[MAX_PATH] = {};
         GetModuleFileNameA(nullptr, exe, MAX_PATH);
         const std::string pid = std::to_string(GetCurrentProcessId());
         std::string command = "\"" + std::string(exe) + "\" --dde-partner " + pid + " " + std::to_string(mode);
         STARTUPINFOA si{sizeof si};
-        if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi_)) return;
+        if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return;
         auto find = [&](bool second) { return FindWindowA(kClass, Title(GetCurrentProcessId(), second).c_str()); };
         PumpUntil([&] { return (main = find(false)) != nullptr && (second = find(true)) != nullptr; }, 20000);
     }
@@ -189,12 +168,11 @@ public:
         return static_cast<LRESULT>(r);
     }
     LRESULT Post(HWND lib, UINT msg, Block b) const { return Ask(kPost, WPARAM(lib), MAKELPARAM(msg, b)); }
-    bool Exited() const { return PumpUntil([&] { return WaitForSingleObject(pi_.hProcess, 0) == WAIT_OBJECT_0; }, 5000); }
     void Kill() {
-        if (pi_.hProcess == nullptr) return;
-        TerminateProcess(pi_.hProcess, 99);
-        WaitForSingleObject(pi_.hProcess, 5000);
-        CloseHandle(pi_.hProcess), CloseHandle(pi_.hThread), pi_ = {};
+        if (pi.hProcess == nullptr) return;
+        TerminateProcess(pi.hProcess, 99);
+        WaitForSingleObject(pi.hProcess, 5000);
+        CloseHandle(pi.hProcess), CloseHandle(pi.hThread), pi = {};
     }
     LRESULT Settle(UINT counted = 0) const {  // both sides, twice over (answers provoke answers); a count
         for (int i = 0; i < 2; ++i) PumpFor(30), Ask(kFlush);
@@ -202,9 +180,7 @@ public:
         return Ask(kFlush, counted);
     }
     HWND main = nullptr, second = nullptr;
-
-private:
-    PROCESS_INFORMATION pi_{};
+    PROCESS_INFORMATION pi{};
 };
 
 UniqueWindow Field(const char* method) {  // top-level: initiates reach top-level windows only
@@ -215,31 +191,16 @@ UniqueWindow Field(const char* method) {  // top-level: initiates reach top-leve
 }
 HWND Prop(HWND h, const char* name) { return static_cast<HWND>(GetPropA(h, name)); }
 
-// The library windows still work after it all: a value set is pushed to or asked of the partner (when it
-// lives), and they go without leaving anything behind.
-void StillWorks(UniqueWindow& server, UniqueWindow& client, const Partner* alive) {
-    const LRESULT data = alive ? alive->Settle(WM_DDE_DATA) : 0, asked = alive ? alive->Settle(WM_DDE_REQUEST) : 0;
-    SetWindowTextA(server, "after");
-    SendMessageA(client, GXM_SETVALUE, 0, 0);
-    SetWindowTextA(client, "typed");
-    if (alive) {
-        EXPECT_GT(alive->Settle(WM_DDE_DATA), data) << "a push reaches the partner";
-        EXPECT_GT(alive->Settle(WM_DDE_REQUEST), asked) << "a refresh asks the partner";
-    }
-    EXPECT_EQ(WindowText(server) + WindowText(client), "aftertyped");
-    server.reset(), client.reset();
-    PumpFor(30);
-}
-
 }  // namespace
 
 class HostileDde : public HostileGroup {};
 
 // Before linking: an acknowledgement after a server's announcement found nobody registers nobody; an initiate
 // naming HWND_BROADCAST as its sender is not answered (to every window). Then every bad block and stray
-// acknowledgement, to a linked server and client: the copies the system makes are freed (eleven rounds),
-// no handed-over atom is kept. Within the process, blocks are handed over unchecked; direct calls with junk.
-TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
+// acknowledgement, to a linked server and client: no handed-over atom is kept, the copies the system makes
+// are freed (ten more rounds); within the process blocks come unchecked. The links still work; then the
+// partner's last words are read after it is killed: the library answers nobody and deletes the atoms itself.
+TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     MessageBoxWatcher boxes(IDNO);
     Partner partner;
     ASSERT_NE(partner.second, nullptr);
@@ -278,7 +239,6 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
     }
     EXPECT_GE(posted, 220) << "most hostile posts reach the library";
     EXPECT_LT(MeasureHeap(GetProcessHeap()).blocks - heapBefore, 10) << "a block left behind by some message";
-    EXPECT_EQ(GlobalFindAtomA(kHanded), 0);
     for (const auto& [msg, blocks] : kPosts)
         for (Block b : blocks)
             for (HWND lib : {server.get(), client.get()}) {
@@ -289,68 +249,67 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgements) {
                 const bool kept = msg == WM_DDE_POKE || (msg == WM_DDE_DATA && (b == kTiny1 || b == kKept));  // not released
                 if (kept && b != kForeign && b != kFreed && block != nullptr) GlobalFree(block);
             }
-    StillWorks(server, client, &partner);
-    UniqueWindow control = Field(kServerMethod);  // direct calls with junk; messages outside the range are not ours
-    char empty[4] = "";
+    const LRESULT data = partner.Settle(WM_DDE_DATA), asked = partner.Settle(WM_DDE_REQUEST);
+    SetWindowTextA(server, "after");
+    SendMessageA(client, GXM_SETVALUE, 0, 0);
+    EXPECT_GT(partner.Settle(WM_DDE_DATA), data) << "a push reaches the partner";
+    EXPECT_GT(partner.Settle(WM_DDE_REQUEST), asked) << "a refresh asks the partner";
+    NowTrying("dde partner killed", "last words");
+    partner.Post(client, WM_DDE_DATA, kAckReq);
+    for (auto [msg, b] : {std::pair{WM_DDE_REQUEST, kAsWords}, {WM_DDE_ADVISE, kText}, {WM_DDE_UNADVISE, kNull},
+                          {WM_DDE_UNADVISE, kText}})
+        partner.Post(server, msg, b);
+    partner.Kill();
+    PumpFor(100);
+    EXPECT_EQ(WindowText(client), "acked");
+    EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "the unadvise freed the slot";
+    EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
+    char empty[4] = "";  // direct calls with junk; messages outside the range are not ours
     NowTrying("dde direct calls", "junk");
     for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
         for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123)}) {
-            twProcessDDE(control, msg, 0, lp, nullptr);
-            twProcessDDE(control, msg, reinterpret_cast<WPARAM>(control.get()), lp, empty);
+            twProcessDDE(server, msg, 0, lp, nullptr);
+            twProcessDDE(server, msg, reinterpret_cast<WPARAM>(server.get()), lp, empty);
             twProcessDDE(nullptr, msg, 0, lp, nullptr);
         }
-        twProcessDDE(control, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
+        twProcessDDE(server, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
     }
-    EXPECT_EQ(twProcessDDE(control, WM_USER, 0, 0, nullptr), 0);
-    EXPECT_EQ(twProcessDDE(control, WM_DDE_ACK, 0, 0, nullptr), 1);
+    EXPECT_EQ(twProcessDDE(server, WM_USER, 0, 0, nullptr), 0);
+    EXPECT_EQ(twProcessDDE(server, WM_DDE_ACK, 0, 0, nullptr), 1);
     EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
     twUnadviseDDE(nullptr);
-    EXPECT_EQ(twInitiateDDE(control, nullptr), 1);
+    EXPECT_EQ(twInitiateDDE(server, nullptr), 1);
 }
 
 // How the partner answers a client's initiate: twice from two windows (the last answer links), with a
-// terminate posted before its acknowledgement (ignored), not at all as it dies on the spot, or by dying right
-// after answering. Or it answers, posts its last words and is killed before the library reads them: data
-// asking for an acknowledgement, a request, an advise, unadvises. The library answers nobody and deletes
-// the atoms handed over itself.
-TEST_F(HostileDde, PartnerAnswersOutOfTurnOrDies) {
+// terminate posted before its acknowledgement (ignored), not at all as it dies on the spot, or by dying
+// right after answering. The windows still work and go without leaving anything behind.
+TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
     MessageBoxWatcher boxes(IDNO);
     const struct {
         InitMode mode;
         const char* name;
-        bool linked, toSecond, dies, lastWords;
-    } cases[] = {
-        {kTwoAnswers, "two answers", true, true, false, false},
-        {kTerminateFirst, "terminate before the acknowledgement", true, false, false, false},
-        {kDieBeforeAnswer, "dies before answering", false, false, true, false},
-        {kDieAfterAnswer, "dies after answering", true, false, true, false},
-        {kAnswer, "killed after its last words", true, false, false, true},
-    };
+        bool dies;
+        int linkedTo;  // none, the main window, the second
+    } cases[] = {{kTwoAnswers, "two answers", false, 2}, {kTerminateFirst, "terminate before the acknowledgement", false, 1},
+                 {kDieBeforeAnswer, "dies before answering", true, 0}, {kDieAfterAnswer, "dies after answering", true, 1}};
     for (const auto& c : cases) {
         NowTrying("dde initiate", c.name);
         Partner partner(c.mode);
         ASSERT_NE(partner.second, nullptr) << c.name;
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
-        if (c.dies) EXPECT_TRUE(partner.Exited()) << c.name;
+        if (c.dies) EXPECT_TRUE(PumpUntil([&] { return WaitForSingleObject(partner.pi.hProcess, 0) == WAIT_OBJECT_0; }, 5000));
         if (!c.dies) partner.Settle();
         PumpFor(50);
-        EXPECT_EQ(Prop(client, "CLIENT"), !c.linked ? nullptr : c.toSecond ? partner.second : partner.main) << c.name;
-        if (c.lastWords) {
-            partner.Ask(kInitiate, WPARAM(server.get()));
-            partner.Settle();
-            ASSERT_EQ(Prop(server, "SERVER1"), partner.main);
-            partner.Post(client, WM_DDE_DATA, kAckReq);
-            for (auto [msg, b] : {std::pair{WM_DDE_REQUEST, kAsWords}, {WM_DDE_ADVISE, kText},
-                                  {WM_DDE_UNADVISE, kNull}, {WM_DDE_UNADVISE, kText}})
-                partner.Post(server, msg, b);
-            partner.Kill();
-            PumpFor(100);
-            EXPECT_EQ(WindowText(client), "acked");
-            EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "the unadvise freed the slot";
-        }
+        const HWND linked[] = {nullptr, partner.main, partner.second};
+        EXPECT_EQ(Prop(client, "CLIENT"), linked[c.linkedTo]) << c.name;
         EXPECT_TRUE(boxes.boxes().empty()) << c.name;
-        StillWorks(server, client, nullptr);
-        EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << c.name << ": atoms the partner handed over";
+        SetWindowTextA(server, "after");
+        SendMessageA(client, GXM_SETVALUE, 0, 0);
+        SetWindowTextA(client, "typed");
+        EXPECT_EQ(WindowText(server) + WindowText(client), "aftertyped") << c.name;
+        server.reset(), client.reset();
+        PumpFor(30);
     }
 }
 

@@ -51,14 +51,9 @@ TEST_F(HostileServices, ValidationErrorsAndMethodEditors) {
         EXPECT_EQ(std::string(method.data()), m.text) << m.name;
     }
     g_parentHandlesErrors = true;
-    for (int type : kTypes) {
-        EXPECT_EQ(twValidateRange(type, nullptr, nullptr), 0);
-        EXPECT_EQ(twValidateChoice(type, nullptr, nullptr), 0);
-    }
-    twValidate(field, GXT_TEXT, const_cast<char*>("x"), nullptr, nullptr);
-    twShowError(field, nullptr, GXT_TEXT, GXE_RANGE);
-    DestroyWindow(field);
-    twFreeTable(nullptr);
+    for (int type : kTypes) EXPECT_EQ(twValidateRange(type, nullptr, nullptr) | twValidateChoice(type, nullptr, nullptr), 0);
+    twValidate(field, GXT_TEXT, const_cast<char*>("x"), nullptr, nullptr), twShowError(field, nullptr, GXT_TEXT, GXE_RANGE);
+    DestroyWindow(field), twFreeTable(nullptr);
     const std::string high = HighBytes();
     const std::vector<std::string> keywords{"", "@", "(", ")", ");", "@RNG", "@MSG", "@MBOX", "@TBL", "@" + high,
                                             std::string(300, '('), "@MND@RNG"};
@@ -83,11 +78,9 @@ TEST_F(HostileServices, ValidationErrorsAndMethodEditors) {
             EXPECT_LE(unsigned(twRemoveMethodParam(method.data(), item.c_str())), 1u);
         }
         GuardedBuffer method(m.text);
-        EXPECT_EQ(twAddMethodParam(method.data(), nullptr), 0);
-        EXPECT_EQ(twRemoveMethodParam(method.data(), nullptr), 0);
+        EXPECT_EQ(twAddMethodParam(method.data(), nullptr) | twRemoveMethodParam(method.data(), nullptr), 0);
     }
-    EXPECT_EQ(twAddMethodParam(nullptr, "@A"), 0);
-    EXPECT_EQ(twRemoveMethodParam(nullptr, "@A"), 0);
+    EXPECT_EQ(twAddMethodParam(nullptr, "@A") | twRemoveMethodParam(nullptr, "@A"), 0);
     char arg[8] = "x", method[8] = "@A(1)";
     EXPECT_EQ(twGetMethodParam(nullptr, "@A", arg), 0);
     EXPECT_EQ(arg[0], 0);
