@@ -1,6 +1,4 @@
-// DDE links against a raw partner in a second process (this program started with --dde-partner) that
-// misbehaves on purpose: bad blocks, acknowledgements out of turn, dying while linked. The partner hands
-// every atom over with one reference of its own and deletes what comes back: afterwards none may be left.
+// DDE against a raw partner in a second process that misbehaves on purpose; it hands each atom over once.
 #include <dde.h>
 
 #include <map>
@@ -8,6 +6,7 @@
 
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/self_process.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
@@ -130,57 +129,26 @@ LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return DefWindowProcA(h, msg, wp, lp);
 }
 
-}  // namespace
-
-int RunDdePartner(const char* testPid, const char* mode) {
-    g_mode = static_cast<InitMode>(std::atoi(mode));
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = PartnerProc, wc.hInstance = GetModuleHandleA(nullptr), wc.lpszClassName = kClass;
-    RegisterClassA(&wc);
-    for (HWND* w : {&g_second, &g_main})
-        *w = CreateWindowExA(0, kClass, Title(std::strtoul(testPid, nullptr, 10), w == &g_second).c_str(), WS_POPUP, 0,
-                             0, 10, 10, nullptr, nullptr, wc.hInstance, nullptr);
-    SetTimer(nullptr, 0, 120000, nullptr);  // a partner whose test is gone does not stay
-    for (MSG m; GetMessageA(&m, nullptr, 0, 0) > 0 && m.message != WM_TIMER;)
-        m.message >= WM_DDE_FIRST && m.message <= WM_DDE_LAST ? OnPosted(m) : void(DispatchMessageA(&m));
-    return 0;
-}
-
 // ---- the tests
 
-namespace {
-
-struct Partner {  // killed when the test is done with it, or fails
-    explicit Partner(InitMode mode = kAnswer) {
-        char exe[MAX_PATH] = {};
-        GetModuleFileNameA(nullptr, exe, MAX_PATH);
-        const std::string pid = std::to_string(GetCurrentProcessId());
-        std::string command = "\"" + std::string(exe) + "\" --dde-partner " + pid + " " + std::to_string(mode);
-        STARTUPINFOA si{sizeof si};
-        if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return;
+struct Partner : SelfProcess {  // killed when the test is done with it, or fails
+    explicit Partner(InitMode mode = kAnswer)
+        : SelfProcess("--dde-partner " + std::to_string(GetCurrentProcessId()) + " " + std::to_string(mode)) {
         auto find = [&](bool second) { return FindWindowA(kClass, Title(GetCurrentProcessId(), second).c_str()); };
-        PumpUntil([&] { return (main = find(false)) != nullptr && (second = find(true)) != nullptr; }, 20000);
+        if (pi.hProcess) PumpUntil([&] { return (main = find(false)) != nullptr && (second = find(true)) != nullptr; }, 20000);
     }
-    ~Partner() { Kill(); }
     LRESULT Ask(Command c, WPARAM wp = 0, LPARAM lp = 0) const {
         DWORD_PTR r = 0;
         SendMessageTimeoutA(main, c, wp, lp, SMTO_NORMAL, 5000, &r);
         return static_cast<LRESULT>(r);
     }
     LRESULT Post(HWND lib, UINT msg, Block b) const { return Ask(kPost, WPARAM(lib), MAKELPARAM(msg, b)); }
-    void Kill() {
-        if (pi.hProcess == nullptr) return;
-        TerminateProcess(pi.hProcess, 99);
-        WaitForSingleObject(pi.hProcess, 5000);
-        CloseHandle(pi.hProcess), CloseHandle(pi.hThread), pi = {};
-    }
     LRESULT Settle(UINT counted = 0) const {  // both sides, twice over (answers provoke answers); a count
         for (int i = 0; i < 2; ++i) PumpFor(30), Ask(kFlush);
         PumpFor(30);
         return Ask(kFlush, counted);
     }
     HWND main = nullptr, second = nullptr;
-    PROCESS_INFORMATION pi{};
 };
 
 UniqueWindow Field(const char* method) {  // top-level: initiates reach top-level windows only
@@ -195,11 +163,7 @@ HWND Prop(HWND h, const char* name) { return static_cast<HWND>(GetPropA(h, name)
 
 class HostileDde : public HostileGroup {};
 
-// Before linking: an acknowledgement after a server's announcement found nobody registers nobody; an initiate
-// naming HWND_BROADCAST as its sender is not answered (to every window). Then every bad block and stray
-// acknowledgement, to a linked server and client: no handed-over atom is kept, the copies the system makes
-// are freed (ten more rounds); within the process blocks come unchecked. The links still work; then the
-// partner's last words are read after it is killed: the library answers nobody and deletes the atoms itself.
+// Stray acks and broadcast initiates, every bad block both ways, copies freed, then the partner killed mid-talk.
 TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     MessageBoxWatcher boxes(IDNO);
     Partner partner;
@@ -234,21 +198,16 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
                     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << name << ": a handed-over atom is kept";
                     if (msg == WM_DDE_DATA && kShownAsData[b]) EXPECT_EQ(WindowText(lib), kShownAsData[b]) << name;
                     ASSERT_TRUE(IsWindow(lib)) << name;
+                    if (msg != WM_DDE_DATA && msg != WM_DDE_POKE && msg != WM_DDE_ADVISE) continue;
+                    HGLOBAL block = MakeBlock(msg, b);  // within the process the blocks come unchecked
+                    SendMessageA(lib, msg, 0, PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), 0));
+                    const bool kept = msg == WM_DDE_POKE || (msg == WM_DDE_DATA && (b == kTiny1 || b == kKept));
+                    if (kept && b != kForeign && b != kFreed && block != nullptr) GlobalFree(block);  // not released
                 }
         partner.Settle();
     }
     EXPECT_GE(posted, 220) << "most hostile posts reach the library";
     EXPECT_LT(MeasureHeap(GetProcessHeap()).blocks - heapBefore, 10) << "a block left behind by some message";
-    for (const auto& [msg, blocks] : kPosts)
-        for (Block b : blocks)
-            for (HWND lib : {server.get(), client.get()}) {
-                if (msg != WM_DDE_DATA && msg != WM_DDE_POKE && msg != WM_DDE_ADVISE) continue;
-                NowTrying("dde blocks sent within the process", kBlockNames[b]);
-                HGLOBAL block = MakeBlock(msg, b);
-                SendMessageA(lib, msg, 0, PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), 0));
-                const bool kept = msg == WM_DDE_POKE || (msg == WM_DDE_DATA && (b == kTiny1 || b == kKept));  // not released
-                if (kept && b != kForeign && b != kFreed && block != nullptr) GlobalFree(block);
-            }
     const LRESULT data = partner.Settle(WM_DDE_DATA), asked = partner.Settle(WM_DDE_REQUEST);
     SetWindowTextA(server, "after");
     SendMessageA(client, GXM_SETVALUE, 0, 0);
@@ -281,9 +240,7 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     EXPECT_EQ(twInitiateDDE(server, nullptr), 1);
 }
 
-// How the partner answers a client's initiate: twice from two windows (the last answer links), with a
-// terminate posted before its acknowledgement (ignored), not at all as it dies on the spot, or by dying
-// right after answering. The windows still work and go without leaving anything behind.
+// Initiates answered twice, after a terminate, or by a partner that dies before or after answering.
 TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
     MessageBoxWatcher boxes(IDNO);
     const struct {
@@ -298,7 +255,7 @@ TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
         Partner partner(c.mode);
         ASSERT_NE(partner.second, nullptr) << c.name;
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
-        if (c.dies) EXPECT_TRUE(PumpUntil([&] { return WaitForSingleObject(partner.pi.hProcess, 0) == WAIT_OBJECT_0; }, 5000));
+        if (c.dies) EXPECT_TRUE(partner.Exited(5000)) << c.name;
         if (!c.dies) partner.Settle();
         PumpFor(50);
         const HWND linked[] = {nullptr, partner.main, partner.second};
@@ -311,6 +268,20 @@ TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
         server.reset(), client.reset();
         PumpFor(30);
     }
+}
+
+int RunDdePartner(const char* testPid, const char* mode) {
+    g_mode = static_cast<InitMode>(std::atoi(mode));
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = PartnerProc, wc.hInstance = GetModuleHandleA(nullptr), wc.lpszClassName = kClass;
+    RegisterClassA(&wc);
+    for (HWND* w : {&g_second, &g_main})
+        *w = CreateWindowExA(0, kClass, Title(std::strtoul(testPid, nullptr, 10), w == &g_second).c_str(), WS_POPUP, 0,
+                             0, 10, 10, nullptr, nullptr, wc.hInstance, nullptr);
+    SetTimer(nullptr, 0, 120000, nullptr);  // a partner whose test is gone does not stay
+    for (MSG m; GetMessageA(&m, nullptr, 0, 0) > 0 && m.message != WM_TIMER;)
+        m.message >= WM_DDE_FIRST && m.message <= WM_DDE_LAST ? OnPosted(m) : void(DispatchMessageA(&m));
+    return 0;
 }
 
 }  // namespace fktest

@@ -1,5 +1,4 @@
-// Drag and drop with windows destroyed in the middle of a drag, and drag blocks of the wrong kind, with dead
-// handles, or naming a source that is not a window.
+// Drag and drop with windows destroyed mid-drag and drag blocks that are wrong, dead or name a non-window.
 #include <utility>
 
 #include "tests/support/pump.h"
@@ -62,10 +61,7 @@ protected:
 
 }  // namespace
 
-// The target is destroyed while it is asked (by itself) or while its parent is told of the drop; the
-// source by its parent at the drag notice, by the target while the source holds the capture, or by the
-// target's parent during the drop. The drag ends at once (without waiting for, and taking, a message that
-// is not its own), nothing is dropped on a dead window, and the survivor works.
+// A target or source destroyed mid-drag ends the drag at once, leaves others' messages, drops nothing dead.
 TEST_F(HostileDrag, WindowsDestroyedMidDrag) {
     const struct {
         const char* name;
@@ -103,10 +99,7 @@ TEST_F(HostileDrag, WindowsDestroyedMidDrag) {
     }
 }
 
-// Drag blocks handed to a target by hand. A block of another kind, too small, or freed is refused; a data
-// handle that is dead, foreign or the drag block itself is refused; unterminated data is cut at its block's
-// end; a source that is HWND_BROADCAST or gone is not asked to remove anything (a bystander field with the
-// move's removal broadcast to it would lose its text).
+// Bad kinds, sizes and handles are refused; a non-window source (HWND_BROADCAST) is asked to remove nothing.
 TEST_F(HostileDrag, BadDragBlocks) {
     UniqueWindow bystander(CreateWindowExA(0, FK_CLASS_STRING, "bystander", WS_POPUP | WS_VISIBLE, 0, 0, 99, 24,
                                            nullptr, nullptr, nullptr, nullptr));

@@ -1,5 +1,4 @@
-// The suite's own main: warms up what is made once per process and names the input tried on a fault; started
-// again with --dde-partner it is the DDE partner of dde_test.cpp.
+// The suite's main: warms up, names the input tried on a fault, and is the DDE partner with --dde-partner.
 #include "tests/support/recorder.h"
 #include "tests/win/hostile/hostile.h"
 
@@ -24,9 +23,7 @@ void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
     if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), CancelPopup, 0);
 }
 
-// Once over what makes lasting objects the first time: every class painted, a box, a deep cache of common
-// DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts), the
-// recording parent's class and the library's drag cursors.
+// Once over what makes lasting objects the first time (classes painted, a box, DCs, clipboard, popup, cursors).
 static void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {

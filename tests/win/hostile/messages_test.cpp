@@ -24,9 +24,7 @@ static bool LParamIsANumber(UINT msg, WPARAM wp) {
 
 class HostileMessages : public HostileGroup {};
 
-// Every class: hostile methods (what comes back is their start); every private message with lParam 0, garbage
-// (1024 bytes, the most a message fills, a NUL at 63) and wild pointers where it is a number; 1 MB of
-// WM_SETTEXT; WM_DESTROY sent by hand twice before the real one (the method block freed once, not lost).
+// Every class: hostile methods, every private message with lParam 0, garbage or wild, 1 MB text, WM_DESTROY twice.
 TEST_F(HostileMessages, EveryClass) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
     std::vector<UINT> numbers{GXM_SETMETHOD};
@@ -85,8 +83,7 @@ TEST_F(HostileMessages, EveryClass) {
     DestroyWindow(h);
 }
 
-// The editing core on the entry fields: hostile texts and masks, positions far outside, window words
-// (selection, caret) no field would hold; then foreign, destroyed and null windows.
+// The editing core on hostile texts, masks, positions and window words; then on foreign and dead windows.
 TEST_F(HostileMessages, EditingCore) {
     for (const char* cls : kEntryClasses) {
         HWND h = Create(parent, cls);

@@ -1,6 +1,4 @@
-// The resource figures move by exactly what is made (GDI objects of every kind the library makes, DCs
-// included; windows with their descendants; named atoms; Local/Global blocks on the process heap, malloc
-// blocks on the C runtime's) and come back when it is released.
+// The resource figures move by exactly what is made, of every kind the flat checks count, and come back.
 #include <malloc.h>
 
 #include "tests/win/hostile/hostile.h"

@@ -1,5 +1,4 @@
-// Hostile input to the exported services: validation and error reporting, and the method-string editors
-// held to their buffer contract (buffers end at a guard page).
+// Hostile input to validation, error reporting and the method-string editors (buffers end at a guard page).
 #include "tests/support/recorder.h"
 #include "tests/win/hostile/hostile.h"
 
@@ -9,12 +8,7 @@ static const int kTypes[] = {INT_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 9, 10, 11, 12,
 
 class HostileServices : public HostileGroup {};
 
-// Every type code with every method: values null, random bytes (a terminator at 40) and a real one (the
-// method text for text types, a date otherwise). The caller's method string is read, never written.
-// Errors are taken by the parent, shown in a box owned by it, and shown without a control: the texts fit
-// their buffers and "%s%n" is shown, not formatted. twGetMethodParam: the method in a buffer of its length
-// plus two spare bytes, the argument in one of the method's length; the text is put back as it was.
-// twAddMethodParam into a buffer that just holds the result, twRemoveMethodParam in place.
+// Every type and method validates and reports within its buffers ("%s%n" shown as is); editors keep their bounds.
 TEST_F(HostileServices, ValidationErrorsAndMethodEditors) {
     PopupCanceller canceller;
     MessageBoxWatcher boxes;
@@ -87,9 +81,7 @@ TEST_F(HostileServices, ValidationErrorsAndMethodEditors) {
     EXPECT_EQ(twGetMethodParam(method, nullptr, arg), 0);
 }
 
-// A handle that is not a window, HWND_BROADCAST among them, is a quiet no-op for auto-tab and error
-// reporting: no box, and nothing reaches a top-level window (a broadcast would validate, tab and select
-// every one of them).
+// A handle that is not a window (HWND_BROADCAST among them) is a quiet no-op for auto-tab and error reports.
 TEST_F(HostileServices, NonWindowHandlesAreNoOps) {
     MessageBoxWatcher boxes;
     RecordingParent bystander;

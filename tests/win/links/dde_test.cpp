@@ -1,5 +1,4 @@
-// DDE links of the string field: with other fields, with the system's DDE library in
-// a second process (this program started again), and with whatever a partner posts.
+// DDE links of the string field with other fields, with the system's DDE library in a second process, and blocks.
 #include <windows.h>
 #include <ddeml.h>
 #include <gtest/gtest.h>
@@ -13,6 +12,7 @@
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/self_process.h"
 #include "tests/support/window.h"
 
 using namespace fktest;
@@ -56,8 +56,7 @@ int Server(const std::string& p) {
     return 0;
 }
 
-// Requests kPeerItem from the library's server: 0 when it is the expected
-// text, 5 no connection, 6 no answer, 7 another text.
+// Requests kPeerItem from the library's server: 0 the expected text, 5 no link, 6 no answer, 7 another text.
 int Client(const char* expected) {
     if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
     HCONV conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr);
@@ -71,20 +70,11 @@ int Client(const char* expected) {
     return std::strcmp(text, expected) == 0 ? 0 : 7;
 }
 
-// Runs this program again with the arguments around body; its exit code (99: ended by force).
-DWORD WithPeer(const std::string& arguments, const std::function<void()>& body, DWORD ms = 20000) {
-    char exe[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    std::string command = std::string("\"") + exe + "\" " + arguments;
-    STARTUPINFOA si{sizeof si};
-    PROCESS_INFORMATION pi{};
-    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return 98;
-    body();
-    if (!PumpUntil([&] { return WaitForSingleObject(pi.hProcess, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(pi.hProcess, 99);
-    DWORD code = 97;
-    if (WaitForSingleObject(pi.hProcess, 5000) == WAIT_OBJECT_0) GetExitCodeProcess(pi.hProcess, &code);
-    for (HANDLE h : {pi.hProcess, pi.hThread}) CloseHandle(h);
-    return code;
+// Runs this program again with the arguments around body; its exit code (99: ended by force, 98: not started).
+DWORD WithPeer(const std::string& arguments, const std::function<void()>& body) {
+    SelfProcess peer(arguments);
+    if (peer.pi.hProcess == nullptr) return 98;
+    return body(), peer.ExitCode(20000);
 }
 
 // A top-level string field: a DDE initiate reaches top-level windows only.
@@ -198,8 +188,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
 }
 
-// A request the server cannot allocate an answer for is refused with the
-// status 0xFFFF, not the usual negative acknowledgement.
+// A request the server cannot allocate an answer for is refused with 0xFFFF, not the usual negative ack.
 TEST(DdeData, FailedRequestIsAcknowledgedWithFFFF) {
     RecordingParent partner;
     auto server = Field("@SERVER(FkApp,FkTopic,Value)");
