@@ -1,7 +1,7 @@
-// Drag and drop with windows destroyed in the middle of a drag, and drag blocks of the wrong kind, with
-// dead handles, or naming a source that is not a window.
+// Drag and drop with windows destroyed mid-drag and drag blocks that are wrong, dead or name a non-window.
 #include <utility>
 
+#include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/win/hostile/hostile.h"
 
@@ -9,35 +9,14 @@ using namespace fktest;
 
 namespace {
 
-std::string Text(HWND h) {
-    char buffer[256] = {};
-    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
-}
-
-HGLOBAL Block(const void* bytes, size_t n) {
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, n);
-    std::memcpy(GlobalLock(h), bytes, n);
+HGLOBAL Block(const char* text) {
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 8);
+    std::memcpy(GlobalLock(h), text, 8);
     GlobalUnlock(h);
     return h;
 }
-HGLOBAL Freed() {
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, 64);
-    GlobalFree(h);
-    return h;
-}
 
-// The 64-byte drag block: source, identifier, flags, kind, channel, cursor, data.
-HGLOBAL DragBlock(HWND source, DWORD flags, DWORD kind, HGLOBAL data) {
-    DWORD words[16] = {};
-    words[0] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(source));
-    words[2] = flags;
-    words[3] = kind;
-    words[15] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(data));
-    return Block(words, sizeof words);
-}
-
-// Destroys a window when the target is asked whether it takes the drop.
-HWND g_destroyOnQuery;
+HWND g_destroyOnQuery;  // destroyed when the target is asked whether it takes the drop
 WNDPROC g_fieldProc;
 LRESULT CALLBACK QueryHook(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     if (msg == GXM_DRAGQUERY && g_destroyOnQuery != nullptr) {
@@ -47,19 +26,16 @@ LRESULT CALLBACK QueryHook(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     }
     return CallWindowProcA(g_fieldProc, h, msg, wp, lp);
 }
-
-bool g_dragging;  // a drag that would wait for a message that never comes is ended by a timer
-void CALLBACK Rescue(HWND, UINT, UINT_PTR, DWORD) {
-    if (g_dragging) ReleaseCapture();
-}
+void CALLBACK Rescue(HWND, UINT, UINT_PTR, DWORD) { ReleaseCapture(); }  // ends a drag waiting in vain
 constexpr UINT kAfterRelease = WM_APP + 7;  // posted behind the release: the drag must leave it alone
 
 class HostileDrag : public HostileGroup {
 protected:
-    HWND Field(const char* method, int x) {
+    HWND Field(const char* method, int x, const char* text) {
         HWND f = CreateWindowExA(0, FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE | WS_BORDER, x, 10, 150, 24, stage_,
                                  nullptr, nullptr, nullptr);
         SendMessageA(f, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
+        SetWindowTextA(f, text);
         return f;
     }
     // A drag from source that moves over the stage, then over the target, and is released there.
@@ -74,9 +50,7 @@ protected:
         PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(over.x, over.y));
         PostMessageA(stage_, kAfterRelease, 0, 0);
         const UINT_PTR timer = SetTimer(nullptr, 0, 3000, Rescue);
-        g_dragging = true;
-        LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
-        g_dragging = false;
+        const LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
         KillTimer(nullptr, timer);
         if (GetCapture() != nullptr) ReleaseCapture();
         for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) continue;
@@ -87,111 +61,93 @@ protected:
 
 }  // namespace
 
-// The target is destroyed while it is asked (by itself) or while its parent is told of the drop; the
-// source is destroyed by its parent at the drag notice, by the target while the source holds the
-// capture, or by the target's parent during the drop. The drag ends at once (without waiting for, and
-// taking, a message that is not its own), nothing is dropped on a dead window, and the survivors work.
+// A target or source destroyed mid-drag ends the drag at once, leaves others' messages, drops nothing dead.
 TEST_F(HostileDrag, WindowsDestroyedMidDrag) {
-    enum Victim { kTarget, kSource };
     const struct {
         const char* name;
-        Victim victim;
-        UINT when;  // GXM_DRAGQUERY at the target, or what the stage is told
-        const char* dropped;  // the target's text afterwards (when it lives)
+        bool sourceDies;
+        UINT when;             // GXM_DRAGQUERY at the target, or what the stage is told
+        const char* survivor;  // its text afterwards
     } cases[] = {
-        {"target, on its query", kTarget, GXM_DRAGQUERY, nullptr},
-        {"target, by its parent on the drop", kTarget, GXM_DROPDATA, nullptr},
-        {"source, by its parent on the drag notice", kSource, GXN_DRAGNOTIFY, "kept"},
-        {"source, on the target's query", kSource, GXM_DRAGQUERY, "kept"},
-        {"source, by the target's parent on the drop", kSource, GXM_DROPDATA, "moved"},
+        {"target, on its query", false, GXM_DRAGQUERY, "moved"},
+        {"target, by its parent on the drop", false, GXM_DROPDATA, "moved"},
+        {"source, by its parent on the drag notice", true, GXN_DRAGNOTIFY, "kept"},
+        {"source, on the target's query", true, GXM_DRAGQUERY, "kept"},
+        {"source, by the target's parent on the drop", true, GXM_DROPDATA, "moved"},
     };
     for (const auto& c : cases) {
         NowTrying("drag", c.name);
-        HWND source = Field("@DRAGSRC(1)", 10), target = Field("@DROPTARG", 250);
+        HWND source = Field("@DRAGSRC(1)", 10, "moved"), target = Field("@DROPTARG", 250, "kept");
         g_fieldProc = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrA(target, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(QueryHook)));
-        SetWindowTextA(source, "moved");
-        SetWindowTextA(target, "kept");
-        HWND victim = c.victim == kTarget ? target : source;
+        const HWND victim = c.sourceDies ? source : target, survivor = c.sourceDies ? target : source;
         if (c.when == GXM_DRAGQUERY) g_destroyOnQuery = victim;
         stage_.reply = [&](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
             if (msg != c.when || !IsWindow(victim)) return std::nullopt;
-            DestroyWindow(victim);
-            return 0;
+            return DestroyWindow(victim), 0;
         };
         stage_.clear();
         EXPECT_EQ(Drag(source, target), 1) << c.name;
-        stage_.reply = nullptr;
-        g_destroyOnQuery = nullptr;
+        stage_.reply = nullptr, g_destroyOnQuery = nullptr;
         PumpMessages();
         EXPECT_EQ(stage_.Of(kAfterRelease).size(), 1u) << c.name << ": the drag took a message that was not its own";
         EXPECT_FALSE(IsWindow(victim)) << c.name;
-        if (c.victim == kTarget) {
-            EXPECT_EQ(Text(source), "moved") << c.name << ": nothing was dropped";
-        } else {
-            EXPECT_EQ(Text(target), c.dropped) << c.name;
-        }
-        SetWindowTextA(c.victim == kTarget ? source : target, "still works");
-        EXPECT_EQ(Text(c.victim == kTarget ? source : target), "still works");
-        for (HWND h : {source, target}) if (IsWindow(h)) DestroyWindow(h);
+        EXPECT_EQ(WindowText(survivor), c.survivor) << c.name;
+        SetWindowTextA(survivor, "still works");
+        EXPECT_EQ(WindowText(survivor), "still works");
+        DestroyWindow(survivor);
     }
 }
 
-// Drag blocks handed to a target by hand. A block of another kind, too small, or freed is refused; a
-// data handle that is dead, foreign or the drag block itself is refused; unterminated data is cut at
-// its block's end; a source that is HWND_BROADCAST or gone is not asked to remove anything (a bystander
-// field with the move's removal broadcast to it would lose its text).
+// Bad kinds, sizes and handles are refused; a non-window source (HWND_BROADCAST) is asked to remove nothing.
 TEST_F(HostileDrag, BadDragBlocks) {
     UniqueWindow bystander(CreateWindowExA(0, FK_CLASS_STRING, "bystander", WS_POPUP | WS_VISIBLE, 0, 0, 99, 24,
                                            nullptr, nullptr, nullptr, nullptr));
-    HWND gone = Field("", 10);
+    HWND gone = Field("", 10, "");
     DestroyWindow(gone);
-    enum Data { kText, kFreedData, kForeign, kSelf, kUnterminated };
+    enum Data { kText, kUnterminated, kSmallBlock, kFreedBlock, kFreedData, kForeign, kSelf };
     const struct {
         const char* name;
         DWORD kind;
         Data data;
         HWND source;
-        size_t size;  // of the drag block: 64, or less
-        bool freedBlock;
         LRESULT query;
         const char* shown;
     } cases[] = {
-        {"kind 2", 2, kText, nullptr, 64, false, 1, "kept"},
-        {"kind 0xFFFFFFFF", 0xFFFFFFFF, kText, nullptr, 64, false, 1, "kept"},
-        {"16-byte block", 1, kText, nullptr, 16, false, 0, "kept"},
-        {"freed drag block", 1, kText, nullptr, 64, true, 0, "kept"},
-        {"freed data", 1, kFreedData, nullptr, 64, false, 1, "kept"},
-        {"foreign data", 1, kForeign, nullptr, 64, false, 1, "kept"},
-        {"data is the drag block", 1, kSelf, nullptr, 64, false, 1, "kept"},
-        {"unterminated data", 1, kUnterminated, nullptr, 64, false, 1, "uuuuuuuu"},
-        {"source HWND_BROADCAST, move", 1, kText, HWND_BROADCAST, 64, false, 1, "dropped"},
-        {"source gone, move", 1, kText, gone, 64, false, 1, "dropped"},
+        {"kind 2", 2, kText, nullptr, 1, "kept"},
+        {"kind 0xFFFFFFFF", 0xFFFFFFFF, kText, nullptr, 1, "kept"},
+        {"16-byte block", 1, kSmallBlock, nullptr, 0, "kept"},
+        {"freed drag block", 1, kFreedBlock, nullptr, 0, "kept"},
+        {"freed data", 1, kFreedData, nullptr, 1, "kept"},
+        {"foreign data", 1, kForeign, nullptr, 1, "kept"},
+        {"data is the drag block", 1, kSelf, nullptr, 1, "kept"},
+        {"unterminated data", 1, kUnterminated, nullptr, 1, "uuuuuuuu"},
+        {"source HWND_BROADCAST, move", 1, kText, HWND_BROADCAST, 1, "dropped"},
+        {"source gone, move", 1, kText, gone, 1, "dropped"},
     };
     for (const auto& c : cases) {
         NowTrying("drag block", c.name);
-        HWND target = Field("@DROPTARG", 250);
-        SetWindowTextA(target, "kept");
-        HGLOBAL data = c.data == kText ? Block("dropped", 8) : c.data == kUnterminated ? Block("uuuuuuuu", 8)
-                     : c.data == kFreedData ? Freed() : c.data == kForeign ? HGLOBAL(0x00C0FFEE) : nullptr;
-        HGLOBAL drag = DragBlock(c.source, 1, c.kind, data);
-        if (c.data == kSelf) {  // its own handle in the data field
-            auto* words = static_cast<DWORD*>(GlobalLock(drag));
-            words[15] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(drag));
-            GlobalUnlock(drag);
-        }
-        if (c.size < 64) drag = GlobalReAlloc(drag, c.size, GMEM_MOVEABLE);
-        if (c.freedBlock) GlobalFree(drag);
+        HWND target = Field("@DROPTARG", 250, "kept");
+        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, 64);  // first: freed data stays dead
+        const bool owned = c.data <= kFreedBlock;  // data of ours, to be taken or left
+        HGLOBAL data = owned ? Block(c.data == kUnterminated ? "uuuuuuuu" : "dropped") : c.data == kFreedData ? Block("freed!!")
+                     : c.data == kForeign ? reinterpret_cast<HGLOBAL>(0x00C0FFEE) : nullptr;
+        if (c.data == kFreedData) GlobalFree(data);
+        auto* words = static_cast<DWORD*>(GlobalLock(drag));  // source, identifier, flags, kind, ..., data
+        words[0] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(c.source)), words[2] = 1, words[3] = c.kind;
+        words[15] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(c.data == kSelf ? drag : data));
+        GlobalUnlock(drag);
+        if (c.data == kSmallBlock) drag = GlobalReAlloc(drag, 16, GMEM_MOVEABLE);
+        if (c.data == kFreedBlock) GlobalFree(drag);
         const auto lp = reinterpret_cast<LPARAM>(drag);
         EXPECT_EQ(SendMessageA(target, GXM_DRAGQUERY, 0, lp), c.query) << c.name;
         EXPECT_EQ(SendMessageA(target, GXM_DROPDATA, 0, lp), 0) << c.name;
-        EXPECT_EQ(Text(target), c.shown) << c.name;
-        EXPECT_EQ(Text(bystander), "bystander") << c.name;
-        if (c.data == kText || c.data == kUnterminated)
-            EXPECT_EQ(GlobalSize(data) == 0, std::string(c.shown) != "kept") << c.name << ": taken data is freed";
-        if (!c.freedBlock) EXPECT_NE(GlobalSize(drag), 0u) << c.name << ": the drag block stays the sender's";
-        if ((c.data == kText || c.data == kUnterminated) && GlobalSize(data) != 0) GlobalFree(data);
-        if (!c.freedBlock) GlobalFree(drag);
+        EXPECT_EQ(WindowText(target), c.shown) << c.name;
+        EXPECT_EQ(WindowText(bystander), "bystander") << c.name;
+        if (owned) EXPECT_EQ(GlobalSize(data) == 0, std::string(c.shown) != "kept") << c.name << ": taken data is freed";
+        if (owned && GlobalSize(data) != 0) GlobalFree(data);
+        if (c.data != kFreedBlock) EXPECT_NE(GlobalSize(drag), 0u) << c.name << ": the drag block stays the sender's";
+        if (c.data != kFreedBlock) GlobalFree(drag);
         DestroyWindow(target);
     }
 }

@@ -1,5 +1,4 @@
-// The hostile texts, buffers that end at a no-access page, the fifteen classes, and a fixture that checks
-// after each group that the heaps validate and no window, atom or GDI object is left over.
+// Hostile texts, guarded buffers, the classes, and a fixture that checks resources are flat after each group.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,6 +8,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <set>
 #include <string>
@@ -25,7 +25,7 @@ namespace fktest {
 struct GuardedBuffer {  // len bytes that end right before a no-access page
     explicit GuardedBuffer(size_t len) : len(len), pages((len + 4095) / 4096 + 1) {
         base = static_cast<char*>(VirtualAlloc(nullptr, pages * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
-        DWORD old;
+        DWORD old = 0;  // the last page: no access
         VirtualProtect(base + (pages - 1) * 4096, 4096, PAGE_NOACCESS, &old);
     }
     explicit GuardedBuffer(const std::string& text) : GuardedBuffer(text.size() + 1) {  // text and its terminator
@@ -56,10 +56,7 @@ inline void FillRandom(char* p, size_t n, uint32_t seed) {
     for (size_t i = 0; i < n; ++i) x ^= x << 13, x ^= x >> 17, x ^= x << 5, p[i] = static_cast<char>(x >> 24);
 }
 
-struct HostileText {
-    const char* name;
-    std::string text;
-};
+struct HostileText { const char* name; std::string text; };
 inline const std::vector<HostileText>& HostileMethods() {
     static const std::vector<HostileText> texts = [] {
         const std::string high = HighBytes(), deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
@@ -86,9 +83,7 @@ inline const std::vector<HostileText>& HostileMethods() {
 }
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
-inline void NowTrying(const char* group, const char* what) {
-    std::snprintf(g_trying, sizeof g_trying, "%s: %s", group, what);
-}
+inline void NowTrying(const char* group, const char* what) { std::snprintf(g_trying, 512, "%s: %s", group, what); }
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
 inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);

@@ -1,10 +1,10 @@
-// The suite's own main: warms up what is made once per process and names the input tried on a fault; started
-// again with --dde-partner it is the DDE partner of dde_partner_test.cpp.
+// The suite's main: warms up, names the input tried on a fault, and is the DDE partner with --dde-partner.
 #include "tests/support/recorder.h"
-#include "tests/win/hostile/dde_partner.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
+
+int RunDdePartner(const char* testPid, const char* mode);
 
 static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
@@ -18,10 +18,12 @@ static BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
     if (!lstrcmpiA(cls, "ListBox") && (GetWindowLongA(h, GWL_STYLE) & WS_POPUP) && IsWindowVisible(h)) DestroyWindow(h);
     return TRUE;
 }
+void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
+    static int ticks = 0;  // a popup gets a few ticks to appear fully
+    if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), CancelPopup, 0);
+}
 
-// Once over what makes lasting objects the first time: every class painted, a box, a deep cache of
-// common DCs, the clipboard, a scrolled table popup with every byte drawn (high bytes bring their fonts),
-// the recording parent's class and the library's drag cursors.
+// Once over what makes lasting objects the first time (classes painted, a box, DCs, clipboard, popup, cursors).
 static void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
@@ -39,28 +41,22 @@ static void WarmUp() {
     twClipboardPasteText(parent, pasted, sizeof pasted - 1);
     std::string table;
     for (int c = 1; c <= 0xFF; ++c) table += c == '\r' || c == '\n' || c == 0x1A ? ' ' : static_cast<char>(c);
-    table += "\r\n\t\t,x\r\n";
-    for (int i = 0; i < 100; ++i) table += "A,1\r\n";
+    for (table += "\r\n\t\t,x\r\n"; table.size() < 800;) table += "A,1\r\n";
     const std::string path = WriteTable("fk_hostile_warm.tbl", table);
     PopupCanceller canceller;
     GlobalFree(twShowTable(parent, path.c_str(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
     twFreeTable(nullptr);
     DeleteFileA(path.c_str());
-    RecordingParent recorder;  // its class
-    for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA("FLDKIT32.dll"), MAKEINTRESOURCEA(cursor));  // drags
+    RecordingParent recorder;
+    for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA("FLDKIT32.dll"), MAKEINTRESOURCEA(cursor));
     parent.reset();
     PumpMessages();
-}
-
-void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
-    static int ticks = 0;  // a popup gets a few ticks to appear fully
-    if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), CancelPopup, 0);
 }
 
 }  // namespace fktest
 
 int main(int argc, char** argv) {
-    if (argc >= 3 && std::strcmp(argv[1], "--dde-partner") == 0) return fkpartner::RunPartner(argv[2]);
+    if (argc >= 4 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2], argv[3]);
     SetUnhandledExceptionFilter(fktest::ReportFault);
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     ::testing::InitGoogleTest(&argc, argv);

@@ -6,14 +6,11 @@ using namespace fktest;
 static HWND Create(HWND parent, const char* cls) {
     return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, HMENU(77), nullptr, nullptr);
 }
-
 static void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
-
-static std::string GetMethod(HWND h, GuardedBuffer& copy) {
-    std::memset(copy.data(), 'x', 256);
-    copy.data()[256] = 0;
+static std::string GetMethod(HWND h, GuardedBuffer& copy) {  // at most 256 characters come back
+    std::memset(copy.data(), 'x', 256), copy.data()[256] = 0;
     SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy.data()));
-    EXPECT_EQ(copy.data()[256], 0);  // at most 256 characters
+    EXPECT_EQ(copy.data()[256], 0);
     return copy.data();
 }
 
@@ -27,9 +24,7 @@ static bool LParamIsANumber(UINT msg, WPARAM wp) {
 
 class HostileMessages : public HostileGroup {};
 
-// Every class: hostile methods (what comes back is their start); every private message with lParam 0, garbage
-// (1024 bytes, the most a message fills, a NUL at 63) and wild pointers where it is a number; 1 MB of
-// WM_SETTEXT; WM_DESTROY sent by hand twice before the real one (the method block freed once, not lost).
+// Every class: hostile methods, every private message with lParam 0, garbage or wild, 1 MB text, WM_DESTROY twice.
 TEST_F(HostileMessages, EveryClass) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
     std::vector<UINT> numbers{GXM_SETMETHOD};
@@ -42,10 +37,8 @@ TEST_F(HostileMessages, EveryClass) {
             NowTrying(cls, m.name);
             GuardedBuffer text(m.text);
             SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.data()));
-            const std::string back = GetMethod(h, copy);
-            EXPECT_EQ(m.text.compare(0, back.size(), back), 0) << cls << " " << m.name;
-            const LRESULT verdict = SendMessageA(h, GXM_VALIDATE, 0, 0);
-            EXPECT_TRUE(verdict == 0 || verdict == -1) << cls << " " << m.name;
+            EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << cls << " " << m.name;
+            EXPECT_LE(unsigned(SendMessageA(h, GXM_VALIDATE, 0, 0) + 1), 1u) << cls << " " << m.name;  // 0 or -1
             Paint(h);
         }
         SendMessageA(h, GXM_SETMETHOD, 0, 0);
@@ -64,20 +57,16 @@ TEST_F(HostileMessages, EveryClass) {
         }
         Paint(h);
         NowTrying(cls, "1 MB of WM_SETTEXT");
-        SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data()));
-        Paint(h);
+        SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())), Paint(h);
         std::memset(out.data(), 0, out.size());
         SendMessageA(h, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data()));
         EXPECT_LT(strnlen(out.data(), out.size()), out.size()) << cls;
-        SendMessageA(h, WM_GETTEXTLENGTH, 0, 0);
         for (WPARAM type : {0u, 1u, 3u, 4u, 5u}) SendMessageA(h, GXM_GETVALUE, type, (LPARAM)out.data());
-        SendMessageA(h, GXM_VALIDATE, 0, 0);
-        SendMessageA(h, WM_SETTEXT, 0, 0);
+        SendMessageA(h, WM_GETTEXTLENGTH, 0, 0), SendMessageA(h, GXM_VALIDATE, 0, 0), SendMessageA(h, WM_SETTEXT, 0, 0);
         Paint(h);
         NowTrying(cls, "WM_DESTROY sent by hand");
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
-        SendMessageA(h, WM_DESTROY, 0, 0);
-        SendMessageA(h, WM_DESTROY, 0, 0);
+        SendMessageA(h, WM_DESTROY, 0, 0), SendMessageA(h, WM_DESTROY, 0, 0);
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(second)"));
         DestroyWindow(h);
@@ -94,8 +83,7 @@ TEST_F(HostileMessages, EveryClass) {
     DestroyWindow(h);
 }
 
-// The editing core on the entry fields: hostile texts and masks, positions far outside, window words
-// (selection, caret) no field would hold; then foreign, destroyed and null windows.
+// The editing core on hostile texts, masks, positions and window words; then on foreign and dead windows.
 TEST_F(HostileMessages, EditingCore) {
     for (const char* cls : kEntryClasses) {
         HWND h = Create(parent, cls);
@@ -106,11 +94,8 @@ TEST_F(HostileMessages, EditingCore) {
             GuardedBuffer text(t.text), mask(t.text);
             for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7},
                                             {MAKELONG(0xFFFF, 0), 100000}, {LONG(0xFFFFFFFF), 3}}) {
-                SetWindowLongA(h, 12, selection);
-                SetWindowLongA(h, 16, caret);
-                twDrawField(h, text.data(), GXDF_ANY, 0);
-                twDrawField(h, text.data(), GXDF_ANY | GXDF_RIGHT, 0);
-                twDrawField(h, text.data(), GXDF_PAINT | GXDF_NOCARET, 0);
+                SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
+                for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET}) twDrawField(h, text.data(), how, 0);
             }
             for (int x : {INT_MIN, -1, 0, 3, 40, 149, 5000, INT_MAX}) {
                 MouseButtonDown(h, x, text.data(), nullptr, 0, 0);
@@ -124,11 +109,8 @@ TEST_F(HostileMessages, EditingCore) {
             for (int pos : {-3, 0, 5, 70000})
                 for (int noFill : {0, 1}) twAppToScrMask(screen.data(), text.data(), mask.data(), pos, noFill);
         }
-        MouseButtonDown(h, 5, nullptr, nullptr, 0, 0);
-        MouseMove(h, 5, nullptr, 0);
-        twDrawField(h, nullptr, 0, 0);
-        DestroyCaret();
-        DestroyWindow(h);
+        MouseButtonDown(h, 5, nullptr, nullptr, 0, 0), MouseMove(h, 5, nullptr, 0), twDrawField(h, nullptr, 0, 0);
+        DestroyCaret(), DestroyWindow(h);
     }
     HWND stat = Create(parent, "STATIC"), button = Create(parent, "BUTTON"), list = Create(parent, "LISTBOX");
     HWND dead = Create(parent, "STATIC");
@@ -136,11 +118,8 @@ TEST_F(HostileMessages, EditingCore) {
     char text[] = "foreign text", mask[] = "##-##";
     for (HWND h : {stat, button, list, parent.get(), GetDesktopWindow(), dead, HWND{}, HWND(0x1234)}) {
         NowTrying("editing core", "foreign window");
-        twDrawField(h, text, GXDF_ANY, 0);
-        twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
-        MouseButtonDown(h, 10, text, mask, 0, 0);
-        MouseButtonDown(h, 10, text, nullptr, 0, 0);
-        MouseMove(h, 30, text, 1);
+        twDrawField(h, text, GXDF_ANY, 0), twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
+        MouseButtonDown(h, 10, text, mask, 0, 0), MouseButtonDown(h, 10, text, nullptr, 0, 0), MouseMove(h, 30, text, 1);
         ReleaseCapture();
     }
     DestroyCaret();

@@ -1,9 +1,6 @@
-// The resource figures move by exactly what is made (GDI objects of every kind the library makes, DCs
-// included; windows with their descendants; named atoms; Local/Global blocks on the process heap, malloc
-// blocks on the C runtime's) and come back when it is released.
+// The resource figures move by exactly what is made, of every kind the flat checks count, and come back.
 #include <malloc.h>
 
-#include "tests/support/window.h"
 #include "tests/win/hostile/hostile.h"
 
 using namespace fktest;
@@ -14,21 +11,19 @@ TEST(ResourceFigures, FollowWhatIsMadeAndReleased) {
     std::vector<HGDIOBJ> objects;
     std::vector<void*> blocks;
     objects.reserve(120), blocks.reserve(60);
-    char name[64];
+    auto atom = [](int i) {
+        static char name[64];
+        return std::snprintf(name, sizeof name, "FkFigures%lu_%d", GetCurrentProcessId(), i), name;
+    };
     const ResourceFigures before = TakeResourceFigures();
     ASSERT_TRUE(before.allHeapsValid && before.processHeap.valid && before.crtHeap.valid);
     for (int i = 0; i < 20; ++i) {
-        objects.push_back(CreateSolidBrush(RGB(i, 2, 3)));
-        objects.push_back(CreatePen(PS_SOLID, 1 + i % 3, RGB(i, 0, 0)));
-        objects.push_back(CreateFontA(10 + i % 7, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial"));
-        objects.push_back(CreateBitmap(4 + i % 5, 4, 1, 1, nullptr));
-        objects.push_back(CreateRectRgn(0, 0, i + 1, i + 1));
-        objects.push_back(CreateCompatibleDC(nullptr));
-        blocks.push_back(LocalAlloc(LMEM_ZEROINIT, 10 + i));
-        blocks.push_back(GlobalAlloc(GMEM_MOVEABLE, 10 + i));
-        blocks.push_back(std::malloc(100));
-        std::snprintf(name, sizeof name, "FkFigures%lu_%d", GetCurrentProcessId(), i);
-        GlobalAddAtomA(name);
+        objects.insert(objects.end(), {CreateSolidBrush(RGB(i, 2, 3)), CreatePen(PS_SOLID, 1 + i % 3, RGB(i, 0, 0)),
+                                       CreateFontA(10 + i % 7, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial"),
+                                       CreateBitmap(4 + i % 5, 4, 1, 1, nullptr), CreateRectRgn(0, 0, i + 1, i + 1),
+                                       CreateCompatibleDC(nullptr)});
+        blocks.insert(blocks.end(), {LocalAlloc(LMEM_ZEROINIT, 10 + i), GlobalAlloc(GMEM_MOVEABLE, 10 + i), std::malloc(100)});
+        GlobalAddAtomA(atom(i));
     }
     const ResourceFigures during = TakeResourceFigures();
     EXPECT_EQ(during.gdiObjects, before.gdiObjects + 120);
@@ -38,15 +33,8 @@ TEST(ResourceFigures, FollowWhatIsMadeAndReleased) {
     EXPECT_GE(during.crtHeap.bytes, before.crtHeap.bytes + 2000);
     EXPECT_NE(DescribeGrowth(before, during, false).find("gdi +120 ("), std::string::npos);
     for (HGDIOBJ o : objects) GetObjectType(o) == OBJ_MEMDC ? DeleteDC(static_cast<HDC>(o)) : DeleteObject(o);
-    for (size_t i = 0; i < blocks.size(); i += 3) {
-        LocalFree(blocks[i]);
-        GlobalFree(blocks[i + 1]);
-        std::free(blocks[i + 2]);
-    }
-    for (int i = 0; i < 20; ++i) {
-        std::snprintf(name, sizeof name, "FkFigures%lu_%d", GetCurrentProcessId(), i);
-        GlobalDeleteAtom(GlobalFindAtomA(name));
-    }
+    for (size_t i = 0; i < blocks.size(); i += 3) LocalFree(blocks[i]), GlobalFree(blocks[i + 1]), std::free(blocks[i + 2]);
+    for (int i = 0; i < 20; ++i) GlobalDeleteAtom(GlobalFindAtomA(atom(i)));
     EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), true), "");
     const long windows = CountThreadWindows();
     UniqueWindow parent = MakeParent();

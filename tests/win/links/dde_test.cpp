@@ -1,40 +1,23 @@
-// DDE links of the string field: with other fields, with the system's DDE library in
-// a second process (this program started again), and with whatever a partner posts.
-
+// DDE links of the string field with other fields, with the system's DDE library in a second process, and blocks.
 #include <windows.h>
 #include <ddeml.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
-#include <vector>
 
 #include "include/fldkit.h"
 #include "frame/alloc.h"
 #include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/self_process.h"
 #include "tests/support/window.h"
 
-using fktest::UniqueWindow;
+using namespace fktest;
 
 namespace {
-
-// Pumps messages until done() holds or ms pass; true when done.
-template <typename F>
-bool PumpUntil(F done, DWORD ms = 3000) {
-    for (DWORD start = GetTickCount();; MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
-        for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&m);
-        if (done()) return true;
-        if (GetTickCount() - start > ms) return false;
-    }
-}
-void Pump(DWORD ms) { PumpUntil([] { return false; }, ms); }
-
-std::string Text(HWND h) {
-    char buffer[512] = {};
-    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
-}
 
 // ---- the partner: "--ddeml-server <event prefix>" or "--ddeml-client <expected text>"
 
@@ -63,48 +46,35 @@ int Server(const std::string& p) {
     HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
     if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
         return 3;
-    g_topic = Name(kPeerTopic);
-    g_item = Name(kPeerItem);
+    g_topic = Name(kPeerTopic), g_item = Name(kPeerItem);
     if (!DdeNameService(g_inst, Name(kPeerService), nullptr, DNS_REGISTER)) return 4;
     SetEvent(ready);
     DWORD set = WAIT_TIMEOUT;
     while (PumpUntil([&] { return (set = WaitForMultipleObjects(2, events, FALSE, 0)) != WAIT_TIMEOUT; }, 30000) &&
-           set == WAIT_OBJECT_0) {
-        ++g_pushes;
-        DdePostAdvise(g_inst, g_topic, g_item);
-    }
+           set == WAIT_OBJECT_0)
+        ++g_pushes, DdePostAdvise(g_inst, g_topic, g_item);
     return 0;
 }
 
-// Requests kPeerItem from the library's server: 0 when it is the expected
-// text, 5 no connection, 6 no answer, 7 another text.
+// Requests kPeerItem from the library's server: 0 the expected text, 5 no link, 6 no answer, 7 another text.
 int Client(const char* expected) {
     if (DdeInitializeA(&g_inst, Callback, APPCMD_CLIENTONLY, 0)) return 3;
     HCONV conv = DdeConnect(g_inst, Name(kLibService), Name(kLibTopic), nullptr);
     if (conv == nullptr) return 5;
     DWORD status = 0;
     HDDEDATA data = DdeClientTransaction(nullptr, 0, conv, Name(kPeerItem), CF_TEXT, XTYP_REQUEST, 5000, &status);
-    char text[256] = {};
     if (data == nullptr) return 6;
+    char text[256] = {};
     DdeGetData(data, reinterpret_cast<LPBYTE>(text), sizeof text - 1, 0);
     // No disconnect: the library acknowledges a terminate, which DDEML would wait for in vain.
     return std::strcmp(text, expected) == 0 ? 0 : 7;
 }
 
-// Runs this program again with the arguments around body; its exit code (99: ended by force).
-DWORD WithPeer(const std::string& arguments, const std::function<void()>& body, DWORD ms = 20000) {
-    char exe[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    std::string command = std::string("\"") + exe + "\" " + arguments;
-    STARTUPINFOA si{sizeof si};
-    PROCESS_INFORMATION pi{};
-    if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return 98;
-    body();
-    if (!PumpUntil([&] { return WaitForSingleObject(pi.hProcess, 0) == WAIT_OBJECT_0; }, ms)) TerminateProcess(pi.hProcess, 99);
-    DWORD code = 97;
-    if (WaitForSingleObject(pi.hProcess, 5000) == WAIT_OBJECT_0) GetExitCodeProcess(pi.hProcess, &code);
-    for (HANDLE h : {pi.hProcess, pi.hThread}) CloseHandle(h);
-    return code;
+// Runs this program again with the arguments around body; its exit code (99: ended by force, 98: not started).
+DWORD WithPeer(const std::string& arguments, const std::function<void()>& body) {
+    SelfProcess peer(arguments);
+    if (peer.pi.hProcess == nullptr) return 98;
+    return body(), peer.ExitCode(20000);
 }
 
 // A top-level string field: a DDE initiate reaches top-level windows only.
@@ -116,7 +86,6 @@ UniqueWindow Field(const std::string& method, int x = 0, int y = 0) {
 }
 
 HWND Prop(HWND h, const std::string& name) { return static_cast<HWND>(GetPropA(h, name.c_str())); }
-
 void Send(HWND h, UINT msg, HWND partner, HGLOBAL block, ATOM item) {
     SendMessageA(h, msg, reinterpret_cast<WPARAM>(partner), PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), item));
 }
@@ -131,7 +100,7 @@ HGLOBAL DataBlock(WORD flags, const std::string& bytes) {
 }
 
 TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
-    fktest::MessageBoxWatcher boxes(IDNO);  // a waiting client must not hang the test
+    MessageBoxWatcher boxes(IDNO);  // a waiting client must not hang the test
     UniqueWindow server;
     std::vector<UniqueWindow> clients;
     for (int i = 0; i < 6; ++i) {
@@ -140,21 +109,21 @@ TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
         EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
         EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     }
-    Pump(100);  // the advises and their acknowledgements
+    PumpFor(100);  // the advises and their acknowledgements
     SetWindowTextA(server, "42   ");  // pushed trimmed, to slots 1-5 only
-    EXPECT_TRUE(PumpUntil([&] { return Text(clients[4]) == "42"; }));
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(Text(clients[i]), "42");
-    EXPECT_EQ(Text(clients[5]), "");
+    EXPECT_TRUE(PumpUntil([&] { return WindowText(clients[4]) == "42"; }));
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(WindowText(clients[i]), "42");
+    EXPECT_EQ(WindowText(clients[5]), "");
     for (int i = 0; i < 3; ++i) {  // a refresh asks the server; the item atom survives it
         SetWindowTextA(clients[1], "stale");
         SendMessageA(clients[1], GXM_SETVALUE, 0, 0);
-        EXPECT_TRUE(PumpUntil([&] { return Text(clients[1]) == "42   "; }));
+        EXPECT_TRUE(PumpUntil([&] { return WindowText(clients[1]) == "42   "; }));
     }
     clients[1].reset();  // its unadvise frees the slot
     EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
     HWND gone = server.get();
     server.reset();  // a client ignores the terminate and keeps its mark
-    Pump(100);
+    PumpFor(100);
     EXPECT_EQ(Prop(clients[2], "CLIENT"), gone);
 }
 
@@ -168,10 +137,9 @@ UINT WINAPI StartServer(LPCSTR command, UINT) {
 }
 
 TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
-    fktest::MessageBoxWatcher no(IDNO);
-    for (const char* method : {"@CLIENT(FkLate,LateTopic,V)NOAUTOSTART", "@CLIENT(FkLate,LateTopic,V)noautostart"}) {
+    MessageBoxWatcher no(IDNO);
+    for (const char* method : {"@CLIENT(FkLate,LateTopic,V)NOAUTOSTART", "@CLIENT(FkLate,LateTopic,V)noautostart"})
         EXPECT_EQ(GetPropA(Field(method), "CLIENT"), nullptr);
-    }
     EXPECT_TRUE(no.boxes().empty());
     auto refused = Field("@CLIENT(FkLate,LateTopic,V)");
     EXPECT_EQ(GetPropA(refused, "CLIENT"), nullptr);
@@ -179,11 +147,9 @@ TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
     EXPECT_EQ(no.boxes()[0].text, "Data links not available. Start remote Application?");
     EXPECT_EQ(no.boxes()[0].caption, "Quintaval");
     EXPECT_EQ(no.boxes()[0].owner, refused.get());
-
-    FkLinkHooks table{};
-    table.winExec = StartServer;
+    const FkLinkHooks table{.winExec = StartServer};
     fkSetLinkHooks(&table);
-    fktest::MessageBoxWatcher yes(IDYES);
+    MessageBoxWatcher yes(IDYES);
     auto client = Field("@CLIENT(FkLate,LateTopic,V)");
     fkSetLinkHooks(nullptr);
     ASSERT_NE(g_started.get(), nullptr);
@@ -192,7 +158,7 @@ TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
 }
 
 TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
-    fktest::RecordingParent partner;
+    RecordingParent partner;
     auto client = Field("");
     const std::pair<std::string, std::string> cases[] = {
         {{"abc\r\n", 6}, "abc"}, {{"abc\n", 5}, "abc"},     {{"a\r\nb", 5}, "a\r\nb"}, {{"x\ry", 4}, "x"},
@@ -201,15 +167,14 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     for (const auto& [bytes, shown] : cases) {
         HGLOBAL block = DataBlock(0x2000, bytes);  // fRelease: the client frees it
         Send(client, WM_DDE_DATA, partner, block, GlobalAddAtomA("FkDataItem"));
-        EXPECT_EQ(Text(client), shown);
+        EXPECT_EQ(WindowText(client), shown);
         EXPECT_EQ(GlobalSize(block), 0u) << "released block is freed";
     }
     EXPECT_EQ(GlobalFindAtomA("FkDataItem"), 0) << "unacknowledged item atoms are deleted";
-
     HGLOBAL block = DataBlock(0x8000, {"kept", 5});  // fAckReq; the block stays the sender's
     ATOM item = GlobalAddAtomA("FkAckItem");
     Send(client, WM_DDE_DATA, partner, block, item);
-    EXPECT_EQ(Text(client), "kept");
+    EXPECT_EQ(WindowText(client), "kept");
     EXPECT_GT(GlobalSize(block), 0u);
     GlobalFree(block);
     ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
@@ -218,16 +183,14 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
     EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
     GlobalDeleteAtom(item);
-
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, options, 0);
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
 }
 
-// A request the server cannot allocate an answer for is refused with the
-// status 0xFFFF, not the usual negative acknowledgement.
+// A request the server cannot allocate an answer for is refused with 0xFFFF, not the usual negative ack.
 TEST(DdeData, FailedRequestIsAcknowledgedWithFFFF) {
-    fktest::RecordingParent partner;
+    RecordingParent partner;
     auto server = Field("@SERVER(FkApp,FkTopic,Value)");
     SetWindowTextA(server, "42");
     ATOM item = GlobalAddAtomA("Value");
@@ -243,26 +206,6 @@ TEST(DdeData, FailedRequestIsAcknowledgedWithFFFF) {
     GlobalDeleteAtom(item);
 }
 
-// Whatever a foreign partner or a careless caller hands over: no crash, and
-// messages outside the DDE range are not ours.
-TEST(DdeHandler, SurvivesNullAndForeignValues) {
-    auto control = Field("@SERVER(FkApp,FkTopic,Value)");
-    char empty[4] = "";
-    for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
-        for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123)}) {
-            twProcessDDE(control, msg, 0, lp, nullptr);
-            twProcessDDE(control, msg, reinterpret_cast<WPARAM>(control.get()), lp, empty);
-            twProcessDDE(nullptr, msg, 0x1234, lp, nullptr);
-        }
-        twProcessDDE(control, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
-    }
-    EXPECT_EQ(twProcessDDE(control, WM_USER, 0, 0, nullptr), 0);
-    EXPECT_EQ(twProcessDDE(control, WM_DDE_ACK, 0, 0, nullptr), 1);
-    EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
-    twUnadviseDDE(nullptr);
-    EXPECT_EQ(twInitiateDDE(control, nullptr), 1);
-}
-
 TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
     std::string prefix = "FkLinkPeer" + std::to_string(GetCurrentProcessId());
     auto event = [&](const char* what) { return CreateEventA(nullptr, FALSE, FALSE, (prefix + what).c_str()); };
@@ -273,14 +216,14 @@ TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
         DWORD pid = 0;
         ASSERT_TRUE(GetWindowThreadProcessId(Prop(client, "CLIENT"), &pid));
         EXPECT_NE(pid, GetCurrentProcessId());
-        Pump(300);  // the advise reaches the peer and is acknowledged
+        PumpFor(300);  // the advise reaches the peer and is acknowledged
         for (int i = 1; i <= 3; ++i) {
             SetEvent(push);
             std::string want = "pushed " + std::to_string(i);
-            EXPECT_TRUE(PumpUntil([&] { return Text(client) == want; }, 5000)) << Text(client);
+            EXPECT_TRUE(PumpUntil([&] { return WindowText(client) == want; }, 5000)) << WindowText(client);
         }
         SendMessageA(client, GXM_SETVALUE, 0, 0);
-        EXPECT_TRUE(PumpUntil([&] { return Text(client) == "on request"; }, 5000)) << Text(client);
+        EXPECT_TRUE(PumpUntil([&] { return WindowText(client) == "on request"; }, 5000)) << WindowText(client);
         client.reset();  // unadvise
         SetEvent(quit);
     };

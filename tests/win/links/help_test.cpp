@@ -1,6 +1,4 @@
-// Help and program launch: what the library hands to the help viewer, the
-// sound player and the program starter, watched through its test hooks.
-
+// What the library hands to the help viewer, the sound player and the program starter, seen through its hooks.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -79,8 +77,7 @@ TEST_F(HelpTest, MessageTopicCommandAndSoundReachTheirPlayers) {
     EXPECT_EQ(GetFocus(), control_.get());
 }
 
-// The style dialogs' help looks in .\help, then for the bare name, and says
-// so when neither is there.
+// The style dialogs' help looks in .\help, then for the bare name, and says so when neither is there.
 TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     char previous[MAX_PATH], temp[MAX_PATH];
     GetCurrentDirectoryA(MAX_PATH, previous);
@@ -92,8 +89,7 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     auto help = table_.libraryHelp;
     touch("help\\FLDKIT.HLP");
     EXPECT_EQ(std::vector<int>({help(parent_, 6), help(parent_, 15), help(parent_, 16)}), std::vector<int>({1, 1, 0}));
-    DeleteFileA("help\\FLDKIT.HLP");
-    touch("FLDKIT.HLP");
+    DeleteFileA("help\\FLDKIT.HLP"), touch("FLDKIT.HLP");
     EXPECT_EQ(help(parent_, 1), 1);
     DeleteFileA("FLDKIT.HLP");
     const char* inHelp = ".\\help\\FLDKIT.HLP";
@@ -108,24 +104,20 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
               "and is available to Quintaval.");
     EXPECT_EQ(boxes.boxes()[0].caption, "Quintaval");
     EXPECT_TRUE(g_calls.empty());
-    RemoveDirectoryA("help");
-    SetCurrentDirectoryA(previous);
-    RemoveDirectoryA(dir.c_str());
+    RemoveDirectoryA("help"), SetCurrentDirectoryA(previous), RemoveDirectoryA(dir.c_str());
 }
 
-// A unique program whose file is found is not started; its window, found by
-// the program's base name, is brought forward.
+// A unique program whose file is found is not started; its window, found by its base name, comes forward.
 TEST_F(HelpTest, ProgramsStartWithTheirCommandLineUnlessAUniqueOneIsFound) {
     const std::string shown = " " + std::to_string(SW_SHOWNORMAL);
     EXPECT_EQ(Exec("@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)"), 42u);
     EXPECT_EQ(Exec("@PROG(prog.exe)"), 42u);
-    g_findResult = 33;
+    g_findResult = 33;  // found: not started
     EXPECT_EQ(Exec("@PROG(C:\\nowhere\\absent.exe)@UNIQUE"), 1u);
     g_findResult = 2;
     EXPECT_EQ(Exec("@PROG(absent.exe)@UNIQUE"), 42u);
     EXPECT_EQ(g_calls, (Calls{"exec C:\\tools\\prog.exe -a b" + shown, "exec prog.exe" + shown,
                               "find C:\\nowhere\\absent.exe 0", "find absent.exe 0", "exec absent.exe" + shown}));
-
     char exe[MAX_PATH], owner[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, exe, MAX_PATH);
     SetActiveWindow(parent_);

@@ -1,0 +1,25 @@
+// Bounded waits: pumps this thread's messages until a condition holds or the time is up.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace fktest {
+
+template <typename F>
+bool PumpUntil(F done, DWORD ms = 3000) {  // true when done() came to hold
+    for (DWORD start = GetTickCount();; MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT)) {
+        for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&m);
+        if (done()) return true;
+        if (GetTickCount() - start > ms) return false;
+    }
+}
+inline void PumpFor(DWORD ms) { PumpUntil([] { return false; }, ms); }
+
+inline std::string WindowText(HWND h) {  // up to 511 characters
+    char buffer[512] = {};
+    return GetWindowTextA(h, buffer, sizeof buffer), buffer;
+}
+
+}  // namespace fktest
