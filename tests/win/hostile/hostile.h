@@ -83,7 +83,11 @@ inline const std::vector<HostileText>& HostileMethods() {
 }
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
-inline void NowTrying(const char* group, const char* what) { std::snprintf(g_trying, 512, "%s: %s", group, what); }
+inline int g_tried = 0;                      // inputs of the running group, printed when it ends
+inline void NowTrying(const char* group, const char* what) {
+    std::snprintf(g_trying, 512, "%s: %s", group, what);
+    ++g_tried;
+}
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
 inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
@@ -103,6 +107,7 @@ protected:
         parent = MakeParent(HostileParentProc);
         before = TakeResourceFigures();
         ASSERT_TRUE(before.allHeapsValid);
+        g_tried = 0;
     }
     void TearDown() override {  // figures taken with a parent open, as in SetUp: it holds the input-method window
         parent.reset();
@@ -112,6 +117,8 @@ protected:
         EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
                     after.gdiObjects <= before.gdiObjects)
             << DescribeGrowth(before, after, false);
+        std::printf("%s: %d hostile inputs survived\n", ::testing::UnitTest::GetInstance()->current_test_info()->name(),
+                    g_tried);
         NowTrying("between groups", "");
     }
     ResourceFigures before;

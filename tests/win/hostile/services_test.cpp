@@ -89,6 +89,7 @@ TEST_F(HostileServices, NonWindowHandlesAreNoOps) {
     DestroyWindow(gone);
     for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), gone}) {
         bystander.clear();
+        NowTrying("non-window handle", "twAutoTab, twShowError");
         EXPECT_EQ(twAutoTab(h), 0) << h;
         EXPECT_EQ(twShowError(h, const_cast<char*>("@MSG(x)@WARN"), GXT_TEXT, GXE_RANGE), 0) << h;
         PumpMessages();

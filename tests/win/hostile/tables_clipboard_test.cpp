@@ -38,6 +38,7 @@ protected:
         return set;
     }
     std::string Paste(int max) {  // into a buffer of exactly max bytes
+        NowTrying("clipboard", "paste");
         GuardedBuffer out(max > 0 ? static_cast<size_t>(max) : 1);
         std::memset(out.data(), '#', out.size());
         pasted = twClipboardPasteText(parent, out.data(), max);
