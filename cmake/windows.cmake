@@ -63,6 +63,7 @@ target_link_options(fkdemo PRIVATE ${FK_STATIC_RUNTIME})
 
 # dist/: what an application author needs.
 add_custom_target(dist
+  COMMAND ${CMAKE_COMMAND} -E rm -rf ${CMAKE_SOURCE_DIR}/dist
   COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_SOURCE_DIR}/dist/bin ${CMAKE_SOURCE_DIR}/dist/lib ${CMAKE_SOURCE_DIR}/dist/include
   COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fldkit32> ${CMAKE_SOURCE_DIR}/dist/bin/
   COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fkdemo> ${CMAKE_SOURCE_DIR}/dist/bin/
