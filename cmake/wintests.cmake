@@ -21,7 +21,7 @@ target_link_libraries(fk_testsupport PUBLIC gtest user32 gdi32)
 
 # The prefix is made once; every Wine test depends on it.
 add_test(NAME wine_prefix COMMAND ${CMAKE_COMMAND} -E env ${FK_WINE_ENV} sh ${CMAKE_SOURCE_DIR}/cmake/wineprefix.sh)
-set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 600)
 
 # fk_wine_test(name sources...): one test program, one CTest test.
 function(fk_wine_test name)
@@ -69,6 +69,6 @@ add_test(NAME demo_form COMMAND fkdemo --auto)
 set_tests_properties(demo_form PROPERTIES
   ENVIRONMENT "${FK_WINE_ENV}"
   FIXTURES_REQUIRED wine
-  TIMEOUT 120
+  TIMEOUT 300
   PASS_REGULAR_EXPRESSION "Validation: 1 field\\(s\\) refused"
   FAIL_REGULAR_EXPRESSION "could not be created|gave no class list")

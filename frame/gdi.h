@@ -103,11 +103,15 @@ using Brush = GdiObject<HBRUSH>;
 using Font = GdiObject<HFONT>;
 using Bitmap = GdiObject<HBITMAP>;
 
-// GlobalLock / GlobalUnlock on a block the caller owns.
+// GlobalLock / GlobalUnlock on a block the caller owns. A handle that names
+// no block (dead, or a wild number from a partner) is not locked: GlobalLock
+// would probe it as an address, and under some emulators that probe's fault
+// escapes the system's own guard; GlobalSize only looks it up.
 template <typename T = void>
 class GlobalLocked {
 public:
-    explicit GlobalLocked(HGLOBAL block) : block_(block), p_(block ? static_cast<T*>(GlobalLock(block)) : nullptr) {}
+    explicit GlobalLocked(HGLOBAL block)
+        : block_(block), p_(block && GlobalSize(block) != 0 ? static_cast<T*>(GlobalLock(block)) : nullptr) {}
     ~GlobalLocked() {
         if (p_) GlobalUnlock(block_);
     }

@@ -15,7 +15,16 @@ bool PumpUntil(F done, DWORD ms = 3000) {  // true when done() came to hold
         if (GetTickCount() - start > ms) return false;
     }
 }
-inline void PumpFor(DWORD ms) { PumpUntil([] { return false; }, ms); }
+// Pumps until this thread's queue is empty: what this thread posted, and what a partner process posted before it
+// answered a message sent to it, has been handled. No wall-clock guess, so it holds on slow machines too.
+inline bool PumpIdle(DWORD ms = 20000) {
+    for (DWORD start = GetTickCount(); GetTickCount() - start <= ms;) {
+        MSG m;
+        if (!PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) return true;
+        DispatchMessageA(&m);
+    }
+    return false;
+}
 
 inline std::string WindowText(HWND h) {  // up to 511 characters
     char buffer[512] = {};

@@ -4,15 +4,14 @@
 
 #include <dde.h>
 
+#include "tests/support/pump.h"
 #include "tests/win/fields/number_test.h"
 
 namespace {
 
 using numtest::Text;
 
-void Settle() {  // lets posted messages arrive; bounded
-    for (int i = 0; i < 50; ++i) fktest::PumpMessages(), Sleep(2);
-}
+void Settle() { fktest::PumpIdle(); }  // what the links posted to one another has arrived
 
 // Passes an initiate on to the children, as an application's dialog does.
 void ForwardInitiates(fktest::RecordingParent& parent) {

@@ -144,8 +144,8 @@ struct Partner : SelfProcess {  // killed when the test is done with it, or fail
     }
     LRESULT Post(HWND lib, UINT msg, Block b) const { return Ask(kPost, WPARAM(lib), MAKELPARAM(msg, b)); }
     LRESULT Settle(UINT counted = 0) const {  // both sides, twice over (answers provoke answers); a count
-        for (int i = 0; i < 2; ++i) PumpFor(30), Ask(kFlush);
-        PumpFor(30);
+        for (int i = 0; i < 2; ++i) PumpIdle(), Ask(kFlush);
+        PumpIdle();
         return Ask(kFlush, counted);
     }
     HWND main = nullptr, second = nullptr;
@@ -219,7 +219,7 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
                           {WM_DDE_UNADVISE, kText}})
         partner.Post(server, msg, b);
     partner.Kill();
-    PumpFor(100);
+    PumpIdle();  // what it posted before it died
     EXPECT_EQ(WindowText(client), "acked");
     EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "the unadvise freed the slot";
     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
@@ -257,7 +257,7 @@ TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
         if (c.dies) EXPECT_TRUE(partner.Exited(5000)) << c.name;
         if (!c.dies) partner.Settle();
-        PumpFor(50);
+        PumpIdle();
         const HWND linked[] = {nullptr, partner.main, partner.second};
         EXPECT_EQ(Prop(client, "CLIENT"), linked[c.linkedTo]) << c.name;
         EXPECT_TRUE(boxes.boxes().empty()) << c.name;
@@ -266,7 +266,7 @@ TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
         SetWindowTextA(client, "typed");
         EXPECT_EQ(WindowText(server) + WindowText(client), "aftertyped") << c.name;
         server.reset(), client.reset();
-        PumpFor(30);
+        PumpIdle();
     }
 }
 

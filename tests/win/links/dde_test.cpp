@@ -24,13 +24,14 @@ namespace {
 constexpr char kPeerService[] = "FkPeer", kPeerTopic[] = "PeerTopic", kPeerItem[] = "Value";
 constexpr char kLibService[] = "FkLibApp", kLibTopic[] = "LibTopic";
 DWORD g_inst, g_pushes;
+HANDLE g_advised;  // set when a client's advise has reached the server
 HSZ g_topic, g_item;
 
 HDDEDATA CALLBACK Callback(UINT type, UINT format, HCONV, HSZ topic, HSZ item, HDDEDATA, ULONG_PTR, ULONG_PTR) {
     std::string text = type == XTYP_REQUEST ? "on request" : "pushed " + std::to_string(g_pushes);
     switch (type) {
     case XTYP_CONNECT: return reinterpret_cast<HDDEDATA>(DdeCmpStringHandles(topic, g_topic) == 0);
-    case XTYP_ADVSTART: return reinterpret_cast<HDDEDATA>(format == CF_TEXT);
+    case XTYP_ADVSTART: return SetEvent(g_advised), reinterpret_cast<HDDEDATA>(format == CF_TEXT);
     case XTYP_ADVREQ:
     case XTYP_REQUEST:
         return DdeCreateDataHandle(g_inst, reinterpret_cast<LPBYTE>(text.data()), text.size() + 1, 0, item, CF_TEXT, 0);
@@ -44,6 +45,7 @@ HSZ Name(const char* s) { return DdeCreateStringHandleA(g_inst, s, CP_WINANSI); 
 int Server(const std::string& p) {
     auto open = [&](const char* what) { return OpenEventA(EVENT_ALL_ACCESS, FALSE, (p + what).c_str()); };
     HANDLE ready = open("ready"), events[2] = {open("push"), open("quit")};
+    g_advised = open("advised");
     if (DdeInitializeA(&g_inst, Callback, APPCLASS_STANDARD | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0))
         return 3;
     g_topic = Name(kPeerTopic), g_item = Name(kPeerItem);
@@ -109,7 +111,7 @@ TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
         EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
         EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
     }
-    PumpFor(100);  // the advises and their acknowledgements
+    PumpIdle();  // the advises and their acknowledgements
     SetWindowTextA(server, "42   ");  // pushed trimmed, to slots 1-5 only
     EXPECT_TRUE(PumpUntil([&] { return WindowText(clients[4]) == "42"; }));
     for (int i = 0; i < 5; ++i) EXPECT_EQ(WindowText(clients[i]), "42");
@@ -123,7 +125,7 @@ TEST(DdeLink, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
     EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
     HWND gone = server.get();
     server.reset();  // a client ignores the terminate and keeps its mark
-    PumpFor(100);
+    PumpIdle();
     EXPECT_EQ(Prop(clients[2], "CLIENT"), gone);
 }
 
@@ -209,14 +211,14 @@ TEST(DdeData, FailedRequestIsAcknowledgedWithFFFF) {
 TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
     std::string prefix = "FkLinkPeer" + std::to_string(GetCurrentProcessId());
     auto event = [&](const char* what) { return CreateEventA(nullptr, FALSE, FALSE, (prefix + what).c_str()); };
-    HANDLE ready = event("ready"), push = event("push"), quit = event("quit");
+    HANDLE ready = event("ready"), advised = event("advised"), push = event("push"), quit = event("quit");
     auto body = [&] {
         ASSERT_TRUE(PumpUntil([&] { return WaitForSingleObject(ready, 0) == WAIT_OBJECT_0; }, 20000));
         auto client = Field(std::string("@CLIENT(") + kPeerService + "," + kPeerTopic + "," + kPeerItem + ")NOAUTOSTART");
         DWORD pid = 0;
         ASSERT_TRUE(GetWindowThreadProcessId(Prop(client, "CLIENT"), &pid));
         EXPECT_NE(pid, GetCurrentProcessId());
-        PumpFor(300);  // the advise reaches the peer and is acknowledged
+        ASSERT_TRUE(PumpUntil([&] { return WaitForSingleObject(advised, 0) == WAIT_OBJECT_0; }, 20000));
         for (int i = 1; i <= 3; ++i) {
             SetEvent(push);
             std::string want = "pushed " + std::to_string(i);
@@ -228,7 +230,7 @@ TEST(DdeInterop, FieldIsClientOfAPeerServerWithHotUpdatesAndRefresh) {
         SetEvent(quit);
     };
     EXPECT_EQ(WithPeer("--ddeml-server " + prefix, body), 0u);
-    for (HANDLE h : {ready, push, quit}) CloseHandle(h);
+    for (HANDLE h : {ready, advised, push, quit}) CloseHandle(h);
 }
 
 // The answer holds at most 158 characters of the field's text.
