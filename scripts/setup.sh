@@ -30,6 +30,7 @@ install_packages() {
     command -v cmake >/dev/null 2>&1 || need+=(cmake)
     [ -f /usr/src/googletest/CMakeLists.txt ] || need+=(googletest)
     [ -f /usr/include/gtest/gtest.h ] || need+=(libgtest-dev)
+    [ -f /usr/include/benchmark/benchmark.h ] || need+=(libbenchmark-dev)
     command -v python3 >/dev/null 2>&1 || need+=(python3)
     # The fuzz targets: clang with libFuzzer's runtime (a package of its own).
     command -v clang++ >/dev/null 2>&1 || need+=(clang)
@@ -44,7 +45,7 @@ install_packages() {
     $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on"
 
     local pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake
-                googletest libgtest-dev python3 clang libclang-rt-14-dev)
+                googletest libgtest-dev libbenchmark-dev python3 clang libclang-rt-14-dev)
     if ! $SUDO apt-get install -y -q --no-install-recommends "${pkgs[@]}"; then
         echo "setup: retrying with the bookworm release pinned"
         $SUDO apt-get install -y -q --no-install-recommends -t bookworm "${pkgs[@]}" ||
