@@ -36,7 +36,7 @@ target_compile_options(fldkit32 PRIVATE -Wall -Wextra)
 # fk_text is linked whole so that every exported text routine is in the DLL.
 target_link_libraries(fldkit32 PRIVATE
   -Wl,--whole-archive fk_text -Wl,--no-whole-archive
-  user32 gdi32 kernel32 shell32 winmm)
+  user32 gdi32 kernel32 shell32 winmm advapi32)
 # Plain (undecorated) export names; the .def lists them with decorations.
 target_link_options(fldkit32 PRIVATE -Wl,--kill-at ${FK_STATIC_RUNTIME})
 

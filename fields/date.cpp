@@ -115,11 +115,43 @@ void SetRaw(HWND h, const char* raw) { SendMessageA(h, WM_SETTEXT, 0, reinterpre
 // ---------------------------------------------------------------------
 // Format and method string
 
-void ResolveFormat(HWND h, const char* method) {
-    char pattern[kShortDateMax + 1] = "";
-    GetProfileStringA(kIntl, kShortDateKey, kShortDateDefault, pattern, sizeof pattern);
-    SetStyle(h, ResolveDateStyle(Style(h), method, pattern));
-}
+// The short-date pattern of the system settings. Reading it costs more than
+// creating the field around it, so it is kept and read again only after the
+// settings key has changed (a dialog of many date fields reads it once). The
+// watch is armed before each read, so that a change during the read is not
+// missed; where the key cannot be watched, every call reads.
+class ShortDatePattern {
+public:
+    const char* get() {
+        if (read_ && changed_ != nullptr && WaitForSingleObject(changed_, 0) == WAIT_TIMEOUT) return pattern_;
+        read_ = Watch();
+        GetProfileStringA(kIntl, kShortDateKey, kShortDateDefault, pattern_, sizeof pattern_);
+        return pattern_;
+    }
+    ~ShortDatePattern() {
+        if (key_ != nullptr) RegCloseKey(key_);
+        if (changed_ != nullptr) CloseHandle(changed_);
+    }
+
+private:
+    bool Watch() {
+        if (key_ == nullptr &&
+            RegOpenKeyExA(HKEY_CURRENT_USER, "Control Panel\\International", 0, KEY_NOTIFY, &key_) != ERROR_SUCCESS) {
+            key_ = nullptr;
+            return false;
+        }
+        if (changed_ == nullptr) changed_ = CreateEventA(nullptr, FALSE, FALSE, nullptr);  // auto-reset
+        return changed_ != nullptr &&
+               RegNotifyChangeKeyValue(key_, FALSE, REG_NOTIFY_CHANGE_LAST_SET, changed_, TRUE) == ERROR_SUCCESS;
+    }
+    char pattern_[kShortDateMax + 1] = "";
+    HKEY key_ = nullptr;
+    HANDLE changed_ = nullptr;
+    bool read_ = false;
+};
+ShortDatePattern g_shortDate;
+
+void ResolveFormat(HWND h, const char* method) { SetStyle(h, ResolveDateStyle(Style(h), method, g_shortDate.get())); }
 
 LRESULT OnSetMethod(HWND h, const char* text) {
     MethodReplace(h, kMethod, text);
