@@ -25,7 +25,10 @@ foreach(src ${FK_TEXT_SRCS})
 endforeach()
 file(GLOB FK_DLL_RESOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.rc)
 
-add_library(fldkit32 SHARED ${FK_DLL_SOURCES} ${FK_DLL_RESOURCES} ${FK_DEF})
+# The version resource: file and product version from the project's version.
+configure_file(${CMAKE_SOURCE_DIR}/cmake/package/version.rc.in ${CMAKE_BINARY_DIR}/fldkit_version.rc @ONLY)
+
+add_library(fldkit32 SHARED ${FK_DLL_SOURCES} ${FK_DLL_RESOURCES} ${CMAKE_BINARY_DIR}/fldkit_version.rc ${FK_DEF})
 set_target_properties(fldkit32 PROPERTIES
   OUTPUT_NAME FLDKIT32
   PREFIX ""
@@ -49,7 +52,17 @@ add_custom_command(
   DEPENDS ${FK_DEF}
   COMMENT "Import library libfldkit32.a"
 )
-add_custom_target(fldkit32_implib ALL DEPENDS ${FK_IMPLIB})
+# The same in Microsoft's format, for link.exe and lld-link.
+find_program(FK_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
+set(FK_MSVC_IMPLIB ${CMAKE_BINARY_DIR}/lib/fldkit32.lib)
+add_custom_command(
+  OUTPUT ${FK_MSVC_IMPLIB}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/lib
+  COMMAND ${FK_LLVM_DLLTOOL} -m i386 -d ${FK_DEF} -l ${FK_MSVC_IMPLIB} -D FLDKIT32.dll -k
+  DEPENDS ${FK_DEF}
+  COMMENT "Import library fldkit32.lib"
+)
+add_custom_target(fldkit32_implib ALL DEPENDS ${FK_IMPLIB} ${FK_MSVC_IMPLIB})
 add_library(fldkit INTERFACE)
 add_dependencies(fldkit fldkit32_implib fldkit32)
 target_include_directories(fldkit INTERFACE ${CMAKE_SOURCE_DIR}/include)
@@ -61,16 +74,35 @@ target_include_directories(fkdemo PRIVATE ${CMAKE_SOURCE_DIR}/sample)
 target_link_libraries(fkdemo PRIVATE fldkit user32 gdi32)
 target_link_options(fkdemo PRIVATE ${FK_STATIC_RUNTIME})
 
-# dist/: what an application author needs.
+# Install: bin/ (the DLL, the demo), lib/ (both import libraries, the .def,
+# the CMake package, pkg-config), include/, share/doc/fieldkit/.
+include(CMakePackageConfigHelpers)
+set(FK_PACKAGE_DIR ${CMAKE_BINARY_DIR}/package)
+configure_file(${CMAKE_SOURCE_DIR}/cmake/package/FieldKitConfig.cmake.in ${FK_PACKAGE_DIR}/FieldKitConfig.cmake @ONLY)
+write_basic_package_version_file(${FK_PACKAGE_DIR}/FieldKitConfigVersion.cmake
+  VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
+configure_file(${CMAKE_SOURCE_DIR}/cmake/package/fieldkit.pc.in ${FK_PACKAGE_DIR}/fieldkit.pc @ONLY)
+install(TARGETS fldkit32 RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+install(TARGETS fkdemo RUNTIME DESTINATION bin)
+install(FILES ${FK_IMPLIB} ${FK_MSVC_IMPLIB} ${FK_DEF} DESTINATION lib)
+install(FILES ${CMAKE_SOURCE_DIR}/include/fldkit.h DESTINATION include)
+install(FILES ${FK_PACKAGE_DIR}/FieldKitConfig.cmake ${FK_PACKAGE_DIR}/FieldKitConfigVersion.cmake
+  DESTINATION lib/cmake/FieldKit)
+install(FILES ${FK_PACKAGE_DIR}/fieldkit.pc DESTINATION lib/pkgconfig)
+install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/LICENSE ${CMAKE_SOURCE_DIR}/CHANGELOG.md
+  DESTINATION share/doc/fieldkit)
+
+# dist/: that install, laid out afresh, and the versioned archive of it.
+set(FK_ARCHIVE_NAME fieldkit-${PROJECT_VERSION}-win32)
+set(FK_ARCHIVE ${CMAKE_BINARY_DIR}/${FK_ARCHIVE_NAME}.zip)
 add_custom_target(dist
-  COMMAND ${CMAKE_COMMAND} -E rm -rf ${CMAKE_SOURCE_DIR}/dist
-  COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_SOURCE_DIR}/dist/bin ${CMAKE_SOURCE_DIR}/dist/lib ${CMAKE_SOURCE_DIR}/dist/include
-  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fldkit32> ${CMAKE_SOURCE_DIR}/dist/bin/
-  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:fkdemo> ${CMAKE_SOURCE_DIR}/dist/bin/
-  COMMAND ${CMAKE_COMMAND} -E copy ${FK_IMPLIB} ${CMAKE_SOURCE_DIR}/dist/lib/
-  COMMAND ${CMAKE_COMMAND} -E copy ${FK_DEF} ${CMAKE_SOURCE_DIR}/dist/lib/
-  COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/include/fldkit.h ${CMAKE_SOURCE_DIR}/dist/include/
+  COMMAND ${CMAKE_COMMAND} -E rm -rf ${CMAKE_SOURCE_DIR}/dist ${CMAKE_BINARY_DIR}/archive
+  COMMAND ${CMAKE_COMMAND} --install ${CMAKE_BINARY_DIR} --prefix ${CMAKE_SOURCE_DIR}/dist
+  COMMAND ${CMAKE_COMMAND} --install ${CMAKE_BINARY_DIR} --prefix ${CMAKE_BINARY_DIR}/archive/${FK_ARCHIVE_NAME}
+  COMMAND ${CMAKE_COMMAND} -E chdir ${CMAKE_BINARY_DIR}/archive
+          ${CMAKE_COMMAND} -E tar cf ${FK_ARCHIVE} --format=zip ${FK_ARCHIVE_NAME}
   DEPENDS fldkit32 fkdemo fldkit32_implib
+  COMMENT "dist/ and ${FK_ARCHIVE_NAME}.zip"
 )
 
 include(cmake/wintests.cmake)

@@ -52,6 +52,10 @@ foreach(dir ${FK_WIN_TEST_DIRS})
   endif()
 endforeach()
 
+# The version resource is read back with the system's version API.
+target_link_libraries(frame_tests PRIVATE version)
+target_compile_definitions(frame_tests PRIVATE FK_PROJECT_VERSION="${PROJECT_VERSION}")
+
 # The soak takes minutes on a loaded machine; it is bounded all the same.
 if(TEST soak_tests)
   set_tests_properties(soak_tests PROPERTIES TIMEOUT 900)
@@ -72,3 +76,13 @@ set_tests_properties(demo_form PROPERTIES
   TIMEOUT 300
   PASS_REGULAR_EXPRESSION "Validation: 1 field\\(s\\) refused"
   FAIL_REGULAR_EXPRESSION "could not be created|gave no class list")
+
+# An application author's build: the header in every language level, links
+# through fldkit32.lib, the CMake package and pkg-config, against an install.
+foreach(mode header msvc cmake pkgconfig)
+  add_test(NAME consumer_${mode}
+    COMMAND ${CMAKE_COMMAND} -E env ${FK_WINE_ENV}
+            ${CMAKE_COMMAND} -DMODE=${mode} -DBUILD=${CMAKE_BINARY_DIR} -DSOURCE=${CMAKE_SOURCE_DIR}
+            -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DCC=${CMAKE_C_COMPILER} -P ${CMAKE_SOURCE_DIR}/cmake/consumer_test.cmake)
+  set_tests_properties(consumer_${mode} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 300)
+endforeach()

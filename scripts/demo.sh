@@ -11,7 +11,7 @@ source "$(dirname "$0")/common.sh"
 bash "$ROOT/scripts/setup.sh"
 build_windows
 cmake --build "$WIN_BUILD" --target dist >/dev/null
-echo "dist/ holds:"
+echo "dist/ holds (also as $(ls "$WIN_BUILD"/fieldkit-*-win32.zip 2>/dev/null | tail -n1)):"
 (cd "$ROOT/dist" && find . -type f | sort | sed 's|^\./|  |')
 echo
 trap stop_wine EXIT

@@ -35,6 +35,10 @@ install_packages() {
     # The fuzz targets: clang with libFuzzer's runtime (a package of its own).
     command -v clang++ >/dev/null 2>&1 || need+=(clang)
     [ -f "$(clang++ -print-file-name=libclang_rt.fuzzer-x86_64.a 2>/dev/null)" ] || need+=(libclang-rt-14-dev)
+    # Microsoft's import-library format and the link test of it; pkg-config for the package test.
+    command -v llvm-dlltool >/dev/null 2>&1 || need+=(llvm)
+    command -v lld-link >/dev/null 2>&1 || need+=(lld)
+    command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
     [ ${#need[@]} -eq 0 ] && return 0
 
     echo "setup: installing ${need[*]}"
@@ -45,7 +49,7 @@ install_packages() {
     $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on"
 
     local pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake
-                googletest libgtest-dev libbenchmark-dev python3 clang libclang-rt-14-dev)
+                googletest libgtest-dev libbenchmark-dev python3 clang libclang-rt-14-dev llvm lld pkg-config)
     if ! $SUDO apt-get install -y -q --no-install-recommends "${pkgs[@]}"; then
         echo "setup: retrying with the bookworm release pinned"
         $SUDO apt-get install -y -q --no-install-recommends -t bookworm "${pkgs[@]}" ||

@@ -40,3 +40,31 @@ TEST(Exports, EveryDefNameIsExportedUndecorated) {
 }
 
 }  // namespace
+
+// The version resource, as a file's properties page or an installer reads it.
+TEST(Exports, VersionResourceNamesTheFileAndTheProjectVersion) {
+    char path[MAX_PATH] = "";
+    ASSERT_GT(GetModuleFileNameA(GetModuleHandleA("FLDKIT32.dll"), path, MAX_PATH), 0u);
+    DWORD ignored = 0;
+    std::vector<char> data(GetFileVersionInfoSizeA(path, &ignored));
+    ASSERT_FALSE(data.empty());
+    ASSERT_TRUE(GetFileVersionInfoA(path, 0, static_cast<DWORD>(data.size()), data.data()));
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueA(data.data(), "\\", reinterpret_cast<void**>(&fixed), &length));
+    const std::string version = FK_PROJECT_VERSION;  // "major.minor.patch"
+    const int major = std::atoi(version.c_str()), minor = std::atoi(version.c_str() + version.find('.') + 1);
+    EXPECT_EQ(fixed->dwFileVersionMS, static_cast<DWORD>(MAKELONG(minor, major)));
+    EXPECT_EQ(fixed->dwFileType, static_cast<DWORD>(VFT_DLL));
+    auto text = [&](const char* name) {
+        char* value = nullptr;
+        UINT size = 0;
+        const std::string key = std::string("\\StringFileInfo\\040904B0\\") + name;
+        return VerQueryValueA(data.data(), key.c_str(), reinterpret_cast<void**>(&value), &size) ? std::string(value)
+                                                                                              : std::string("(none)");
+    };
+    EXPECT_EQ(text("OriginalFilename"), "FLDKIT32.dll");
+    EXPECT_EQ(text("FileVersion"), version);
+    EXPECT_EQ(text("ProductVersion"), version);
+    EXPECT_EQ(text("ProductName"), "FieldKit");
+}
