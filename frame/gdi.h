@@ -103,6 +103,47 @@ using Brush = GdiObject<HBRUSH>;
 using Font = GdiObject<HFONT>;
 using Bitmap = GdiObject<HBITMAP>;
 
+// Owns an icon (or cursor) and destroys it.
+class IconHandle {
+public:
+    explicit IconHandle(HICON icon = nullptr) : icon_(icon) {}
+    ~IconHandle() { if (icon_) DestroyIcon(icon_); }
+    IconHandle(const IconHandle&) = delete;
+    IconHandle& operator=(const IconHandle&) = delete;
+    HICON get() const { return icon_; }
+
+private:
+    HICON icon_;
+};
+
+// CreateCompatibleDC / DeleteDC.
+class MemoryDC {
+public:
+    explicit MemoryDC(HDC like) : dc_(CreateCompatibleDC(like)) {}
+    ~MemoryDC() { if (dc_) DeleteDC(dc_); }
+    MemoryDC(const MemoryDC&) = delete;
+    MemoryDC& operator=(const MemoryDC&) = delete;
+    HDC get() const { return dc_; }
+    operator HDC() const { return dc_; }
+
+private:
+    HDC dc_;
+};
+
+// Owns a global block until it is handed to a caller with release().
+class GlobalBlock {
+public:
+    explicit GlobalBlock(HGLOBAL block) : block_(block) {}
+    ~GlobalBlock() { if (block_) GlobalFree(block_); }
+    GlobalBlock(const GlobalBlock&) = delete;
+    GlobalBlock& operator=(const GlobalBlock&) = delete;
+    HGLOBAL get() const { return block_; }
+    HGLOBAL release() { HGLOBAL b = block_; block_ = nullptr; return b; }
+
+private:
+    HGLOBAL block_;
+};
+
 // GlobalLock / GlobalUnlock on a block the caller owns.
 template <typename T = void>
 class GlobalLocked {
