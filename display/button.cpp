@@ -6,6 +6,7 @@
 // system push button would: dialogs treat it as one. The class has no
 // CS_DBLCLKS, so a fast second click is a second click.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -60,26 +61,30 @@ SIZE BitmapSize(HBITMAP bitmap) {
     return {info.bmWidth, info.bmHeight};
 }
 
-// A strip of four equal images side by side (up, down, focused, disabled);
-// a bitmap whose width is not a multiple of four is the up image alone.
+// A strip of square images side by side: up, down, focused, disabled (the
+// first two, three or four of them). A bitmap that is not at least twice as
+// wide as it is high, or whose width is not a multiple of its height, is the
+// up image alone.
 std::unique_ptr<ButtonImages> CutStrip(HBITMAP stripHandle) {
     fk::Bitmap strip(stripHandle);
     if (strip.get() == nullptr) return nullptr;
     auto images = std::make_unique<ButtonImages>();
     const SIZE whole = BitmapSize(strip);
-    if (whole.cx < kImageCount || whole.cx % kImageCount != 0) {
+    const bool isStrip = whole.cy > 0 && whole.cx >= 2 * whole.cy && whole.cx % whole.cy == 0;
+    if (!isStrip) {
         images->size = whole;
         images->image[kUp] = std::move(strip);
         return images;
     }
-    images->size = {whole.cx / kImageCount, whole.cy};
+    const int count = std::min<int>(kImageCount, whole.cx / whole.cy);
+    images->size = {whole.cy, whole.cy};
     fk::WindowDC screen(nullptr);
     fk::MemoryDC from(screen), to(screen);
     SelectObj source(from, strip.get());
-    for (int i = 0; i < kImageCount; ++i) {
-        images->image[i].reset(CreateCompatibleBitmap(screen, images->size.cx, images->size.cy));
+    for (int i = 0; i < count; ++i) {
+        images->image[i].reset(CreateCompatibleBitmap(screen, whole.cy, whole.cy));
         SelectObj target(to, images->image[i].get());
-        BitBlt(to, 0, 0, images->size.cx, images->size.cy, from, i * images->size.cx, 0, SRCCOPY);
+        BitBlt(to, 0, 0, whole.cy, whole.cy, from, i * whole.cy, 0, SRCCOPY);
     }
     return images;
 }
