@@ -71,4 +71,4 @@ set_tests_properties(demo_form PROPERTIES
   FIXTURES_REQUIRED wine
   TIMEOUT 120
   PASS_REGULAR_EXPRESSION "Validation: 1 field\\(s\\) refused"
-  FAIL_REGULAR_EXPRESSION "could not be created|gave no class list")
+  FAIL_REGULAR_EXPRESSION "could not be created|gave no class list|picture missing")

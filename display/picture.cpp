@@ -112,15 +112,25 @@ bool UsePictureFile(HWND h, const PictureClass& cls, std::string path) {
 
 // ---- handlers ----
 
-// The window text names a picture resource of the application.
-LRESULT OnCreate(HWND h, LPARAM lp, const PictureClass& cls) {
+// The window text names a picture resource of the application: of the
+// module that made the window, else of the program.
+void LoadNamedPicture(HWND h, HINSTANCE module, const PictureClass& cls) {
     char text[160];
-    if (ReadWindowText(h, text) == 0) return 0;
-    const auto* cs = reinterpret_cast<const CREATESTRUCTA*>(lp);
-    std::unique_ptr<Picture> picture = cls.fromResource(cs->hInstance, ResourceName(text), ClientSize(h));
+    if (ReadWindowText(h, text) == 0) return;
+    std::unique_ptr<Picture> picture = cls.fromResource(module, ResourceName(text), ClientSize(h));
     if (picture == nullptr) picture = cls.fromResource(GetModuleHandleA(nullptr), ResourceName(text), ClientSize(h));
     if (picture != nullptr) Install(h, std::move(picture), text);
+}
+
+LRESULT OnCreate(HWND h, LPARAM lp, const PictureClass& cls) {
+    LoadNamedPicture(h, reinterpret_cast<const CREATESTRUCTA*>(lp)->hInstance, cls);
     return 0;
+}
+
+LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
+    const LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
+    LoadNamedPicture(h, reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(h, GWLP_HINSTANCE)), cls);
+    return r;
 }
 
 LRESULT OnDestroy(HWND h, const PictureClass& cls) {
@@ -236,6 +246,8 @@ LRESULT PictureProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const PictureClass& 
         return OnCreate(h, lp, cls);
     case WM_DESTROY:
         return OnDestroy(h, cls);
+    case WM_SETTEXT:
+        return OnSetText(h, wp, lp, cls);
     case WM_PAINT:
         return OnPaint(h, cls);
     case WM_ERASEBKGND:
