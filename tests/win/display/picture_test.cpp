@@ -11,6 +11,7 @@
 #include "include/fldkit.h"
 #include "links/hooks.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/resources.h"
 #include "tests/win/display/picture_files.h"
 #include "tests/win/display/pixels.h"
 
@@ -215,6 +216,33 @@ TEST(Bitmap, ADroppedFileBecomesThePicture) {
     drag = DragBlock(first);
     EXPECT_EQ(SendMessageA(bitmap, GXM_DROPDATA, 0, reinterpret_cast<LPARAM>(drag)), 0);
     GlobalFree(drag);
+}
+
+// Every bitmap, icon, device context and block the controls make goes with
+// them: pictures replaced, pressed, painted in every state, then destroyed.
+TEST(Pictures, LeaveNothingBehind) {
+    QuadFiles files;
+    TempFile ico("leak.ico", Ico({{16, 0xFF0000}, {32, 0x0000FF}}));
+    auto parent = MakeParent(nullptr, 200, 120);
+    auto round = [&] {
+        auto bitmap = MakeChild(parent, "gxBitmap32", BMP_STRETCH, 7, 20, 20);
+        auto icon = MakeChild(parent, "gxIcon32", 0, 8, 32, 32);
+        auto button = MakeChild(parent, "gxButton32", BTN_PUSH, 9, 20, 20);
+        SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files.four.path() + ")");
+        SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files.rle.path() + ")");
+        SetMethod(icon, std::string("@ICON(") + ico.path() + ")");
+        SetMethod(button, std::string("@BITMAP(") + files.top.path() + ")");
+        SendMessageA(bitmap, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+        SendMessageA(button, BM_SETSTATE, TRUE, 0);
+        PaintNow(parent);
+        SendMessageA(bitmap, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+        EnableWindow(button, FALSE);
+        PaintNow(parent);
+    };
+    round();
+    const ResourceFigures before = TakeResourceFigures();
+    for (int i = 0; i < 3; ++i) round();
+    EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), true), "");
 }
 
 }  // namespace
