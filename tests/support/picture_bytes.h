@@ -73,15 +73,15 @@ inline Bytes Rle8(int32_t width, int32_t height, const std::function<uint32_t(in
 
 // An ICO file of square 32-bit images, one solid colour (0xRRGGBB) each,
 // fully opaque, with an empty mask.
-struct IconSpec {
+struct SolidIcon {
     int size;
     uint32_t colour;
 };
-inline Bytes Ico(const std::vector<IconSpec>& images) {
+inline Bytes Ico(const std::vector<SolidIcon>& images) {
     Bytes dir, data;
     Put(dir, 0, 2), Put(dir, 1, 2), Put(dir, static_cast<uint32_t>(images.size()), 2);
     uint32_t offset = 6 + 16 * static_cast<uint32_t>(images.size());
-    for (const IconSpec& s : images) {
+    for (const SolidIcon& s : images) {
         Bytes image;
         Put(image, 40, 4), Put(image, s.size, 4), Put(image, 2 * s.size, 4), Put(image, 1, 2), Put(image, 32, 2);
         for (int i = 0; i < 6; ++i) Put(image, 0, 4);
