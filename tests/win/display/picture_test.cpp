@@ -218,6 +218,28 @@ TEST(Bitmap, ADroppedFileBecomesThePicture) {
     GlobalFree(drag);
 }
 
+// A picture with "@DRAGSRC" drags its file name; dropped on a picture that
+// takes drops, the name becomes that one's picture too.
+TEST(Bitmap, DragsItsNameToAnotherPicture) {
+    QuadFiles files;
+    auto parent = MakeParent(nullptr, 200, 120);
+    auto source = MakeChild(parent, "gxBitmap32", 0, 7, 20, 20);
+    UniqueWindow target(CreateWindowExA(0, "gxBitmap32", "", WS_CHILD | WS_VISIBLE, 100, 10, 20, 20, parent, nullptr,
+                                        GetModuleHandleA(nullptr), nullptr));
+    SetMethod(source, std::string("@DRAGSRC@BITMAP(") + files.rle.path() + ")");
+    SetMethod(target, "@DROPTARG");
+    PaintNow(parent);
+    POINT at{5, 5};
+    MapWindowPoints(target, source, &at, 1);
+    SendMessageA(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    PostMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    SendMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+    EXPECT_EQ(Value(target), files.rle.path());
+    EXPECT_EQ(Value(source), files.rle.path());
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
 // Every bitmap, icon, device context and block the controls make goes with
 // them: pictures replaced, pressed, painted in every state, then destroyed.
 TEST(Pictures, LeaveNothingBehind) {
