@@ -118,15 +118,9 @@ std::unique_ptr<ButtonImages> ImagesNamed(HWND h, const char* base) {
 void LoadImages(HWND h) {
     std::unique_ptr<ButtonImages> images;
     if (Kind(h) != BTN_TEXT) {
-        char argument[fk::kMethodMax + 1 + 2] = {};
-        const char* method = kMethod.get(h);
-        if (method != nullptr) {
-            lstrncpy(fk::g_methodWork, method, fk::kMethodMax);
-            fk::g_methodWork[fk::kMethodMax] = '\0';
-            twGetMethodParam(fk::g_methodWork, "@BITMAP", argument);
-        }
-        if (argument[0] != '\0') {
-            const std::vector<uint8_t> bytes = fk::ReadPictureFile(argument);
+        const std::string file = fk::MethodArgument(h, kMethod, "@BITMAP");
+        if (!file.empty()) {
+            const std::vector<uint8_t> bytes = fk::ReadPictureFile(file.c_str());
             images = CutStrip(fk::BitmapFromBytes(bytes.data(), bytes.size(), nullptr));
         } else {
             char text[160];

@@ -28,16 +28,6 @@ bool MethodHas(HWND h, const PictureClass& cls, const char* word) {
     return method != nullptr && lstristr(method, word) != nullptr;
 }
 
-// The argument of keyword in the method string ("" when absent).
-std::string MethodArgument(HWND h, const PictureClass& cls, const char* keyword) {
-    const char* method = cls.method.get(h);
-    if (method == nullptr) return {};
-    lstrncpy(g_methodWork, method, kMethodMax);
-    g_methodWork[kMethodMax] = '\0';
-    static char argument[kMethodMax + 1 + 2];
-    return twGetMethodParam(g_methodWork, keyword, argument) ? argument : "";
-}
-
 SIZE ClientSize(HWND h) {
     RECT rc{};
     GetClientRect(h, &rc);
@@ -145,7 +135,7 @@ LRESULT OnDestroy(HWND h, const PictureClass& cls) {
 
 LRESULT OnSetMethod(HWND h, LPARAM lp, const PictureClass& cls) {
     MethodReplace(h, cls.method, reinterpret_cast<const char*>(lp));
-    const std::string file = MethodArgument(h, cls, cls.keyword);
+    const std::string file = MethodArgument(h, cls.method, cls.keyword);
     if (!file.empty()) Install(h, cls.fromFile(file.c_str(), ClientSize(h)), file.c_str());
     if (MethodHas(h, cls, "@PRT")) EnableWindow(h, FALSE);
     const bool target = MethodHas(h, cls, "@DROPTARG");
