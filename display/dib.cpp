@@ -37,23 +37,6 @@ std::vector<uint8_t> Unpacked(const uint8_t* data, size_t size, picture::Layout*
     return dib;
 }
 
-// Puts a realized palette into a device context for as long as it lives.
-class RealizedPalette {
-public:
-    RealizedPalette(HDC dc, HPALETTE palette) : dc_(dc), old_(palette ? SelectPalette(dc, palette, FALSE) : nullptr) {
-        if (old_) RealizePalette(dc);
-    }
-    ~RealizedPalette() {
-        if (old_) SelectPalette(dc_, old_, FALSE);
-    }
-    RealizedPalette(const RealizedPalette&) = delete;
-    RealizedPalette& operator=(const RealizedPalette&) = delete;
-
-private:
-    HDC dc_;
-    HPALETTE old_;
-};
-
 }  // namespace
 
 HBITMAP BitmapFromBytes(const uint8_t* data, size_t size, HPALETTE palette) {

@@ -72,6 +72,23 @@ private:
     HGDIOBJ old_;
 };
 
+// Puts a realized palette into a device context for as long as it lives.
+class RealizedPalette {
+public:
+    RealizedPalette(HDC dc, HPALETTE palette) : dc_(dc), old_(palette ? SelectPalette(dc, palette, FALSE) : nullptr) {
+        if (old_) RealizePalette(dc);
+    }
+    ~RealizedPalette() {
+        if (old_) SelectPalette(dc_, old_, FALSE);
+    }
+    RealizedPalette(const RealizedPalette&) = delete;
+    RealizedPalette& operator=(const RealizedPalette&) = delete;
+
+private:
+    HDC dc_;
+    HPALETTE old_;
+};
+
 // Owns a GDI object (pen, brush, font, bitmap, region) and deletes it.
 template <typename T>
 class GdiObject {

@@ -109,7 +109,10 @@ TEST(Dib, ServicesReadGoodFilesAndRefuseTheRest) {
     for (const char* path : {files.four.path(), files.rle.path(), files.top.path()}) {
         HGLOBAL dib = twOpenDib(path);
         ASSERT_NE(dib, nullptr) << path;
-        HBITMAP bitmap = twBitmapFromDib(dib, nullptr);
+        struct { WORD version, count; PALETTEENTRY entries[2]; } grey{0x300, 2, {{0, 0, 0, 0}, {128, 128, 128, 0}}};
+        HPALETTE palette = CreatePalette(reinterpret_cast<LOGPALETTE*>(&grey));
+        HBITMAP bitmap = twBitmapFromDib(dib, palette);
+        DeleteObject(palette);
         BITMAP info{};
         EXPECT_TRUE(bitmap && GetObjectA(bitmap, sizeof info, &info) && info.bmWidth == kQuadW && info.bmHeight == kQuadH) << path;
         DeleteObject(bitmap);
