@@ -72,6 +72,23 @@ private:
     HGDIOBJ old_;
 };
 
+// Puts a realized palette into a device context for as long as it lives.
+class RealizedPalette {
+public:
+    RealizedPalette(HDC dc, HPALETTE palette) : dc_(dc), old_(palette ? SelectPalette(dc, palette, FALSE) : nullptr) {
+        if (old_) RealizePalette(dc);
+    }
+    ~RealizedPalette() {
+        if (old_) SelectPalette(dc_, old_, FALSE);
+    }
+    RealizedPalette(const RealizedPalette&) = delete;
+    RealizedPalette& operator=(const RealizedPalette&) = delete;
+
+private:
+    HDC dc_;
+    HPALETTE old_;
+};
+
 // Owns a GDI object (pen, brush, font, bitmap, region) and deletes it.
 template <typename T>
 class GdiObject {
@@ -102,6 +119,49 @@ using Pen = GdiObject<HPEN>;
 using Brush = GdiObject<HBRUSH>;
 using Font = GdiObject<HFONT>;
 using Bitmap = GdiObject<HBITMAP>;
+
+// Owns an icon (or cursor) and destroys it.
+class IconHandle {
+public:
+    explicit IconHandle(HICON icon = nullptr) : icon_(icon) {}
+    ~IconHandle() { if (icon_) DestroyIcon(icon_); }
+    IconHandle(const IconHandle&) = delete;
+    IconHandle& operator=(const IconHandle&) = delete;
+    HICON get() const { return icon_; }
+
+private:
+    HICON icon_;
+};
+
+// CreateCompatibleDC / DeleteDC.
+class MemoryDC {
+public:
+    explicit MemoryDC(HDC like) : dc_(CreateCompatibleDC(like)) {}
+    ~MemoryDC() { if (dc_) DeleteDC(dc_); }
+    MemoryDC(const MemoryDC&) = delete;
+    MemoryDC& operator=(const MemoryDC&) = delete;
+    HDC get() const { return dc_; }
+    operator HDC() const { return dc_; }
+
+private:
+    HDC dc_;
+};
+
+// Owns a global block until it is handed to a caller with release().
+class GlobalBlock {
+public:
+    explicit GlobalBlock(HGLOBAL block) : block_(block) {}
+    ~GlobalBlock() { if (block_) GlobalFree(block_); }
+    GlobalBlock(const GlobalBlock&) = delete;
+    GlobalBlock& operator=(const GlobalBlock&) = delete;
+    HGLOBAL get() const { return block_; }
+    HGLOBAL release() { HGLOBAL b = block_; block_ = nullptr; return b; }
+
+private:
+    HGLOBAL block_;
+};
+
+// GlobalLock / GlobalUnlock on a block the caller owns.
 
 // GlobalLock / GlobalUnlock on a block the caller owns. A handle that names
 // no block (dead, or a wild number from a partner) is not locked: GlobalLock

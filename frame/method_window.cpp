@@ -51,6 +51,15 @@ void MethodCopyOut(HWND h, MethodSlot slot, char* buffer) {
     lstrncpy(buffer, method, kMethodCopy);
 }
 
+std::string MethodArgument(HWND h, MethodSlot slot, const char* keyword) {
+    const char* method = slot.get(h);
+    if (method == nullptr) return {};
+    lstrncpy(g_methodWork, method, kMethodMax);
+    g_methodWork[kMethodMax] = '\0';
+    char argument[kMethodMax + 1 + 2] = {};
+    return twGetMethodParam(g_methodWork, keyword, argument) ? argument : "";
+}
+
 LRESULT MethodWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, MethodSlot slot, WNDPROC base) {
     switch (msg) {
     case GXM_SETMETHOD:

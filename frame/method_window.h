@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace fk {
 
 struct MethodSlot {
@@ -21,6 +23,11 @@ char* MethodReplace(HWND h, MethodSlot slot, const char* text);
 void MethodFree(HWND h, MethodSlot slot);
 // GXM_GETMETHOD: at most kMethodCopy characters, unterminated when that many.
 void MethodCopyOut(HWND h, MethodSlot slot, char* buffer);
+
+// The argument of keyword in the control's method string ("" when the
+// keyword is absent or the control has no method string), read through the
+// shared method work buffer.
+std::string MethodArgument(HWND h, MethodSlot slot, const char* keyword);
 
 // Window procedure of a control that, for now, only keeps its method
 // string: it answers GXM_SETMETHOD and GXM_GETMETHOD, frees the block in

@@ -231,6 +231,33 @@ extern "C" {
 #define COLOR_3D4          0x2000
 #define COLOR_3D5          0x4000
 
+/* gxBitmap32 and gxIcon32: where the picture goes (none: its own size in
+   the top left corner) and the border */
+#define BMP_STRETCH        0x0001  /* fills the client area */
+#define BMP_CENTER         0x0002  /* its own size, centred */
+#define BMP_SIZETOFIT      0x0004  /* the window takes the picture's size */
+#define BMP_3D1            0x0400
+#define BMP_3D2            0x0800
+#define BMP_3D3            0x1000
+#define BMP_3D4            0x2000
+#define BMP_3D5            0x4000
+#define ICON_STRETCH       0x0001
+#define ICON_CENTER        0x0002
+#define ICON_SIZETOFIT     0x0004
+#define ICON_3D1           0x0400
+#define ICON_3D2           0x0800
+#define ICON_3D3           0x1000
+#define ICON_3D4           0x2000
+#define ICON_3D5           0x4000
+
+/* gxButton32: the kind in the low four bits, BTN_TOGGLE beside it */
+#define BTN_PUSH           0x0000  /* push button drawn from bitmaps */
+#define BTN_DEFPUSH        0x0001  /* the same, the dialog's default */
+#define BTN_TOOLBAR        0x0002  /* takes no focus on a click, never the default */
+#define BTN_TEXT           0x0003  /* the system's look with the window text */
+#define BTN_KINDMASK       0x000F
+#define BTN_TOGGLE         0x0010  /* stays down when clicked (BM_GETCHECK) */
+
 /* Border levels of twDraw3D */
 #define DRAW3D_HEAVYINDENT 1
 #define DRAW3D_SHADOW      2
@@ -389,6 +416,18 @@ HWND WINAPI twGetModuleWindow(const char* lpPath);
  * ---------------------------------------------------------------------- */
 int WINAPI twDraw3D(HWND hWnd, WORD level);
 LRESULT WINAPI ColorScrollProc(HWND, UINT, WPARAM, LPARAM);
+
+/* Pictures. twOpenDib reads a BMP file (with or without its file header;
+   core, info, V4 and V5 headers; 1, 4, 8, 16, 24, 32 bits; RLE4, RLE8, bit
+   fields; bottom-up or top-down) into a packed DIB in a moveable global
+   block (info header, masks, colour table, rows uncompressed) that the
+   caller frees; 0 when the file is no such picture. twBitmapFromDib makes a
+   device bitmap for the screen of a packed DIB (palette: realized first,
+   or 0). twLoadDIBitmap loads a bitmap resource of hInstance, or with a
+   null hInstance the BMP file lpName. The caller deletes the bitmaps. */
+HGLOBAL WINAPI twOpenDib(LPCSTR lpFile);
+HBITMAP WINAPI twBitmapFromDib(HGLOBAL hDib, HPALETTE hPalette);
+HBITMAP WINAPI twLoadDIBitmap(HINSTANCE hInstance, LPCSTR lpName);
 
 /* Window procedures of the classes */
 LRESULT WINAPI gxStringWndFn(HWND, UINT, WPARAM, LPARAM);

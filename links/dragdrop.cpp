@@ -286,7 +286,18 @@ LRESULT DragLoop(HWND source, HGLOBAL drag, HCURSOR blockCursor) {
     return 1;
 }
 
-LRESULT StartDrag(HWND source) {
+// The name of a picture control's picture, as the dragged text.
+HGLOBAL TextData(const char* text, bool* hasData) {
+    const size_t length = std::strlen(text);
+    HGLOBAL data = fk::GlobalAllocate(kDragAlloc, length + 1);
+    GlobalLocked<char> p(data);
+    if (p) std::memcpy(p.get(), text, length + 1), *hasData = length != 0;
+    return data;
+}
+
+// picture: the picture controls' text to drag; null for every other class,
+// whose data is collected by class.
+LRESULT StartDrag(HWND source, const char* picture = nullptr) {
     RemovePropA(source, kArmedProp);
     MethodText method(FetchMethod(source).c_str());
     std::string channel = method.param("DRAGCHANNEL");
@@ -315,7 +326,9 @@ LRESULT StartDrag(HWND source) {
 
         std::string cls = ClassOf(source);
         HGLOBAL data = nullptr;
-        if (IsEditType(cls)) {
+        if (picture != nullptr) {
+            data = TextData(picture, &hasData);
+        } else if (IsEditType(cls)) {
             data = EditData(source, &hasData);
         } else if (IsList(cls)) {
             data = ListData(source, method.has("DIRLST"), &hasData);
@@ -510,6 +523,31 @@ LRESULT OnRemoveDragged(HWND source) {
 }
 
 }  // namespace
+
+LRESULT DragPictureName(HWND source, const char* name) {
+    if (GetPropA(source, kArmedProp) == nullptr || name == nullptr) return 0;
+    return StartDrag(source, name);
+}
+
+bool TakeDroppedText(HWND target, LPARAM lp, std::string* text) {
+    if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return false;
+    MethodText method(FetchMethod(target).c_str());
+    method.param("DROPTARG");
+    if (!method.found()) return false;
+    HGLOBAL dragHandle = reinterpret_cast<HGLOBAL>(lp);
+    LockedDrag d(dragHandle);
+    DragBlock* b = d.get();
+    if (b == nullptr || b->kind != 1 || b->data == dragHandle) return false;
+    bool ok = false;
+    std::string dropped = BlockText(b->data, &ok);
+    if (!ok) return false;
+    GlobalFree(b->data);
+    b->data = nullptr;
+    if ((b->flags & kMoveBit) && b->source != target) RemoveAtSource(b->source);
+    *text = dropped.substr(0, dropped.find('\n'));
+    return true;
+}
+
 }  // namespace fk
 
 using namespace fk;

@@ -46,6 +46,15 @@ std::vector<std::string> SplitTokens(std::string_view text, size_t max);
 // Copies text into a fixed buffer of size bytes, cut and terminated.
 void CopyCut(char* dst, size_t size, std::string_view text);
 
+// The picture controls drag the name of their picture: a drag from an
+// armed picture control (the button went down on it with "@DRAGSRC") carries
+// name as its text. 1 when a drag took place.
+LRESULT DragPictureName(HWND source, const char* name);
+// A drop (GXM_DROPDATA) on a picture control that takes drops: the first
+// line of the dropped text. The data block is freed and a move is completed
+// at the source, as for every target. False when nothing was taken.
+bool TakeDroppedText(HWND target, LPARAM block, std::string* text);
+
 // The class name of a window ("" when unreadable).
 std::string ClassOf(HWND h);
 

@@ -130,6 +130,64 @@ static void Report(HWND dlg) {
     printf("  colour    #%02X%02X%02X\n", GetRValue(colour), GetGValue(colour), GetBValue(colour));
 }
 
+static int ValidateAll(HWND dlg);
+
+/* ---- Pictures: the logo, the status icon and the toolbar ----
+   The toolbar acts on the form: Clear empties the typed fields, Check
+   validates them and shows the outcome in the status icon, the Lock toggle
+   disables the entry fields while it is down. The status icon's window text
+   names the icon resource it shows. */
+static const int kLockable[] = {IDC_CUSTOMER, IDC_PHONE, IDC_QUANTITY, IDC_WEIGHT, IDC_PRICE, IDC_DATE};
+
+static void ShowStatus(HWND dlg, const char* icon) {
+    SetDlgItemTextA(dlg, IDC_STATUS, icon);
+    printf("  status icon %s\n", icon);
+}
+
+static BOOL OnToolbar(HWND dlg, int id) {
+    unsigned i;
+    BOOL locked;
+    switch (id) {
+    case IDC_TB_CLEAR:
+        for (i = 0; i < 4; ++i) SetDlgItemTextA(dlg, kLockable[i], "");
+        printf("Toolbar: Clear\n");
+        return TRUE;
+    case IDC_TB_CHECK:
+        printf("Toolbar: Check\n");
+        ShowStatus(dlg, ValidateAll(dlg) == 0 ? "FKOK" : "FKWARN");
+        return TRUE;
+    case IDC_TB_LOCK:
+        locked = SendDlgItemMessageA(dlg, IDC_TB_LOCK, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        for (i = 0; i < sizeof kLockable / sizeof kLockable[0]; ++i) EnableWindow(GetDlgItem(dlg, kLockable[i]), !locked);
+        printf("Toolbar: Lock %s, the entry fields %s\n", locked ? "down" : "up", locked ? "disabled" : "enabled");
+        ShowStatus(dlg, locked ? "FKLOCK" : "FKOK");
+        return TRUE;
+    }
+    return FALSE;
+}
+
+static void ConfigurePictures(HWND dlg) {
+    SendDlgItemMessageA(dlg, IDC_LOGO, GXM_SETMETHOD, 0, (LPARAM)"@INVERT@PROG(notepad.exe)@CMDLINE(README.md)");
+}
+
+/* The script presses Check and Lock as a user would click them. */
+static void PicturesScript(HWND dlg) {
+    RECT r;
+    char name[MAX_PATH] = "";
+    GetClientRect(GetDlgItem(dlg, IDC_LOGO), &r);
+    SendDlgItemMessageA(dlg, IDC_LOGO, GXM_GETVALUE, 0, (LPARAM)name);
+    printf("Logo: %s, %ld x %ld\n", name, (long)r.right, (long)r.bottom);
+    if (r.right == 0) printf("The logo picture missing\n");
+    SendDlgItemMessageA(dlg, IDC_TB_CHECK, BM_CLICK, 0, 0);
+    SendDlgItemMessageA(dlg, IDC_TB_LOCK, BM_CLICK, 0, 0);
+    Pump();
+}
+
+static void PicturesScriptEnd(HWND dlg) {
+    SendDlgItemMessageA(dlg, IDC_TB_LOCK, BM_CLICK, 0, 0);
+}
+/* ---- end of the pictures ---- */
+
 /* GXM_VALIDATE on every entry field; 0 means accepted. */
 static int ValidateAll(HWND dlg) {
     unsigned i;
@@ -200,10 +258,12 @@ static void RunScript(HWND dlg) {
     Report(dlg);
     refused = ValidateAll(dlg);
     printf("Validation: %d field(s) refused, %d error notice(s)\n", refused, g_errors);
+    PicturesScript(dlg);
     if (g_shot != NULL) {
         RunBanner(6000);
         SaveShot(dlg, g_shot);
     }
+    PicturesScriptEnd(dlg);
     printf("Leaving the quantity empty and validating again:\n");
     SetDlgItemTextA(dlg, IDC_QUANTITY, "");
     refused = ValidateAll(dlg);
@@ -225,6 +285,7 @@ static INT_PTR CALLBACK OrderProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
     case WM_INITDIALOG:
         Configure(dlg);
+        ConfigurePictures(dlg);
         if (g_auto) PostMessageA(dlg, WM_RUN_SCRIPT, 0, 0);
         return TRUE;
     case WM_RUN_SCRIPT:
@@ -233,6 +294,7 @@ static INT_PTR CALLBACK OrderProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
     case GXN_ERROR:
         return OnError(dlg, (const FieldErrorNotice*)lp);
     case WM_COMMAND:
+        if (OnToolbar(dlg, LOWORD(wp))) return TRUE;
         if (LOWORD(wp) == IDOK) {
             if (ValidateAll(dlg) == 0) {
                 Report(dlg);

@@ -15,4 +15,11 @@
 #define IDC_FRAME      110
 #define IDC_RULE       111
 
+/* Pictures: the logo, the status icon and the toolbar */
+#define IDC_LOGO       130
+#define IDC_STATUS     131
+#define IDC_TB_CLEAR   132
+#define IDC_TB_CHECK   133
+#define IDC_TB_LOCK    134
+
 #endif

@@ -13,6 +13,8 @@ i686-w64-mingw32-g++-posix -std=c++20 -O2 -I"$ROOT" -I"$ROOT/include" \
     "$WIN_BUILD/lib/libfldkit32.a" -lgdi32 -luser32 -static -static-libgcc -static-libstdc++
 cp "$WIN_BUILD/bin/FLDKIT32.dll" "$OUT/"
 rm -f "$OUT"/*.bmp
+mkdir -p "$OUT/pictures"
+cp "$ROOT"/sample/*.bmp "$ROOT"/sample/*.ico "$OUT/pictures/"
 trap stop_wine EXIT
 (cd "$OUT" && with_display wine gallery.exe .)
 

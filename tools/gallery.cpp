@@ -225,6 +225,89 @@ void Color() {
     DestroyWindow(top);
 }
 
+// The demo's pictures, copied beside the program by scripts/gallery.sh.
+std::string Picture(const char* name) { return std::string("pictures\\") + name; }
+
+void SetMethod(HWND control, const std::string& method) {
+    SendMessageA(control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
+}
+
+void Pictures() {
+    HWND top = MakeTop(640, 230);
+    const struct {
+        DWORD style;
+        const char* label;
+    } bitmaps[] = {{0, "top left"}, {BMP_CENTER, "BMP_CENTER"}, {BMP_STRETCH, "BMP_STRETCH"},
+                   {BMP_SIZETOFIT, "BMP_SIZETOFIT"}, {BMP_CENTER | WS_BORDER | BMP_3D1, "3D1, pressed: @INVERT"}};
+    for (int i = 0; i < 5; ++i) {
+        HWND b = Child(top, "gxBitmap32", "", bitmaps[i].style, 14 + i * 125, 14, 112, 64);
+        SetMethod(b, "@INVERT@BITMAP(" + Picture("logo.bmp") + ")");
+        if (i == 4) SendMessageA(b, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        Label(top, bitmaps[i].label, 4 + i * 125, 86, 124);
+    }
+    const struct {
+        int side;
+        DWORD style;
+        const char* icon;
+        const char* label;
+    } icons[] = {{16, ICON_STRETCH, "ok.ico", "16: the 16 image"}, {32, ICON_STRETCH, "ok.ico", "32: the 32 image"},
+                 {48, ICON_STRETCH, "warn.ico", "48: the 32 stretched"}, {40, ICON_CENTER, "lock.ico", "ICON_CENTER"},
+                 {40, ICON_CENTER | WS_BORDER | ICON_3D3, "lock.ico", "3D3 border"}};
+    for (int i = 0; i < 5; ++i) {
+        HWND c = Child(top, "gxIcon32", "", icons[i].style, 70 + i * 125 - icons[i].side / 2, 120, icons[i].side,
+                       icons[i].side);
+        SetMethod(c, std::string("@ICON(") + Picture(icons[i].icon) + ")");
+        Label(top, icons[i].label, 4 + i * 125, 176, 124);
+    }
+    Label(top, "gxBitmap32 (an RLE8 logo) by style; gxIcon32 picks the image that fits", 16, 204, 608);
+    Capture(top, "pictures.bmp");
+    DestroyWindow(top);
+}
+
+// One button in one state: "up", "down", "focused", "disabled" or "checked".
+HWND Button(HWND top, DWORD style, const std::string& method, const char* text, const char* state, int x, int y, int w,
+            int h) {
+    HWND b = Child(top, "gxButton32", text, style, x, y, w, h);
+    if (!method.empty()) SetMethod(b, method);
+    const std::string s = state;
+    if (s == "down") SendMessageA(b, BM_SETSTATE, TRUE, 0);
+    if (s == "focused") SendMessageA(b, WM_SETFOCUS, 0, 0);  // the look only: one window has the focus
+    if (s == "disabled") EnableWindow(b, FALSE);
+    if (s == "checked") SendMessageA(b, BM_SETCHECK, BST_CHECKED, 0);
+    return b;
+}
+
+void Buttons() {
+    HWND top = MakeTop(640, 260);
+    const char* states[] = {"up", "down", "focused", "disabled"};
+    const char* strips[] = {"tb_clear.bmp", "tb_check.bmp", "tb_lock.bmp"};
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 3; ++j)
+            Button(top, BTN_PUSH, "@BITMAP(" + Picture(strips[j]) + ")", "", states[i], 20 + i * 80 + j * 24, 14, 22, 22);
+        Label(top, states[i], 10 + i * 80, 40, 80);
+    }
+    Button(top, BTN_TOOLBAR | BTN_TOGGLE, "@BITMAP(" + Picture("tb_lock.bmp") + ")", "", "up", 360, 14, 22, 22);
+    Button(top, BTN_TOOLBAR | BTN_TOGGLE, "@BITMAP(" + Picture("tb_lock.bmp") + ")", "", "checked", 390, 14, 22, 22);
+    Label(top, "toggle up, checked", 330, 40, 120);
+    Label(top, "image strips", 460, 18, 170);
+    for (int i = 0; i < 4; ++i) {
+        Button(top, BTN_PUSH, "@BITMAP(" + Picture("logo.bmp") + ")", "", states[i], 14 + i * 125, 76, 104, 48);
+        Label(top, states[i], 4 + i * 125, 128, 124);
+    }
+    Label(top, "from the up image", 500, 90, 140);
+    const struct {
+        DWORD style;
+        const char* state;
+        const char* text;
+    } texts[] = {{BTN_TEXT, "up", "Up"}, {BTN_TEXT, "down", "Down"}, {BTN_TEXT, "focused", "Focused"},
+                 {BTN_TEXT, "disabled", "Disabled"}, {BTN_DEFPUSH, "up", "Default"}};
+    for (int i = 0; i < 5; ++i) Button(top, texts[i].style, "", texts[i].text, texts[i].state, 14 + i * 104, 160, 92, 26);
+    Label(top, "BTN_TEXT in each state, and BTN_DEFPUSH without images: the system's look", 16, 200, 608);
+    Label(top, "gxButton32", 16, 230, 608);
+    Capture(top, "buttons.bmp");
+    DestroyWindow(top);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -242,6 +325,8 @@ int main(int argc, char** argv) {
     Text3D();
     Ticker();
     Color();
+    Pictures();
+    Buttons();
     DeleteObject(g_big);
     DeleteObject(g_grey);
     return 0;

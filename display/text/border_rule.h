@@ -57,6 +57,9 @@ inline constexpr BorderRule kTickerBorder{{0x0400, 0x0800, 0x1000, 0x2000, 0x400
 // gxColor32 draws the outdent for its three last bits.
 inline constexpr BorderRule kColorBorder{{0x0400, 0x0800, 0x1000, 0x2000, 0x4000}, {1, 2, 4, 4, 4}, 0x01, true};
 
+// gxBitmap32 and gxIcon32 keep their border bits where the fields do.
+inline constexpr BorderRule kPictureBorder = kFieldBorder;
+
 // Any of the five border bits of the ticker and colour controls.
 inline constexpr uint32_t kAny3DBits = 0x7C00;
 

@@ -1,0 +1,138 @@
+// BMP and ICO reading: what is unpacked, and every kind of lie refused.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "display/text/picture_parse.h"
+#include "tests/support/picture_bytes.h"
+
+namespace {
+
+using namespace fk::picture;
+using fktest::Bytes;
+
+Bytes Unpacked(const Bytes& file, Layout* layout) {
+    if (!Measure(file.data(), file.size(), layout)) return {};
+    Bytes out(layout->total);
+    return Unpack(file.data(), file.size(), *layout, out.data(), out.size()) ? out : Bytes{};
+}
+
+uint32_t Word(const Bytes& b, size_t at) { return b[at] | b[at + 1] << 8 | b[at + 2] << 16 | uint32_t(b[at + 3]) << 24; }
+
+const std::vector<uint32_t> kGrey16 = [] {
+    std::vector<uint32_t> v;
+    for (uint32_t i = 0; i < 16; ++i) v.push_back(i * 0x111111);
+    return v;
+}();
+
+TEST(PictureParse, UnpacksRleCoreHeadersBitFieldsAndPlainRows) {
+    auto index = [](int x, int y) { return uint32_t(x < 3 ? 1 : 2 + y); };
+    Layout l;
+    Bytes rle8 = Unpacked(fktest::Bmp(7, 4, 8, kRle8, {0, 0xFF0000, 0xFF00, 0xFF, 0xFFFFFF}, fktest::Rle8(7, 4, index)), &l);
+    ASSERT_FALSE(rle8.empty());
+    Bytes plain = fktest::Rows(7, 4, 8, false, index);
+    EXPECT_EQ(Bytes(rle8.begin() + l.headerBytes, rle8.end()), plain);
+    EXPECT_EQ(Word(rle8, 16), kRgb);
+
+    // RLE4: a run of alternating 1 and 2, a literal 3 4 5, end of line, a jump, end.
+    const Bytes rle4 = {4, 0x12, 0, 3, 0x34, 0x50, 0, 0, 0, 2, 1, 0, 2, 0x66, 0, 1};
+    Bytes four = Unpacked(fktest::Bmp(8, 2, 4, kRle4, kGrey16, rle4), &l);
+    ASSERT_FALSE(four.empty());
+    EXPECT_EQ(Bytes(four.begin() + l.headerBytes, four.end()), (Bytes{0x12, 0x12, 0x34, 0x50, 0x06, 0x60, 0, 0}));
+
+    // Uncompressed rows come over as they are, behind a table of 2^bits entries.
+    const Bytes rows = fktest::Rows(9, 2, 1, false, [](int x, int) { return x & 1u; });
+    Bytes one = Unpacked(fktest::Bmp(9, 2, 1, kRgb, {0, 0xFFFFFF}, rows, true), &l);
+    EXPECT_EQ(Bytes(one.begin() + 40 + 2 * 4, one.end()), rows);
+
+    // A core header: 16-bit sizes and 3-byte colours become an info header and quads.
+    Bytes core = {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 32, 0, 0, 0, 12, 0, 0, 0, 2, 0, 1, 0, 1, 0, 1, 0,
+                  0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x80, 0, 0, 0};
+    Bytes fromCore = Unpacked(core, &l);
+    ASSERT_FALSE(fromCore.empty());
+    EXPECT_EQ(Word(fromCore, 4), 2u);
+    EXPECT_EQ(Word(fromCore, 40 + 4), 0x00665544u);
+
+    // 16-bit bit fields: the masks follow the unpacked header.
+    Bytes fields = fktest::Bmp(1, 1, 16, kBitfields, {0xF800, 0x07E0, 0x001F}, {0xFF, 0xFF, 0, 0}, false, 0);
+    Bytes fromFields = Unpacked(fields, &l);
+    ASSERT_FALSE(fromFields.empty());
+    EXPECT_EQ(Word(fromFields, 16), kBitfields);
+    EXPECT_EQ(Word(fromFields, 40), 0xF800u);
+}
+
+TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
+    auto index = [](int, int) { return 1u; };
+    const Bytes good = fktest::Bmp(4, 4, 8, kRgb, {0, 0xFFFFFF}, fktest::Rows(4, 4, 8, false, index));
+    auto with = [](Bytes b, size_t at, uint32_t v, int n = 4) {
+        for (int i = 0; i < n && at + i < b.size(); ++i) b[at + i] = uint8_t(v >> (8 * i));
+        return b;
+    };
+    auto rle = [](const Bytes& stream) { return fktest::Bmp(4, 2, 8, kRle8, {0, 0xFFFFFF}, stream); };
+    const struct { const char* name; Bytes file; } cases[] = {
+        {"empty", {}},
+        {"truncated header", Bytes(good.begin(), good.begin() + 30)},
+        {"truncated rows", Bytes(good.begin(), good.end() - 1)},
+        {"100000 x 100000", with(with(good, 18, 100000), 22, 100000)},
+        {"zero width", with(good, 18, 0)},
+        {"negative width", with(good, 18, uint32_t(-4))},
+        {"zero height", with(good, 22, 0)},
+        {"height INT_MIN", with(good, 22, 0x80000000u)},
+        {"offset past the end", with(good, 10, 0x7FFFFFF0u)},
+        {"offset inside the header", with(good, 10, 20)},
+        {"palette of 2^31", with(good, 46, 0x80000000u)},
+        {"unknown header size", with(good, 14, 64)},
+        {"two planes", with(good, 26, 2, 2)},
+        {"JPEG inside", with(good, 30, 4)},
+        {"RLE8 top-down", with(rle({4, 1, 0, 1}), 22, uint32_t(-2))},
+        {"a text named .bmp", Bytes{'h', 'e', 'l', 'l', 'o', ' ', 'w', 'o', 'r', 'l', 'd', '\n', 0, 0, 0, 0}},
+    };
+    for (const auto& c : cases) {
+        Layout l;
+        EXPECT_FALSE(Measure(c.file.data(), c.file.size(), &l)) << c.name;
+    }
+    // Runs that leave their line or the picture measure well but do not unpack.
+    const struct { const char* name; Bytes stream; } runs[] = {
+        {"run past the line", {5, 1, 0, 1}},
+        {"literal past the line", {0, 5, 1, 1, 1, 1, 1, 0, 0, 1}},
+        {"literal past the data", {0, 4, 1, 1}},
+        {"lines past the top", {0, 0, 0, 0, 0, 0, 1, 1}},
+        {"jump past the top", {0, 2, 0, 3, 1, 1}},
+        {"jump past the line", {0, 2, 5, 0}},
+    };
+    for (const auto& r : runs) {
+        Layout l;
+        Bytes file = rle(r.stream);
+        ASSERT_TRUE(Measure(file.data(), file.size(), &l)) << r.name;
+        Bytes out(l.total);
+        EXPECT_FALSE(Unpack(file.data(), file.size(), l, out.data(), out.size())) << r.name;
+    }
+}
+
+TEST(PictureParse, PicksTheIconThatFitsBest) {
+    const Bytes ico = fktest::Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}});
+    const struct { int want, size; } cases[] = {{32, 32}, {40, 32}, {64, 48}, {8, 16}, {16, 16}};
+    for (const auto& c : cases) {
+        IconImage image;
+        ASSERT_TRUE(PickIcon(ico.data(), ico.size(), c.want, &image)) << c.want;
+        EXPECT_EQ(image.width, c.size) << c.want;
+    }
+    // An entry that points past the data, or whose rows do not fit, is passed over.
+    Bytes lying = ico;
+    lying[6 + 12] = 0xF0, lying[6 + 13] = 0xFF;           // first image's offset far away
+    lying[6 + 16 + 8] = 40;                               // second image's size: a header only
+    IconImage image;
+    ASSERT_TRUE(PickIcon(lying.data(), lying.size(), 16, &image));
+    EXPECT_EQ(image.width, 32);
+    Bytes cursor = ico;
+    cursor[2] = 2;
+    EXPECT_FALSE(PickIcon(cursor.data(), cursor.size(), 32, &image));
+    EXPECT_FALSE(PickIcon(ico.data(), 40, 32, &image));
+    Bytes many = ico;
+    many[4] = 0xFF, many[5] = 0xFF;
+    EXPECT_FALSE(PickIcon(many.data(), 6 + 16, 32, &image));
+}
+
+}  // namespace
