@@ -53,6 +53,9 @@ void Complete(HWND combo, HWND edit) {
     if (at < 0 || fk::ItemKey(combo, Base(), at).size() < text.size()) return;
     CallBase(combo, CB_SETCURSEL, static_cast<WPARAM>(at), 0);
     SendMessageA(edit, EM_SETSEL, text.size(), -1);
+    // A line chosen by typing: the parent hears of it as of a pick.
+    if (HWND parent = GetParent(combo))
+        SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
 LRESULT CALLBACK EditPartProc(HWND edit, UINT msg, WPARAM wp, LPARAM lp) {

@@ -248,7 +248,9 @@ LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp) {
         twProcessHelp(h, copy.s);
         return 0;
     }
-    if (s != nullptr) s->typedLength = 0;
+    // Moving by key starts a new search text; the key-down of a typed
+    // character comes before its WM_CHAR and must leave the text alone.
+    if (s != nullptr && ((wp >= VK_PRIOR && wp <= VK_DOWN) || wp == VK_ESCAPE)) s->typedLength = 0;
     const LRESULT r = CallBase(h, WM_KEYDOWN, wp, lp);
     SelectionMayHaveChanged(h, s);
     return r;

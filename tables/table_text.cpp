@@ -205,7 +205,8 @@ int32_t UnitsToPixels(int32_t units, int32_t baseX) {
     if (baseX < 1) {
         baseX = 1;
     }
-    return static_cast<int32_t>((static_cast<int64_t>(units) * baseX + 2) / 4);
+    const int64_t px = (static_cast<int64_t>(units) * baseX + 2) / 4;
+    return px > INT32_MAX ? INT32_MAX : (px < INT32_MIN ? INT32_MIN : static_cast<int32_t>(px));
 }
 
 int32_t PixelsToUnits(int32_t pixels, int32_t baseX) {
@@ -223,7 +224,7 @@ void LayoutColumns(int32_t count, const ColumnUnits& units, int32_t baseX, int32
         count = kMaxColumns;
     }
     auto stop = [&](int32_t i) { return i < units.stopCount && units.stops != nullptr ? units.stops[i] : 0; };
-    int32_t given = 0;
+    int64_t given = 0;
     int32_t open = 0;
     for (int32_t i = 0; i < count; ++i) {
         int32_t du = i < units.widthCount && units.widths != nullptr ? units.widths[i] : 0;
@@ -244,13 +245,16 @@ void LayoutColumns(int32_t count, const ColumnUnits& units, int32_t baseX, int32
         }
     }
     const int32_t least = UnitsToPixels(kMinColumnUnits, baseX);
-    int32_t share = open > 0 ? (clientWidth - given) / open : 0;
+    int64_t share = open > 0 ? (static_cast<int64_t>(clientWidth) - given) / open : 0;
     if (share < least) {
         share = least;
     }
+    if (share > INT32_MAX) {
+        share = INT32_MAX;
+    }
     for (int32_t i = 0; i < count; ++i) {
         if (px[i] < 0) {
-            px[i] = share;
+            px[i] = static_cast<int32_t>(share);
         }
     }
 }

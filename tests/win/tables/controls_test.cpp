@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
@@ -110,6 +111,20 @@ TEST_F(TableControls, ValuesAreKeys) {
     EXPECT_EQ(parent.CommandCodes(), std::vector<WORD>{}) << "values set by the program notify nothing";
 }
 
+// F1 opens help: in the table list itself, in the combo table from its edit part.
+TEST_F(TableControls, F1OpensHelp) {
+    MessageBoxWatcher boxes;
+    UniqueWindow list(Make(FK_CLASS_TABLE, "@TBL(" + cities + ")@HELPMSG1(Pick a city)"));
+    UniqueWindow combo(Make(FK_CLASS_CBTABLE, "@HELPMSG1(Type a code)", CBS_DROPDOWN));
+    COMBOBOXINFO info{sizeof info};
+    ASSERT_TRUE(GetComboBoxInfo(combo, &info));
+    SendMessageA(list, WM_KEYDOWN, VK_F1, 0);
+    SendMessageA(info.hwndItem, WM_KEYDOWN, VK_F1, 0);
+    ASSERT_EQ(boxes.boxes().size(), 2u);
+    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[1].text, "Pick a city/Type a code");
+    EXPECT_EQ(boxes.boxes()[0].caption, "Help");
+}
+
 // A table list serving its key: a string field linked as client shows each selection.
 TEST_F(TableControls, ServerPushesTheSelectedKey) {
     parent.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
@@ -156,7 +171,9 @@ TEST_F(TableControls, TypeAheadOverSeveralCharacters) {
     for (const auto& s : steps) {
         for (char c : s.typed) {
             if (c == '\x24') SendMessageA(list, WM_KEYDOWN, VK_HOME, 0);
-            else SendMessageA(list, WM_CHAR, static_cast<unsigned char>(c), 0);
+            else  // as a keyboard sends it: the key goes down, then the character
+                SendMessageA(list, WM_KEYDOWN, LOBYTE(VkKeyScanA(c)), 0),
+                    SendMessageA(list, WM_CHAR, static_cast<unsigned char>(c), 0);
         }
         EXPECT_EQ(Value(list), s.key) << s.typed;
     }
