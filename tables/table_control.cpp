@@ -1,5 +1,6 @@
 #include "tables/table_control.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -44,6 +45,18 @@ std::string TableName(MethodText& m) {
     return name;
 }
 
+// Where the lines go: the list box itself, or a combo box's list (straight,
+// not through the combo box, which would hand every line on).
+TableBase FillTarget(HWND h, const TableBase& base) {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (&base.list == &kComboBoxMessages && GetComboBoxInfo(h, &info) && info.hwndList != nullptr) {
+        const auto proc = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(info.hwndList, GWLP_WNDPROC));
+        if (proc != nullptr) return TableBase{proc, kListBoxMessages, info.hwndList};
+    }
+    return TableBase{base.proc, base.list, h};
+}
+
 uint16_t BorderLevel(const char* method) {
     static const char* const kKeywords[] = {"@3D1", "@3D2", "@3D3", "@3D4", "@3D5"};
     for (int i = 0; i < 5; ++i)
@@ -76,26 +89,40 @@ void LoadTable(HWND h, const TableBase& base, TableState& s, const char* method)
     char* range = lstristr(m.get(), "@RNG");
 
     const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(h, GWLP_HINSTANCE));
+    const SharedLines before = s.view.lines;
     s.view.lines = name.empty() ? nullptr : SharedTableLines(name.c_str(), instance);
-    base.call(h, base.list.reset);
+    // The same lines, key, delimiter and range fill the list the same way:
+    // it is left as it is (a method string that changes only the columns
+    // costs no refill of a long table).
+    char filledBy[kMethodMax + 64];
+    wsprintfA(filledBy, "%p|%d|%c|%s", static_cast<const void*>(s.view.lines.get()), s.keyColumn, s.view.delimiter,
+              range != nullptr ? range : "");
+    const bool same = s.view.lines && s.view.lines == before && s.filledBy == filledBy;
+    s.filledBy = filledBy;
     int32_t fields = 1;
-    if (s.view.lines) {
+    if (same && allColumns) {
+        for (const std::string& line : *s.view.lines) fields = std::max(fields, FieldCount(line.c_str(), s.view.delimiter));
+    } else if (!same) {
+        base.call(h, base.list.reset);
+    }
+    if (s.view.lines && !same) {
         const auto& lines = *s.view.lines;
-        base.call(h, base.list.initStorage, lines.size(), lines.size() * 8);
-        base.call(h, WM_SETREDRAW, FALSE);
+        const TableBase list = FillTarget(h, base);
+        list.call(list.window, list.list.initStorage, lines.size(), lines.size() * 8);
+        list.call(list.window, WM_SETREDRAW, FALSE);
         for (size_t i = 0; i < lines.size(); ++i) {
             const char* line = lines[i].c_str();
             std::string k = LineKey(line, s.view.delimiter, s.keyColumn);
             if (range != nullptr && !twValidateRange(GXT_TEXT, k.data(), range)) continue;
-            const LRESULT at = base.call(h, base.list.add, 0, reinterpret_cast<LPARAM>(k.c_str()));
+            const LRESULT at = list.call(list.window, list.list.add, 0, reinterpret_cast<LPARAM>(k.c_str()));
             if (at < 0) break;  // out of memory: the list keeps what it has
-            base.call(h, base.list.setData, static_cast<WPARAM>(at), static_cast<LPARAM>(i + 1));
+            list.call(list.window, list.list.setData, static_cast<WPARAM>(at), static_cast<LPARAM>(i + 1));
             if (allColumns && fields < kMaxColumns) {
                 const int32_t n = FieldCount(line, s.view.delimiter);
                 if (n > fields) fields = n;
             }
         }
-        base.call(h, WM_SETREDRAW, TRUE);
+        list.call(list.window, WM_SETREDRAW, TRUE);
     }
     if (allColumns) {
         s.view.count = fields;

@@ -29,6 +29,7 @@ inline constexpr ListMessages kComboBoxMessages{
 struct TableBase {
     WNDPROC proc;
     const ListMessages& list;
+    HWND window = nullptr;  // set only where the list is another window than the control
     LRESULT call(HWND h, UINT msg, WPARAM wp = 0, LPARAM lp = 0) const { return CallWindowProcA(proc, h, msg, wp, lp); }
 };
 
@@ -43,6 +44,7 @@ struct TableState {
     int32_t stopCount = 0;
     ListMetrics metrics{8, 16};
     uint16_t border = 0;                   // twDraw3D level of "@3D1".."@3D5"; 0: none
+    std::string filledBy;                  // what the list was filled from: table, key, delimiter, range
     // gxTable32: the characters typed in a row and when the last came.
     char typed[32] = {};
     int32_t typedLength = 0;
