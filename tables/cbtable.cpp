@@ -12,7 +12,6 @@
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
-#include "links/refresh.h"
 #include "strings/lstr.h"
 #include "tables/table_control.h"
 
@@ -20,7 +19,7 @@ namespace {
 
 using fk::TableState;
 
-fk::MethodSlot Method() { return fk::MethodSlot{fk::nBaseWndExtra}; }
+fk::MethodSlot Method() { return fk::TableMethod(); }
 fk::TableBase Base() { return fk::TableBase{fk::lpfnComboBoxProc, fk::kComboBoxMessages}; }
 LRESULT CallBase(HWND h, UINT msg, WPARAM wp, LPARAM lp) { return Base().call(h, msg, wp, lp); }
 
@@ -105,25 +104,8 @@ LRESULT OnCreate(HWND h, WPARAM wp, LPARAM lp) {
         SetPropA(info.hwndItem, kEditBase, reinterpret_cast<HANDLE>(GetWindowLongPtrA(info.hwndItem, GWLP_WNDPROC))))
         SetWindowLongPtrA(info.hwndItem, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(EditPartProc));
     const auto* cs = reinterpret_cast<const CREATESTRUCTA*>(lp);
-    const char* text = cs != nullptr && HIWORD(cs->lpszName) != 0 ? cs->lpszName : nullptr;
-    if (text == nullptr || *text != '@') return r;
-    SetWindowTextA(h, "");
-    if (lstristr(text, "@INIT") != nullptr)
-        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-    else
-        fk::MethodReplace(h, Method(), text);
-    return r;
-}
-
-LRESULT OnDestroy(HWND h, WPARAM wp, LPARAM lp) {
-    fk::CloseControlLinks(h);
-    fk::MethodFree(h, Method());
-    return CallBase(h, WM_DESTROY, wp, lp);
-}
-
-LRESULT OnNcDestroy(HWND h, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, WM_NCDESTROY, wp, lp);
-    fk::DestroyTableState(h);
+    if (cs != nullptr && HIWORD(cs->lpszName) != 0 && *cs->lpszName == '@') SetWindowTextA(h, "");  // not a key
+    fk::TakeCreationMethod(h, cs);
     return r;
 }
 
@@ -139,7 +121,7 @@ LRESULT OnSetMethod(HWND h, LPARAM lp) {
     RelayOut(h, s);
     CallBase(h, CB_SETCURSEL, static_cast<WPARAM>(fk::FindKey(h, Base(), text.c_str())), 0);
     SetWindowTextA(h, text.c_str());
-    if (border != s->border) fk::RefreshBorder(h), RedrawWindow(h, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+    fk::RedrawBorder(h, border, s->border);
     fk::OpenControlLinks(h, method);
     return 0;
 }
@@ -202,13 +184,6 @@ LRESULT OnCommand(HWND h, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-LRESULT OnBorderPaint(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, msg, wp, lp);
-    const TableState* s = fk::kTableState.get(h);
-    if (s != nullptr && s->border != 0) twDraw3D(h, s->border);
-    return r;
-}
-
 LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     const LRESULT r = CallBase(h, msg, wp, lp);
     RelayOut(h, fk::kTableState.get(h));
@@ -221,13 +196,13 @@ LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);
     case WM_CREATE: return OnCreate(h, wp, lp);
-    case WM_DESTROY: return OnDestroy(h, wp, lp);
-    case WM_NCDESTROY: return OnNcDestroy(h, wp, lp);
+    case WM_DESTROY: return fk::TableDestroy(h, Base(), wp, lp);
+    case WM_NCDESTROY: return fk::TableNcDestroy(h, Base(), wp, lp);
     case WM_DRAWITEM: return OnDrawItem(h, wp, lp);
     case WM_MEASUREITEM: return OnMeasureItem(h, wp, lp);
     case WM_COMMAND: return OnCommand(h, wp, lp);
     case WM_PAINT:
-    case WM_NCPAINT: return OnBorderPaint(h, msg, wp, lp);
+    case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);
     case WM_SIZE:
     case WM_SETFONT: return OnResize(h, msg, wp, lp);
     case GXM_SETMETHOD: return OnSetMethod(h, lp);

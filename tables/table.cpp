@@ -13,7 +13,6 @@
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
-#include "links/refresh.h"
 #include "strings/lstr.h"
 #include "tables/table_control.h"
 
@@ -21,9 +20,7 @@ namespace {
 
 using fk::TableState;
 
-// The method-string word sits behind the base class's extra bytes, at the
-// position both superclasses share (the combo box's count).
-fk::MethodSlot Method() { return fk::MethodSlot{fk::nBaseWndExtra}; }
+fk::MethodSlot Method() { return fk::TableMethod(); }
 fk::TableBase Base() { return fk::TableBase{fk::lpfnListBoxProc, fk::kListBoxMessages}; }
 
 constexpr DWORD kStyleAdded = LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOTIFY;
@@ -149,34 +146,11 @@ LRESULT OnNcCreate(HWND h, WPARAM wp, LPARAM lp) {
     return CallBase(h, WM_NCCREATE, wp, lp);
 }
 
-// A creation text that starts with "@" is the method string; with "@INIT"
-// the table is loaded at once, otherwise when a method string naming a
-// table is set.
 LRESULT OnCreate(HWND h, WPARAM wp, LPARAM lp) {
     const LRESULT r = CallBase(h, WM_CREATE, wp, lp);
     if (r == -1) return r;
     RelayOut(h, fk::kTableState.get(h));
-    const auto* cs = reinterpret_cast<const CREATESTRUCTA*>(lp);
-    const char* text = cs != nullptr && HIWORD(cs->lpszName) != 0 ? cs->lpszName : nullptr;
-    if (text == nullptr || *text != '@') return r;
-    if (lstristr(text, "@INIT") != nullptr)
-        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-    else
-        fk::MethodReplace(h, Method(), text);
-    return r;
-}
-
-LRESULT OnDestroy(HWND h, WPARAM wp, LPARAM lp) {
-    fk::CloseControlLinks(h);
-    RemovePropA(h, "@DRAGSRC");
-    RemovePropA(h, "@WANTDROP");
-    fk::MethodFree(h, Method());
-    return CallBase(h, WM_DESTROY, wp, lp);
-}
-
-LRESULT OnNcDestroy(HWND h, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, WM_NCDESTROY, wp, lp);
-    fk::DestroyTableState(h);
+    fk::TakeCreationMethod(h, reinterpret_cast<const CREATESTRUCTA*>(lp));
     return r;
 }
 
@@ -197,10 +171,7 @@ LRESULT OnSetMethod(HWND h, LPARAM lp) {
         SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
     else
         RemovePropA(h, "@WANTDROP");
-    if (border != s->border) {
-        fk::RefreshBorder(h);
-        RedrawWindow(h, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
-    }
+    fk::RedrawBorder(h, border, s->border);
     fk::OpenControlLinks(h, method);
     return 0;
 }
@@ -232,13 +203,6 @@ LRESULT OnPaint(HWND h) {
         return 0;
     }
     return CallBase(h, WM_PAINT, 0, 0);
-}
-
-LRESULT OnNcPaint(HWND h, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, WM_NCPAINT, wp, lp);
-    const TableState* s = fk::kTableState.get(h);
-    if (s != nullptr && s->border != 0) twDraw3D(h, s->border);
-    return r;
 }
 
 LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp) {
@@ -349,11 +313,11 @@ LRESULT WINAPI gxTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);
     case WM_CREATE: return OnCreate(h, wp, lp);
-    case WM_DESTROY: return OnDestroy(h, wp, lp);
-    case WM_NCDESTROY: return OnNcDestroy(h, wp, lp);
+    case WM_DESTROY: return fk::TableDestroy(h, Base(), wp, lp);
+    case WM_NCDESTROY: return fk::TableNcDestroy(h, Base(), wp, lp);
     case WM_PAINT: return OnPaint(h);
     case WM_ERASEBKGND: return 1;  // WM_PAINT fills every pixel
-    case WM_NCPAINT: return OnNcPaint(h, wp, lp);
+    case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);
     case WM_SIZE:
     case WM_SETFONT: return OnResize(h, msg, wp, lp);
     case WM_KEYDOWN: return OnKeyDown(h, wp, lp);

@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "include/fldkit.h"
+#include "links/control_links.h"
 #include "links/links.h"
+#include "links/refresh.h"
 #include "strings/lstr.h"
 
 namespace fk {
@@ -23,6 +25,42 @@ void CreateTableState(HWND h, CREATESTRUCTA* cs, DWORD add, DWORD remove) {
 }
 
 void DestroyTableState(HWND h) { delete kTableState.take(h); }
+
+void TakeCreationMethod(HWND h, const CREATESTRUCTA* cs) {
+    const char* text = cs != nullptr && HIWORD(cs->lpszName) != 0 ? cs->lpszName : nullptr;
+    if (text == nullptr || *text != '@') return;
+    if (lstristr(text, "@INIT") != nullptr)
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
+    else
+        MethodReplace(h, TableMethod(), text);
+}
+
+LRESULT TableDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp) {
+    CloseControlLinks(h);
+    RemovePropA(h, "@DRAGSRC");
+    RemovePropA(h, "@WANTDROP");
+    MethodFree(h, TableMethod());
+    return base.call(h, WM_DESTROY, wp, lp);
+}
+
+LRESULT TableNcDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp) {
+    const LRESULT r = base.call(h, WM_NCDESTROY, wp, lp);
+    DestroyTableState(h);
+    return r;
+}
+
+LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp) {
+    const LRESULT r = base.call(h, msg, wp, lp);
+    const TableState* s = kTableState.get(h);
+    if (s != nullptr && s->border != 0) twDraw3D(h, s->border);
+    return r;
+}
+
+void RedrawBorder(HWND h, uint16_t before, uint16_t now) {
+    if (before == now) return;
+    RefreshBorder(h);
+    RedrawWindow(h, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+}
 
 namespace {
 

@@ -8,6 +8,8 @@
 #include <string>
 
 #include "frame/buffers.h"
+#include "frame/library.h"
+#include "frame/method_window.h"
 #include "frame/window_words.h"
 #include "tables/columns.h"
 
@@ -90,6 +92,26 @@ LRESULT AnswerType(LRESULT type, LPARAM lp);
 // empty or null one, and is sent back with GXM_SETMETHOD; then the base
 // answers the message.
 LRESULT EditTableMethod(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp);
+
+// The method-string word of both classes sits behind the base class's
+// extra bytes, at the position both superclasses share (the combo box's
+// count).
+inline MethodSlot TableMethod() { return MethodSlot{nBaseWndExtra}; }
+
+// WM_CREATE, after the base: a creation text (a dialog template's text)
+// that starts with "@" is the method string. With "@INIT" the table is
+// loaded at once, otherwise when a method string is next set.
+void TakeCreationMethod(HWND h, const CREATESTRUCTA* cs);
+
+// WM_DESTROY: the links end, the drag marks go, the method string is freed.
+LRESULT TableDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp);
+// WM_NCDESTROY: the state goes after the base.
+LRESULT TableNcDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp);
+// WM_NCPAINT (and the combo box's WM_PAINT): the base, then the border of
+// "@3D1".."@3D5" around the control.
+LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp);
+// After a new method string: the old border wiped and the new one drawn.
+void RedrawBorder(HWND h, uint16_t before, uint16_t now);
 
 // A copy of at most 256 characters of the method string, for help and DDE.
 struct MethodCopy {

@@ -261,31 +261,10 @@ void LayoutColumns(int32_t count, const ColumnUnits& units, int32_t baseX, int32
 
 uint32_t ColumnMask(const char* list) {
     uint32_t mask = 0;
-    if (list == nullptr) {
-        return mask;
-    }
-    const char* p = list;
-    while (*p != 0) {
+    for (const char* p = list; p != nullptr && *p != 0;) {
         int64_t n = 0;
-        bool any = false;
-        while (*p == ' ') {
-            ++p;
-        }
-        while (*p >= '0' && *p <= '9') {
-            if (n < 1000) {
-                n = n * 10 + (*p - '0');
-            }
-            any = true;
-            ++p;
-        }
-        if (any && n >= 1 && n <= 32) {
+        if (ReadItem(p, n) && n >= 1 && n <= kMaxColumns) {
             mask |= 1u << (n - 1);
-        }
-        while (*p != 0 && *p != ',') {
-            ++p;
-        }
-        if (*p == ',') {
-            ++p;
         }
     }
     return mask;

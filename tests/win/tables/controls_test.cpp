@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/drag.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -143,20 +144,17 @@ TEST_F(TableControls, ServerPushesTheSelectedKey) {
     EXPECT_TRUE(PumpUntil([&] { return WindowText(field) == "ROM"; })) << WindowText(field);
 }
 
-// The selected line's key is dragged into a string field.
+// A line pressed and dragged: its key lands in a string field.
 TEST_F(TableControls, DragsTheKeyIntoAStringField) {
     UniqueWindow list(Make(FK_CLASS_TABLE, "@TBL(" + cities + ")@DISPLAY(2)@DRAGSRC"));
     UniqueWindow field = MakeChild(parent, FK_CLASS_STRING, 0, 8, 120, 24);
     SetWindowPos(field, nullptr, 350, 10, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     SetMethod(field, "@DROPTARG");
-    SendMessageA(list, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("BRU"));
-    POINT at{5, 5};
-    MapWindowPoints(field, list, &at, 1);
-    twProcessDragDrop(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
-    PostMessageA(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    EXPECT_EQ(twProcessDragDrop(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4)), 1);
+    RECT row;
+    SendMessageA(list, LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row));
+    DragOnto(list, {row.left + 20, row.top + 2}, field);
     EXPECT_EQ(WindowText(field), "BRU");
+    EXPECT_EQ(Value(list), "BRU");
     EXPECT_EQ(Keys(list).size(), 5u);  // copied, not moved
 }
 
