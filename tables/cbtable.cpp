@@ -3,8 +3,6 @@
 // (owner-drawn items whose string is the key and whose data is the line's
 // number plus one); typing at the end of the edit part completes a key.
 
-#include <dde.h>
-
 #include <algorithm>
 #include <string>
 
@@ -109,21 +107,15 @@ LRESULT OnCreate(HWND h, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-// The table is loaded again; the edit part keeps its text, and the line
-// with that key stays selected.
-LRESULT OnSetMethod(HWND h, LPARAM lp) {
-    const char* method = fk::MethodReplace(h, Method(), reinterpret_cast<const char*>(lp));
-    TableState* s = fk::kTableState.get(h);
-    if (s == nullptr) return 0;
+// Over a reload the edit part keeps its text, and the line with that key
+// stays selected.
+fk::Restore KeepText(HWND h, TableState& s) {
     const std::string text = Text(h);
-    const uint16_t border = s->border;
-    fk::LoadTable(h, Base(), *s, method != nullptr ? method : "");
-    RelayOut(h, s);
-    CallBase(h, CB_SETCURSEL, static_cast<WPARAM>(fk::FindKey(h, Base(), text.c_str())), 0);
-    SetWindowTextA(h, text.c_str());
-    fk::RedrawBorder(h, border, s->border);
-    fk::OpenControlLinks(h, method);
-    return 0;
+    return [h, &s, text] {
+        RelayOut(h, &s);
+        CallBase(h, CB_SETCURSEL, static_cast<WPARAM>(fk::FindKey(h, Base(), text.c_str())), 0);
+        SetWindowTextA(h, text.c_str());
+    };
 }
 
 // Selects the line whose key equals the text; the edit part shows the text
@@ -193,6 +185,7 @@ LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 }  // namespace
 
 LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (fk::IsDdeMessage(msg)) return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);
     case WM_CREATE: return OnCreate(h, wp, lp);
@@ -205,7 +198,7 @@ LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);
     case WM_SIZE:
     case WM_SETFONT: return OnResize(h, msg, wp, lp);
-    case GXM_SETMETHOD: return OnSetMethod(h, lp);
+    case GXM_SETMETHOD: return fk::SetTableMethod(h, Base(), lp, KeepText);
     case GXM_GETMETHOD: return fk::MethodCopyOut(h, Method(), reinterpret_cast<char*>(lp)), 0;
     case GXM_SETVALUE: return OnSetValue(h, lp);
     case GXM_GETVALUE: return fk::CopyKey(Text(h), lp), 0;
@@ -213,15 +206,6 @@ LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case GXM_SETTABLE:
     case GXM_SETDISPLAY:
     case GXM_SETDELIMITER: return fk::EditTableMethod(h, Base(), msg, wp, lp);
-    case WM_DDE_INITIATE:
-    case WM_DDE_TERMINATE:
-    case WM_DDE_ADVISE:
-    case WM_DDE_UNADVISE:
-    case WM_DDE_ACK:
-    case WM_DDE_DATA:
-    case WM_DDE_REQUEST:
-    case WM_DDE_POKE:
-    case WM_DDE_EXECUTE: return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     default: return CallBase(h, msg, wp, lp);
     }
 }

@@ -3,8 +3,6 @@
 // data the line's number in the table plus one; the items are owner-drawn,
 // and the control paints them itself.
 
-#include <dde.h>
-
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -154,25 +152,25 @@ LRESULT OnCreate(HWND h, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-// The table is loaded again; the selected key and the first line in sight
-// stay where the new list still has them.
-LRESULT OnSetMethod(HWND h, LPARAM lp) {
-    const char* method = fk::MethodReplace(h, Method(), reinterpret_cast<const char*>(lp));
-    TableState* s = fk::kTableState.get(h);
-    if (s == nullptr) return 0;
+// Over a reload the selected key and the first line in sight stay where the
+// new list still has them.
+fk::Restore KeepSelection(HWND h, TableState& s) {
     const std::string key = SelectedKey(h);
     const LRESULT top = CallBase(h, LB_GETTOPINDEX, 0, 0);
-    const uint16_t border = s->border;
-    fk::LoadTable(h, Base(), *s, method != nullptr ? method : "");
-    Select(h, fk::FindKey(h, Base(), key.c_str()));
-    CallBase(h, LB_SETTOPINDEX, static_cast<WPARAM>(std::max<LRESULT>(top, 0)), 0);
-    s->shownSelection = Selected(h);
+    return [h, &s, key, top] {
+        Select(h, fk::FindKey(h, Base(), key.c_str()));
+        CallBase(h, LB_SETTOPINDEX, static_cast<WPARAM>(std::max<LRESULT>(top, 0)), 0);
+        s.shownSelection = Selected(h);
+    };
+}
+
+LRESULT OnSetMethod(HWND h, LPARAM lp) {
+    fk::SetTableMethod(h, Base(), lp, KeepSelection);
+    const char* method = Method().get(h);
     if (method != nullptr && lstristr(method, "@DROPTARG") != nullptr)
         SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
     else
         RemovePropA(h, "@WANTDROP");
-    fk::RedrawBorder(h, border, s->border);
-    fk::OpenControlLinks(h, method);
     return 0;
 }
 
@@ -310,6 +308,7 @@ LRESULT OnDragDrop(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 }  // namespace
 
 LRESULT WINAPI gxTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (fk::IsDdeMessage(msg)) return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);
     case WM_CREATE: return OnCreate(h, wp, lp);
@@ -345,15 +344,6 @@ LRESULT WINAPI gxTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case GXM_DROPDATA:
     case GXM_DRAGQUERY:
     case GXM_DRAGEND: return OnDragDrop(h, msg, wp, lp);
-    case WM_DDE_INITIATE:
-    case WM_DDE_TERMINATE:
-    case WM_DDE_ADVISE:
-    case WM_DDE_UNADVISE:
-    case WM_DDE_ACK:
-    case WM_DDE_DATA:
-    case WM_DDE_REQUEST:
-    case WM_DDE_POKE:
-    case WM_DDE_EXECUTE: return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     default: return CallBase(h, msg, wp, lp);
     }
 }

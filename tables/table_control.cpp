@@ -56,10 +56,20 @@ LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPAR
     return r;
 }
 
-void RedrawBorder(HWND h, uint16_t before, uint16_t now) {
-    if (before == now) return;
-    RefreshBorder(h);
-    RedrawWindow(h, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+LRESULT SetTableMethod(HWND h, const TableBase& base, LPARAM lp, Restore (*keep)(HWND h, TableState& s)) {
+    const char* method = MethodReplace(h, TableMethod(), reinterpret_cast<const char*>(lp));
+    TableState* s = kTableState.get(h);
+    if (s == nullptr) return 0;
+    const Restore restore = keep(h, *s);
+    const uint16_t border = s->border;
+    LoadTable(h, base, *s, method != nullptr ? method : "");
+    restore();
+    if (border != s->border) {
+        RefreshBorder(h);
+        RedrawWindow(h, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+    }
+    OpenControlLinks(h, method);
+    return 0;
 }
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 #include "frame/buffers.h"
@@ -110,8 +111,12 @@ LRESULT TableNcDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp);
 // WM_NCPAINT (and the combo box's WM_PAINT): the base, then the border of
 // "@3D1".."@3D5" around the control.
 LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp);
-// After a new method string: the old border wiped and the new one drawn.
-void RedrawBorder(HWND h, uint16_t before, uint16_t now);
+// GXM_SETMETHOD of both classes: the new method string is kept, the table
+// loaded again, the border redrawn when it changed and the DDE links opened.
+// What a control keeps over the reload is its own: keep notes it before
+// and returns what puts it back afterwards.
+using Restore = std::function<void()>;
+LRESULT SetTableMethod(HWND h, const TableBase& base, LPARAM lp, Restore (*keep)(HWND h, TableState& s));
 
 // A copy of at most 256 characters of the method string, for help and DDE.
 struct MethodCopy {
