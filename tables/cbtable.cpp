@@ -93,6 +93,7 @@ LRESULT OnNcCreate(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 LRESULT OnCreate(HWND h, WPARAM wp, LPARAM lp) {
+    fk::RestyleForCreate(h, reinterpret_cast<CREATESTRUCTA*>(lp));
     const LRESULT r = CallBase(h, WM_CREATE, wp, lp);
     if (r == -1) return r;
     RelayOut(h, fk::kTableState.get(h));

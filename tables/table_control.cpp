@@ -18,10 +18,17 @@ MethodCopy::MethodCopy(const char* method) {
 
 void CreateTableState(HWND h, CREATESTRUCTA* cs, DWORD add, DWORD remove) {
     auto* s = new TableState;
+    s->styleAdded = add;
+    s->styleRemoved = remove;
     if (!kTableState.set(h, s)) delete s;
     if (cs == nullptr) return;
     cs->style = (cs->style | add) & ~remove;
     SetWindowLongA(h, GWL_STYLE, cs->style);
+}
+
+void RestyleForCreate(HWND h, CREATESTRUCTA* cs) {
+    const TableState* s = kTableState.get(h);
+    if (s != nullptr && cs != nullptr) cs->style = (cs->style | s->styleAdded) & ~s->styleRemoved;
 }
 
 void DestroyTableState(HWND h) { delete kTableState.take(h); }

@@ -57,7 +57,8 @@ struct TableState {
     int32_t sizingFrom = 0;                // client x where the drag began
     int32_t sizingWidth = 0;               // the column's width then
     LRESULT shownSelection = LB_ERR;       // the selection last drawn and published
-    WNDPROC editBase = nullptr;            // gxCBTable32: the edit part's own procedure
+    DWORD styleAdded = 0;                  // the style bits the class adds at creation
+    DWORD styleRemoved = 0;                // and those it removes
 };
 inline constexpr PropPtr<TableState> kTableState{"FkTableState"};
 
@@ -68,6 +69,10 @@ inline constexpr int kKeyMax = kTableLineMax;
 // WM_NCCREATE: the state, and the style both bases need: owner-drawn items
 // of fixed height that keep their strings (the key), in table order.
 void CreateTableState(HWND h, CREATESTRUCTA* cs, DWORD add, DWORD remove);
+// WM_CREATE, before the base: the same style bits once more in the
+// creation record the base reads (the system hands each message its own
+// copy of it).
+void RestyleForCreate(HWND h, CREATESTRUCTA* cs);
 void DestroyTableState(HWND h);
 
 // Reads the table keywords of method and fills the list with the table's

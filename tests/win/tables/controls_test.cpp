@@ -235,6 +235,31 @@ TEST_F(TableControls, TableMessagesEditTheMethodAndReload) {
     EXPECT_EQ(Keys(combo, true), (Strings{"X1", "X2"}));
 }
 
+// The first column of item row (of an owner-drawn list) in which text is drawn, from x on; -1 for none.
+int FirstInk(HWND list, int row, int from) {
+    RECT r;
+    SendMessageA(list, LB_GETITEMRECT, row, reinterpret_cast<LPARAM>(&r));
+    Canvas shot(list);
+    for (int x = from; x < shot.w; ++x)
+        for (int y = r.top + 1; y < r.bottom - 1; ++y)  // inside a focus rectangle
+            if (GetRValue(shot.at(x, y)) + GetGValue(shot.at(x, y)) + GetBValue(shot.at(x, y)) < 300) return x;
+    return -1;
+}
+
+// The combo table's drop-down draws the columns where the table list draws them.
+TEST_F(TableControls, DropDownShowsTheColumnsAsTheListDoes) {
+    const std::string method = "@TBL(" + cities + ")@DISPLAY(2,1)@COLWIDTH(40,30)";
+    UniqueWindow list(Make(FK_CLASS_TABLE, method)), combo(Make(FK_CLASS_CBTABLE, method, CBS_DROPDOWN));
+    COMBOBOXINFO info{sizeof info};
+    ASSERT_TRUE(GetComboBoxInfo(combo, &info));
+    SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    PaintNow(parent), PaintNow(info.hwndList);
+    const int inList = FirstInk(list, 1, 30), inDropDown = FirstInk(info.hwndList, 1, 30);
+    EXPECT_GT(inList, 30);
+    EXPECT_EQ(inDropDown, inList) << "the key column (\"brn\") of the second line";
+    SendMessageA(combo, CB_SHOWDROPDOWN, FALSE, 0);
+}
+
 // A dialog template's control: its text is the method string. Widths are dialog units of the dialog's font,
 // measured where the text is drawn; a dragged column edge becomes the new "@COLWIDTH".
 INT_PTR CALLBACK QuietDialog(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG; }
@@ -257,16 +282,7 @@ TEST_F(TableControls, ColumnsInDialogUnitsAndDraggedEdges) {
     MapDialogRect(dialog, &units);
     const int edge = units.right;  // column 1 (the names) is 40 units wide
     PaintNow(dialog);
-    Canvas shot(list);
-    RECT row;
-    SendMessageA(list, LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
-    auto firstDark = [&](int from, int to) {
-        for (int x = from; x < to; ++x)
-            for (int y = row.top + 1; y < row.bottom - 1; ++y)  // inside the focus rectangle
-                if (GetRValue(shot.at(x, y)) + GetGValue(shot.at(x, y)) + GetBValue(shot.at(x, y)) < 300) return x;
-        return -1;
-    };
-    const int name = firstDark(1, edge), key = firstDark(edge - 2, shot.w);
+    const int name = FirstInk(list, 0, 1), key = FirstInk(list, 0, edge - 2);
     EXPECT_TRUE(name >= 2 && name <= 4) << name;                // "Berlin" at the column's pad
     EXPECT_TRUE(key >= edge + 2 && key <= edge + 4) << key << " " << edge;  // "BER" right of the 40-unit column
     SendMessageA(list, LB_SETCURSEL, 3, 0);
