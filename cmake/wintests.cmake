@@ -47,7 +47,7 @@ file(GLOB FK_WIN_TEST_DIRS LIST_DIRECTORIES true ${CMAKE_SOURCE_DIR}/tests/win/*
 foreach(dir ${FK_WIN_TEST_DIRS})
   if(IS_DIRECTORY ${dir})
     get_filename_component(sub ${dir} NAME)
-    file(GLOB srcs CONFIGURE_DEPENDS ${dir}/*.cpp)
+    file(GLOB srcs CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.rc)
     fk_wine_test(${sub}_tests ${srcs})
   endif()
 endforeach()

@@ -29,4 +29,15 @@ struct PtrWord {
     static void set(HWND h, T* p) { SetWindowLongA(h, Offset, reinterpret_cast<LONG>(p)); }
 };
 
+// A pointer kept in a window property. The two superclasses use it for
+// their state: their extra bytes belong to the system class, all but the
+// method-string word behind them.
+template <typename T>
+struct PropPtr {
+    const char* name;
+    T* get(HWND h) const { return static_cast<T*>(GetPropA(h, name)); }
+    bool set(HWND h, T* p) const { return SetPropA(h, name, p) != FALSE; }
+    T* take(HWND h) const { return static_cast<T*>(RemovePropA(h, name)); }
+};
+
 }  // namespace fk

@@ -42,10 +42,79 @@ static const struct FieldSetup kSetup[] = {
     {IDC_COLOUR, ""},
 };
 
+/* ---- The table controls: customer lookup and order lines ---------------
+   The customer code is a combo table fed by the CUSTOMERS table that the
+   demo ships as a resource; typing completes a code, the drop-down shows
+   code, name and town in columns. The order lines are a table list that
+   its template text configures. A typed code is checked with twValidate. */
+static const char kCustomerMethod[] =
+    "@TBL(@RES(CUSTOMERS))@KEY(1)@DISPLAY(1,2,3)@COLWIDTH(30,90,70)@3D5"
+    "@MSG(No customer has that code.)";
+
+static void ConfigureTables(HWND dlg) {
+    SendDlgItemMessageA(dlg, IDC_CUSTCODE, GXM_SETMETHOD, 0, (LPARAM)kCustomerMethod);
+}
+
+/* The customer's name beside the code, from the table line of the key. */
+static void ShowCustomerName(HWND dlg) {
+    char code[256] = "", name[80] = "";
+    HGLOBAL line;
+    SendDlgItemMessageA(dlg, IDC_CUSTCODE, GXM_GETVALUE, 0, (LPARAM)code);
+    line = twSearchTable("@RES(CUSTOMERS)", 1, code, ',', GetModuleHandleA(NULL), 0);
+    if (line != NULL) {
+        const char* text = (const char*)GlobalLock(line);
+        const char* comma = text != NULL ? strchr(text, ',') : NULL;
+        if (comma != NULL) lstrcpynA(name, comma + 1, sizeof name);
+        if (strchr(name, ',') != NULL) *strchr(name, ',') = '\0';
+        GlobalUnlock(line);
+        GlobalFree(line);
+    }
+    SetDlgItemTextA(dlg, IDC_CUSTNAME, name);
+}
+
+/* twValidate with type 4 checks a typed code against the table: nonzero
+   when a line has it. A miss reaches the dialog as GXN_ERROR (600). */
+static int CustomerCodeKnown(HWND dlg) {
+    char code[256] = "", method[sizeof kCustomerMethod];
+    HWND combo = GetDlgItem(dlg, IDC_CUSTCODE);
+    SendMessageA(combo, GXM_GETVALUE, 0, (LPARAM)code);
+    lstrcpyA(method, kCustomerMethod);
+    return twValidate(combo, GXT_TEXT, code, method, code) != 0;
+}
+
+static void FillTables(HWND dlg) {
+    HWND combo = GetDlgItem(dlg, IDC_CUSTCODE);
+    HWND edit = FindWindowExA(combo, NULL, "Edit", NULL);
+    HWND lines = GetDlgItem(dlg, IDC_ORDERLINES);
+    const char* typed;
+    /* An unknown code first, then "b": the code completes to BLUE. */
+    SendMessageA(combo, GXM_SETVALUE, 0, (LPARAM)"ZZZ");
+    printf("Customer code \"ZZZ\": %s\n", CustomerCodeKnown(dlg) ? "known" : "not in the table");
+    SendMessageA(combo, GXM_SETVALUE, 0, (LPARAM)"");
+    SetFocus(edit != NULL ? edit : combo);
+    for (typed = "b"; *typed; ++typed) SendMessageA(edit != NULL ? edit : combo, WM_CHAR, (unsigned char)*typed, 1);
+    printf("Customer code typed \"b\", completed: %s\n", CustomerCodeKnown(dlg) ? "known" : "not in the table");
+    ShowCustomerName(dlg);
+    /* Type-ahead in the order lines: "gr" finds the grease. */
+    SetFocus(lines);
+    for (typed = "gr"; *typed; ++typed) SendMessageA(lines, WM_CHAR, (unsigned char)*typed, 1);
+}
+
+static void ReportTables(HWND dlg) {
+    char code[256] = "", line[256] = "";
+    SendDlgItemMessageA(dlg, IDC_CUSTCODE, GXM_GETVALUE, 0, (LPARAM)code);
+    SendDlgItemMessageA(dlg, IDC_ORDERLINES, GXM_GETVALUE, 0, (LPARAM)line);
+    printf("  customer code  \"%s\"\n", code);
+    printf("  order line     \"%s\" of %ld\n", line,
+           (long)SendDlgItemMessageA(dlg, IDC_ORDERLINES, LB_GETCOUNT, 0, 0));
+}
+/* ---- End of the table controls ------------------------------------------ */
+
 static void Configure(HWND dlg) {
     unsigned i;
     for (i = 0; i < sizeof kSetup / sizeof kSetup[0]; ++i)
         SendDlgItemMessageA(dlg, kSetup[i].id, GXM_SETMETHOD, 0, (LPARAM)kSetup[i].method);
+    ConfigureTables(dlg);
     SetDlgItemTextA(dlg, IDC_BANNER, "Welcome to FieldKit: whole numbers, real numbers, money and dates, "
                                      "validated as you ask.          ");
 }
@@ -95,6 +164,7 @@ static void Fill(HWND dlg) {
     delivery.tm_year = 126;
     SendDlgItemMessageA(dlg, IDC_DATE, GXM_SETVALUE, 0, (LPARAM)&delivery);
     SendDlgItemMessageA(dlg, IDC_COLOUR, GXM_SETVALUE, 0, (LPARAM)&colour);
+    FillTables(dlg);
     SetFocus(GetDlgItem(dlg, IDOK));
     Pump();
 }
@@ -128,6 +198,7 @@ static void Report(HWND dlg) {
     printf("  price     %.2f\n", price);
     printf("  delivery  %04d-%02d-%02d\n", date.tm_year + 1900, date.tm_mon + 1, date.tm_mday);
     printf("  colour    #%02X%02X%02X\n", GetRValue(colour), GetGValue(colour), GetBValue(colour));
+    ReportTables(dlg);
 }
 
 static int ValidateAll(HWND dlg);
@@ -295,8 +366,12 @@ static INT_PTR CALLBACK OrderProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
         return OnError(dlg, (const FieldErrorNotice*)lp);
     case WM_COMMAND:
         if (OnToolbar(dlg, LOWORD(wp))) return TRUE;
+        if (LOWORD(wp) == IDC_CUSTCODE && (HIWORD(wp) == CBN_EDITCHANGE || HIWORD(wp) == CBN_SELCHANGE)) {
+            ShowCustomerName(dlg);
+            return TRUE;
+        }
         if (LOWORD(wp) == IDOK) {
-            if (ValidateAll(dlg) == 0) {
+            if (ValidateAll(dlg) == 0 && CustomerCodeKnown(dlg)) {
                 Report(dlg);
                 EndDialog(dlg, IDOK);
             }

@@ -14,6 +14,10 @@
 #define IDC_TITLE      109
 #define IDC_FRAME      110
 #define IDC_RULE       111
+/* The table controls: customer lookup and order lines. */
+#define IDC_CUSTCODE   120
+#define IDC_CUSTNAME   121
+#define IDC_ORDERLINES 122
 
 /* Pictures: the logo, the status icon and the toolbar */
 #define IDC_LOGO       130

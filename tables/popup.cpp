@@ -7,6 +7,7 @@
 
 #include "frame/library.h"
 #include "include/fldkit.h"
+#include "tables/columns.h"
 #include "tables/store.h"
 #include "tables/table_text.h"
 
@@ -20,6 +21,7 @@ struct PopupState {
     WNDPROC base = nullptr;  // the list box's own procedure
     bool done = false;
     int chosen = -1;  // the line picked; -1 when cancelled
+    fk::ColumnView view;  // the lines and their columns, drawn as the table list draws them
 };
 
 PopupState* StateOf(HWND h) {
@@ -38,7 +40,15 @@ int SelectedLine(HWND h) {
     if (sel == LB_ERR) {
         return -1;
     }
-    return static_cast<int>(CallWindowProcA(StateOf(h)->base, h, LB_GETITEMDATA, static_cast<WPARAM>(sel), 0));
+    return static_cast<int>(CallWindowProcA(StateOf(h)->base, h, LB_GETITEMDATA, static_cast<WPARAM>(sel), 0)) - 1;
+}
+
+// What the list does with the keys and the mouse may move the selection:
+// the items are drawn again.
+LRESULT PassAndRedraw(HWND h, PopupState* s, UINT msg, WPARAM wp, LPARAM lp) {
+    const LRESULT r = CallWindowProcA(s->base, h, msg, wp, lp);
+    InvalidateRect(h, nullptr, FALSE);
+    return r;
 }
 
 LRESULT OnKeyDown(HWND h, PopupState* s, WPARAM key, LPARAM lp) {
@@ -50,7 +60,7 @@ LRESULT OnKeyDown(HWND h, PopupState* s, WPARAM key, LPARAM lp) {
         Finish(s, -1);
         return 0;
     }
-    return CallWindowProcA(s->base, h, WM_KEYDOWN, key, lp);
+    return PassAndRedraw(h, s, WM_KEYDOWN, key, lp);
 }
 
 LRESULT OnLButtonDblClk(HWND h, PopupState* s, WPARAM wp, LPARAM lp) {
@@ -80,6 +90,21 @@ LRESULT OnNcDestroy(HWND h, PopupState* s, WPARAM wp, LPARAM lp) {
     return CallWindowProcA(base, h, WM_NCDESTROY, wp, lp);
 }
 
+// The popup's columns: those of the mask in their order, or the whole line,
+// sharing the list's width alike.
+void LayOut(HWND list, fk::ColumnView& view, DWORD mask, char delimiter) {
+    view.delimiter = delimiter;
+    view.count = 0;
+    for (int32_t column = 1; column <= fk::kMaxColumns; ++column)
+        if (mask & (1u << (column - 1))) view.field[view.count++] = column;
+    if (view.count == 0) view.field[view.count++] = 0;
+    const fk::ListMetrics m = fk::MeasureListFont(list, reinterpret_cast<HFONT>(SendMessageA(list, WM_GETFONT, 0, 0)));
+    SendMessageA(list, LB_SETITEMHEIGHT, 0, m.itemHeight);
+    RECT client;
+    GetClientRect(list, &client);
+    fk::LayoutColumns(view.count, fk::ColumnUnits{nullptr, 0, nullptr, 0}, m.baseX, client.right, view.width);
+}
+
 // Dialog units to pixels with the system's dialog base units.
 int ToPixelsX(int v, int base) {
     return MulDiv(v, base, 4);
@@ -101,7 +126,7 @@ HWND CreatePopup(HWND parent, const char* name, int x, int y, int cx, int cy) {
     if (w < 16) w = 16;
     if (h < 16) h = 16;
     return CreateWindowExA(WS_EX_TOOLWINDOW, "LISTBOX", name,
-                           WS_POPUP | WS_BORDER | WS_VSCROLL | LBS_USETABSTOPS | LBS_NOINTEGRALHEIGHT,
+                           WS_POPUP | WS_BORDER | WS_VSCROLL | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
                            at.x, at.y, w, h, parent, nullptr, fk::hInstLib, nullptr);
 }
 
@@ -138,6 +163,13 @@ LRESULT WINAPI TableListBoxProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h, s, wp, lp);
         case WM_KILLFOCUS: return OnKillFocus(h, s, wp, lp);
         case WM_NCDESTROY: return OnNcDestroy(h, s, wp, lp);
+        case WM_PAINT: return fk::PaintColumnList(h, s->view), 0;
+        case WM_ERASEBKGND: return 1;  // WM_PAINT fills every pixel
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+        case WM_MOUSEMOVE:
+        case WM_MOUSEWHEEL:
+        case WM_SETFOCUS: return PassAndRedraw(h, s, msg, wp, lp);
         default: return CallWindowProcA(s->base, h, msg, wp, lp);
     }
 }
@@ -146,12 +178,13 @@ HGLOBAL WINAPI twShowTable(HWND hParent, const char* lpName, DWORD dwColumns, in
                            char cDelimiter, int nLineMax, int, int, int, void*, int) {
     const HINSTANCE instance =
         hParent != nullptr ? reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(hParent, GWLP_HINSTANCE)) : nullptr;
-    const std::vector<std::string>* kept = fk::TableLines(lpName, instance);
-    if (kept == nullptr || kept->empty()) {
+    // Shared with the store: the lines stay while the popup runs, even when
+    // the table is freed meanwhile.
+    const fk::SharedLines kept = fk::SharedTableLines(lpName, instance);
+    if (!kept || kept->empty()) {
         return nullptr;
     }
-    // Our own copy: the table may be freed while the popup runs.
-    const std::vector<std::string> lines = *kept;
+    const std::vector<std::string>& lines = *kept;
 
     HWND list = CreatePopup(hParent, lpName, x, y, cx, cy);
     if (list == nullptr) {
@@ -161,12 +194,14 @@ HGLOBAL WINAPI twShowTable(HWND hParent, const char* lpName, DWORD dwColumns, in
         const std::string shown = fk::DisplayColumns(lines[i].c_str(), cDelimiter, dwColumns);
         const LRESULT at = SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(shown.c_str()));
         if (at >= 0) {
-            SendMessageA(list, LB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(i));
+            SendMessageA(list, LB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(i + 1));
         }
     }
     SendMessageA(list, LB_SETCURSEL, 0, 0);
 
     PopupState state;
+    state.view.lines = kept;
+    LayOut(list, state.view, dwColumns, cDelimiter);
     SetPropA(list, kStateProp, &state);
     state.base = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrA(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TableListBoxProc)));

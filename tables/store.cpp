@@ -16,7 +16,7 @@ namespace {
 
 struct Table {
     std::string name;
-    std::vector<std::string> lines;
+    std::shared_ptr<const std::vector<std::string>> lines;
 };
 
 // Every table loaded so far, by name (names compare without case).
@@ -139,7 +139,7 @@ Table* Load(const char* name, HINSTANCE instance) {
     }
     auto t = std::make_unique<Table>();
     t->name = name;
-    t->lines = fk::SplitTableText(text.data(), text.size());
+    t->lines = std::make_shared<const std::vector<std::string>>(fk::SplitTableText(text.data(), text.size()));
     Tables().push_back(std::move(t));
     return Tables().back().get();
 }
@@ -150,7 +150,12 @@ namespace fk {
 
 const std::vector<std::string>* TableLines(const char* name, HINSTANCE instance) {
     Table* t = Load(name, instance);
-    return t != nullptr ? &t->lines : nullptr;
+    return t != nullptr ? t->lines.get() : nullptr;
+}
+
+SharedLines SharedTableLines(const char* name, HINSTANCE instance) {
+    Table* t = Load(name, instance);
+    return t != nullptr ? t->lines : nullptr;
 }
 
 HGLOBAL CopyLine(const std::string& line, int lineMax) {

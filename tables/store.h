@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,11 @@ namespace fk {
 // can be neither found nor read. The pointer stays valid until the table is
 // freed.
 const std::vector<std::string>* TableLines(const char* name, HINSTANCE instance);
+
+// The same lines, shared: they stay with the caller when the table is freed
+// (a control shows them until it loads again).
+using SharedLines = std::shared_ptr<const std::vector<std::string>>;
+SharedLines SharedTableLines(const char* name, HINSTANCE instance);
 
 // A moveable global copy of line, cut to lineMax - 1 characters (when
 // lineMax > 0); null when it cannot be allocated.

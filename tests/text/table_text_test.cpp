@@ -41,4 +41,55 @@ TEST(TableText, FieldsByColumnAndDisplayMask) {
     EXPECT_EQ(fk::DisplayColumns("PAR,Paris,FR", ',', 1u << 7), "");
 }
 
+// Display lists keep their order and drop what is not a column 1-32; width lists keep their places.
+TEST(TableText, ColumnAndWidthLists) {
+    struct { const char* list; std::vector<int32_t> columns, numbers; } cases[] = {
+        {"2,1,3", {2, 1, 3}, {2, 1, 3}},
+        {" 3 ,0,33,-1,x,32", {3, 32}, {3, 0, 33, 0, 0, 32}},
+        {"40,,99999999,7", {7}, {40, 0, 1000, 7}},
+        {"", {}, {}},
+    };
+    for (const auto& c : cases) {
+        int32_t out[8];
+        std::vector<int32_t> got(out, out + fk::ColumnList(c.list, out, 8));
+        EXPECT_EQ(got, c.columns) << c.list;
+        got.assign(out, out + fk::NumberList(c.list, out, 8));
+        EXPECT_EQ(got, c.numbers) << c.list;
+    }
+    int32_t few[2];
+    EXPECT_EQ(fk::ColumnList("1,2,3,4", few, 2), 2);
+    EXPECT_EQ(fk::NumberList(std::string(5000, ',').c_str(), few, 2), 2);
+    const int32_t widths[] = {40, 7, 1000};
+    char text[16];
+    EXPECT_EQ(fk::FormatNumberList(widths, 3, text, sizeof text), 9);
+    EXPECT_STREQ(text, "40,7,1000");
+    EXPECT_EQ(fk::FormatNumberList(widths, 3, text, 6), 4);  // only whole numbers
+    EXPECT_STREQ(text, "40,7");
+    EXPECT_EQ(fk::FieldCount("a,b,,c", ','), 4);
+    EXPECT_EQ(fk::FieldCount(std::string(100, '|').c_str(), '|'), 32);
+}
+
+// Widths given win, then tab stops, then equal shares of what is left; a dialog unit is a quarter of baseX.
+TEST(TableText, ColumnLayout) {
+    const int32_t widths[] = {40, 0, 2}, stops[] = {30, 70}, every[] = {25};
+    struct { int32_t count; fk::ColumnUnits units; std::vector<int32_t> px; } cases[] = {
+        {3, {widths, 3, nullptr, 0}, {60, 174, 6}},    // 240 - 60 - 6 left for the second; 2 units is below 4
+        {3, {nullptr, 0, stops, 2}, {45, 60, 135}},    // stops end columns 1 and 2
+        {3, {widths, 1, stops, 2}, {60, 60, 120}},
+        {2, {nullptr, 0, every, 1}, {38, 38}},         // one stop spaces every column alike
+        {2, {nullptr, 0, nullptr, 0}, {120, 120}},
+        {4, {widths, 1, nullptr, 0}, {60, 60, 60, 60}},
+    };
+    for (const auto& c : cases) {
+        int32_t px[fk::kMaxColumns] = {};
+        fk::LayoutColumns(c.count, c.units, 6, 240, px);
+        EXPECT_EQ(std::vector<int32_t>(px, px + c.count), c.px) << c.count << " " << c.units.widthCount;
+    }
+    int32_t narrow[2];
+    fk::LayoutColumns(2, {nullptr, 0, nullptr, 0}, 6, 0, narrow);
+    EXPECT_EQ(narrow[0], 6);  // never below four units
+    EXPECT_EQ(fk::PixelsToUnits(fk::UnitsToPixels(37, 7), 7), 37);
+    EXPECT_EQ(fk::UnitsToPixels(10, 0), 3);  // a base of 0 counts as 1
+}
+
 }  // namespace

@@ -5,6 +5,7 @@
 #include <dde.h>
 
 #include "tests/support/pump.h"
+#include "tests/support/drag.h"
 #include "tests/win/fields/number_test.h"
 
 namespace {
@@ -61,12 +62,7 @@ TEST(ControlLinks, StringFieldsDragTextOntoEachOther) {
     HWND source = Child(parent, "gxString32", 1, "@DRAGSRC(1)");  // a move
     HWND target = Child(parent, "gxString32", 2, "@DROPTARG");
     SendMessageA(source, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("dragged"));
-    POINT at{5, 5};
-    MapWindowPoints(target, source, &at, 1);
-    SendMessageA(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
-    PostMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    SendMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+    fktest::DragOnto(source, {2, 2}, target);
     Settle();
     EXPECT_EQ(Text(target), "dragged");
     EXPECT_EQ(Text(source), "") << "the move bit empties the source";

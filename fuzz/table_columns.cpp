@@ -1,0 +1,65 @@
+// Fuzz target: the column settings of the table controls (fk::ColumnList,
+// fk::NumberList, fk::FormatNumberList, fk::LayoutColumns). An input is an
+// output count, a dialog base unit, a client width, a buffer size, then the
+// list text. Lists are read from heap blocks of exactly their size, and
+// written into arrays of exactly the count they are told.
+#include <stdlib.h>
+#include <string.h>
+
+#include <string>
+#include <vector>
+
+#include "support/input.h"
+#include "tables/table_text.h"
+
+namespace {
+
+using fuzz::check;
+using fuzz::Heap;
+using fuzz::Input;
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Input in(data, size);
+    const int32_t max = static_cast<int32_t>(static_cast<uint32_t>(in.number()) % 40);
+    const int32_t baseX = in.signedNumber();
+    const int32_t client = in.signedNumber();
+    const int32_t outSize = in.number() % 300;
+    const std::string list = in.rest();
+    Heap l(list);
+
+    std::vector<int32_t> columns(static_cast<size_t>(max) + 1, -7);
+    const int32_t n = fk::ColumnList(l.get(), columns.data(), max);
+    check(n >= 0 && n <= max && columns[static_cast<size_t>(max)] == -7, "ColumnList stays within max", list);
+    for (int32_t i = 0; i < n; ++i) check(columns[i] >= 1 && columns[i] <= fk::kMaxColumns, "columns are 1-32", list);
+
+    std::vector<int32_t> numbers(static_cast<size_t>(max) + 1, -7);
+    const int32_t count = fk::NumberList(l.get(), numbers.data(), max);
+    check(count >= 0 && count <= max && numbers[static_cast<size_t>(max)] == -7, "NumberList stays within max", list);
+    for (int32_t i = 0; i < count; ++i)
+        check(numbers[i] >= 0 && numbers[i] <= fk::kMaxColumnUnits, "widths are 0-1000", list);
+
+    // Written and read back: the same numbers, or the front of them when the buffer is short.
+    if (outSize > 0) {
+        Heap out(std::string(), static_cast<size_t>(outSize), 'F');
+        const int32_t length = fk::FormatNumberList(numbers.data(), count, out.get(), outSize);
+        check(out.terminated() && static_cast<int32_t>(strlen(out.get())) == length, "FormatNumberList terminates",
+              list);
+        std::vector<int32_t> back(static_cast<size_t>(count) + 1);
+        const int32_t again = *out.get() == 0 ? 0 : fk::NumberList(out.get(), back.data(), count + 1);
+        check(again <= count, "nothing is added", out.str());
+        for (int32_t i = 0; i < again; ++i) check(back[i] == numbers[i], "the numbers read back", out.str());
+        check(length < outSize - 12 ? again == count : true, "a roomy buffer holds them all", out.str());
+    }
+
+    const fk::ColumnUnits units{numbers.data(), count, numbers.data(), count / 2};
+    const int32_t shown = count > 0 ? count : 1;
+    std::vector<int32_t> px(static_cast<size_t>(shown) + 1, -7);
+    fk::LayoutColumns(shown, units, baseX % 100000, client, px.data());
+    check(px[static_cast<size_t>(std::min(shown, fk::kMaxColumns))] == -7 || shown > fk::kMaxColumns,
+          "LayoutColumns writes count widths", list);
+    for (int32_t i = 0; i < std::min(shown, fk::kMaxColumns); ++i)
+        check(px[i] >= fk::UnitsToPixels(fk::kMinColumnUnits, baseX % 100000), "no column is too narrow", list);
+    return 0;
+}
