@@ -7,6 +7,7 @@
 #include <string.h>
 
 #include <memory>
+#include <unordered_map>
 
 #include "include/fldkit.h"
 #include "strings/lstr.h"
@@ -14,9 +15,20 @@
 
 namespace {
 
+// The lines of one key column and delimiter by their key's sort key, each
+// the first line with that key: keys whose sort keys are equal compare equal
+// with lstrcmpA, so a lookup need not compare every line's key.
+struct KeyIndex {
+    int column;
+    char delimiter;
+    LCID locale;
+    std::unordered_map<std::string, size_t> first;
+};
+
 struct Table {
     std::string name;
     std::shared_ptr<const std::vector<std::string>> lines;
+    std::vector<KeyIndex> indexes;  // made on the first lookup of a column
 };
 
 // Every table loaded so far, by name (names compare without case).
@@ -233,24 +245,56 @@ int WINAPI twCopyFile(const char* lpSource, const char* lpDest) {
     return 1;
 }
 
+namespace {
+
+// The key of a line in a column: the field, clipped of blanks on both sides.
+const char* LineKey(const std::string& line, char delimiter, int column, char* field, int32_t size) {
+    return fk::LineField(line.c_str(), delimiter, column, field, size) ? lstrpreclip(lstrclip(field)) : nullptr;
+}
+
+std::string SortKey(LCID locale, const char* text) {
+    const int size = LCMapStringA(locale, LCMAP_SORTKEY, text, -1, nullptr, 0);
+    std::string key(size > 0 ? static_cast<size_t>(size) : 0, '\0');
+    if (size > 0) LCMapStringA(locale, LCMAP_SORTKEY, text, -1, reinterpret_cast<LPSTR>(key.data()), size);
+    return key;
+}
+
+const KeyIndex& IndexOf(Table& t, int column, char delimiter) {
+    const LCID locale = GetThreadLocale();  // the locale lstrcmpA compares in
+    for (const KeyIndex& index : t.indexes)
+        if (index.column == column && index.delimiter == delimiter && index.locale == locale) return index;
+    KeyIndex index{column, delimiter, locale, {}};
+    char field[fk::kTableLineMax + 1];
+    for (size_t i = 0; i < t.lines->size(); ++i)
+        if (const char* key = LineKey((*t.lines)[i], delimiter, column, field, sizeof field))
+            index.first.emplace(SortKey(locale, key), i);  // an earlier line keeps its place
+    t.indexes.push_back(std::move(index));
+    return t.indexes.back();
+}
+
+}  // namespace
+
 HGLOBAL WINAPI twSearchTable(const char* lpName, int nKeyColumn, const char* lpKey, char cDelimiter,
                              HINSTANCE hInstance, int /*nReserved*/) {
     if (lpKey == nullptr) {
         return nullptr;
     }
-    const std::vector<std::string>* lines = fk::TableLines(lpName, hInstance);
-    if (lines == nullptr) {
+    Table* table = Load(lpName, hInstance);
+    if (table == nullptr) {
         return nullptr;
     }
     char field[fk::kTableLineMax + 1];
-    for (const std::string& line : *lines) {
-        if (!fk::LineField(line.c_str(), cDelimiter, nKeyColumn, field, sizeof field)) {
-            continue;
-        }
-        char* key = lstrpreclip(lstrclip(field));
-        if (lstrcmpA(key, lpKey) == 0) {
-            return fk::CopyLine(line, 0);
-        }
+    const KeyIndex& index = IndexOf(*table, nKeyColumn, cDelimiter);
+    if (auto hit = index.first.find(SortKey(index.locale, lpKey)); hit != index.first.end()) {
+        const std::string& line = (*table->lines)[hit->second];
+        const char* key = LineKey(line, cDelimiter, nKeyColumn, field, sizeof field);
+        if (key != nullptr && lstrcmpA(key, lpKey) == 0) return fk::CopyLine(line, 0);
+    }
+    // Not in the index: every line is compared, so that a miss is the same
+    // whatever the sort keys say.
+    for (const std::string& line : *table->lines) {
+        const char* key = LineKey(line, cDelimiter, nKeyColumn, field, sizeof field);
+        if (key != nullptr && lstrcmpA(key, lpKey) == 0) return fk::CopyLine(line, 0);
     }
     return nullptr;
 }
