@@ -5,6 +5,7 @@
 #include <custcntl.h>
 
 #include <utility>
+#include <vector>
 
 #include "design/classes.h"
 #include "design/entries.h"
@@ -19,16 +20,17 @@ namespace fk {
 
 namespace {
 
-// The Win32 records' style lists point into these, built once from the
-// tables; editors only read them.
-CCSTYLEFLAGA g_styleFlags[kDesignClasses][16];
+// The Win32 records' style lists point into these, made from the tables;
+// editors only read them.
+std::vector<CCSTYLEFLAGA> g_styleFlags[kDesignClasses];
 
-const CCSTYLEFLAGA* StyleFlagsOf(int index) {
+CCSTYLEFLAGA* StyleFlagsOf(int index) {
     const StyleTable& table = DesignClassAt(index).styles;
-    CCSTYLEFLAGA* flags = g_styleFlags[index];
-    for (uint8_t i = 0; i < table.count && i < 16; ++i)
-        flags[i] = {table.names[i].value, table.names[i].mask, const_cast<LPSTR>(table.names[i].name)};
-    return flags;
+    std::vector<CCSTYLEFLAGA>& flags = g_styleFlags[index];
+    flags.clear();
+    for (uint8_t i = 0; i < table.count; ++i)
+        flags.push_back({table.names[i].value, table.names[i].mask, const_cast<LPSTR>(table.names[i].name)});
+    return flags.data();
 }
 
 // The Win32 editors' style entry carries no class: one per class.
@@ -99,7 +101,7 @@ extern "C" UINT WINAPI CustomControlInfoA(LPCCINFOA records) {
         r.flCtrlTypeMask = c.typeMask;
         lstrcpynA(r.szTextDefault, c.title, sizeof r.szTextDefault);
         r.cStyleFlags = c.styles.count;
-        r.aStyleFlags = const_cast<LPCCSTYLEFLAGA>(StyleFlagsOf(i));
+        r.aStyleFlags = StyleFlagsOf(i);
         r.lpfnStyle = styles[i];
     }
     return kDesignClasses;

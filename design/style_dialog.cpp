@@ -37,14 +37,17 @@ int BorderEntry(const StyleTable& table, int n) {
 
 StyleEdit* EditOf(HWND h) { return reinterpret_cast<StyleEdit*>(GetWindowLongPtrA(h, DWLP_USER)); }
 
-void ShowStyleText(HWND h, const StyleEdit& edit) {
+// The names line, as a resource script writes the style.
+void ShowStyleText(HWND h, StyleEdit& edit) {
     char text[512];
     StyleText(TableOf(edit), edit.style, text, sizeof text);
-    SetDlgItemTextA(h, IDC_FK_FLAGS, text[0] ? text + 3 : "(none)");
+    edit.showingText = true;
+    SetDlgItemTextA(h, IDC_FK_FLAGS, text[0] ? text + 3 : "");
+    edit.showingText = false;
 }
 
 // Buttons and border list as the style says.
-void ShowStyle(HWND h, const StyleEdit& edit) {
+void ShowButtons(HWND h, const StyleEdit& edit) {
     const StyleTable& table = TableOf(edit);
     for (int i = 0; i < table.count; ++i) {
         const StyleName& entry = table.names[i];
@@ -58,6 +61,10 @@ void ShowStyle(HWND h, const StyleEdit& edit) {
     for (int n = 1; n < 6; ++n)
         if (border >= 0 && BorderEntry(table, kBorderEntry[n]) == border) item = n;
     SendDlgItemMessageA(h, IDC_FK_BORDER, CB_SETCURSEL, item, 0);
+}
+
+void ShowStyle(HWND h, StyleEdit& edit) {
+    ShowButtons(h, edit);
     ShowStyleText(h, edit);
 }
 
@@ -125,6 +132,18 @@ void OnStyleButton(HWND h, StyleEdit& edit, int entry) {
     ShowStyle(h, edit);
 }
 
+// Names typed into the names line replace the class's bits.
+void OnNamesTyped(HWND h, StyleEdit& edit) {
+    if (edit.showingText) return;
+    char text[512] = {};
+    GetDlgItemTextA(h, IDC_FK_FLAGS, text, sizeof text);
+    const StyleTable& table = TableOf(edit);
+    uint32_t classBits = 0;
+    for (int i = 0; i < table.count; ++i) classBits |= table.names[i].mask;
+    edit.style = (edit.style & ~classBits) | StyleBits(table, text);
+    ShowButtons(h, edit);
+}
+
 void OnBorder(HWND h, StyleEdit& edit) {
     const StyleTable& table = TableOf(edit);
     const LRESULT item = SendDlgItemMessageA(h, IDC_FK_BORDER, CB_GETCURSEL, 0, 0);
@@ -147,6 +166,9 @@ INT_PTR OnCommand(HWND h, StyleEdit& edit, WORD id, WORD code) {
         return TRUE;
     case IDC_FK_BORDER:
         if (code == CBN_SELCHANGE) OnBorder(h, edit);
+        return TRUE;
+    case IDC_FK_FLAGS:
+        if (code == EN_CHANGE) OnNamesTyped(h, edit);
         return TRUE;
     default:
         if (id >= IDC_FK_STYLE && id < IDC_FK_STYLE + TableOf(edit).count && code == BN_CLICKED)

@@ -21,6 +21,7 @@ struct StyleEdit {
     UINT id = 0;
     LPFNSTRTOID strToId = nullptr;
     LPFNIDTOSTR idToStr = nullptr;
+    bool showingText = false;  // the dialog is writing its names line
 };
 
 // Runs the class's style dialog; true when the user pressed OK.
