@@ -43,6 +43,12 @@ class Picture:
     def vline(self, x, y0, y1, c):
         self.fill(x, y0, x, y1, c)
 
+    def outline(self, x0, y0, x1, y1, c):
+        self.hline(x0, x1, y0, c)
+        self.hline(x0, x1, y1, c)
+        self.vline(x0, y0, y1, c)
+        self.vline(x1, y0, y1, c)
+
     def sunken(self, x0, y0, x1, y1, face=WHITE):
         """A field: white face, shadow at top and left, highlight at bottom and right."""
         self.fill(x0, y0, x1, y1, face)
@@ -147,11 +153,8 @@ def ticker():
 
 def frame3d():
     p = Picture()
-    for (x0, y0, x1, y1), c in (((2, 5, 21, 21), DARK), ((3, 6, 22, 22), WHITE)):
-        p.hline(x0, x1, y0, c)
-        p.hline(x0, x1, y1, c)
-        p.vline(x0, y0, y1, c)
-        p.vline(x1, y0, y1, c)
+    p.outline(2, 5, 21, 21, DARK)
+    p.outline(3, 6, 22, 22, WHITE)
     p.fill(5, 3, 12, 8, GREY)
     p.text(6, 3, "ab")
     return p
@@ -159,10 +162,7 @@ def frame3d():
 
 def button():
     p = Picture()
-    p.hline(1, 22, 5, BLACK)
-    p.hline(1, 22, 18, BLACK)
-    p.vline(1, 5, 18, BLACK)
-    p.vline(22, 5, 18, BLACK)
+    p.outline(1, 5, 22, 18, BLACK)
     p.raised(2, 6, 21, 17)
     p.text(8, 9, "0K")
     return p

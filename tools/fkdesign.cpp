@@ -16,6 +16,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -50,7 +51,7 @@ std::vector<Placed> g_sheet;
 HWND g_main, g_toolbox, g_sheetWindow;
 HFONT g_font;
 int g_baseX = 6, g_baseY = 13;  // dialog base units of g_font
-constexpr int kRow = 30, kToolboxWidth = 440;
+constexpr int kRow = 30, kToolboxWidth = 470;
 
 bool LoadClasses(HMODULE dll) {
     auto list = reinterpret_cast<ListClassesFn>(GetProcAddress(dll, "ListClasses"));
@@ -238,7 +239,9 @@ void MakeWindows() {
         wc.lpszClassName = c.name;
         RegisterClassA(&wc);
     }
-    const int sheetWidth = 344 * g_baseX / 4, height = static_cast<int>(g_tools.size()) * kRow + 8;
+    // The sheet holds five rows of three (PlaceEveryClass).
+    const int sheetWidth = 344 * g_baseX / 4;
+    const int height = std::max(static_cast<int>(g_tools.size()) * kRow, 344 * g_baseY / 8) + 8;
     RECT r{0, 0, kToolboxWidth + sheetWidth + 8, height};
     AdjustWindowRect(&r, WS_OVERLAPPEDWINDOW, FALSE);
     g_main = CreateWindowExA(0, "FkDesignMain", "FieldKit design", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE,
