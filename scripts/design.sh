@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# The design host: builds the library and tools/fkdesign.exe, runs its
-# scripted run under Wine in a private X display (it prints the CONTROL
-# lines and writes BMPs) and turns the pictures into docs/design-*.png.
+# The design host: builds the library and tools/fkdesign.exe (CMake target
+# fkdesign), runs its scripted run under Wine in a private X display (it
+# prints the CONTROL lines and writes BMPs) and turns the pictures into
+# docs/design-*.png.
 #   scripts/design.sh          the scripted run
 #   scripts/design.sh --show   the host stays open for a user (needs a display)
 set -euo pipefail
@@ -10,9 +11,7 @@ source "$(dirname "$0")/common.sh"
 build_windows
 OUT="$WIN_BUILD/design"
 mkdir -p "$OUT"
-i686-w64-mingw32-g++-posix -std=c++20 -O2 -Wall -I"$ROOT" "$ROOT/tools/fkdesign.cpp" -o "$OUT/fkdesign.exe" \
-    -lgdi32 -luser32 -static -static-libgcc -static-libstdc++
-cp "$WIN_BUILD/bin/FLDKIT32.dll" "$OUT/"
+cp "$WIN_BUILD/bin/fkdesign.exe" "$WIN_BUILD/bin/FLDKIT32.dll" "$OUT/"
 rm -f "$OUT"/*.bmp
 trap stop_wine EXIT
 if [ "${1:-}" = "--show" ]; then

@@ -53,17 +53,23 @@ HFONT g_font;
 int g_baseX = 6, g_baseY = 13;  // dialog base units of g_font
 constexpr int kRow = 30, kToolboxWidth = 470;
 
+// The class list holds its entries untyped.
+template <typename F>
+F Typed(FARPROC entry) {
+    return reinterpret_cast<F>(reinterpret_cast<void (*)()>(entry));
+}
+
 bool LoadClasses(HMODULE dll) {
-    auto list = reinterpret_cast<ListClassesFn>(GetProcAddress(dll, "ListClasses"));
+    auto list = Typed<ListClassesFn>(GetProcAddress(dll, "ListClasses"));
     HGLOBAL block = list ? list(const_cast<LPSTR>("fkdesign"), 1, nullptr, nullptr) : nullptr;
     if (block == nullptr) return false;
     const auto* classes = static_cast<const CTLCLASSLIST*>(GlobalLock(block));
     for (LONG i = 0; i < classes->nClasses; ++i) {
         const CTLCLASS& c = classes->Classes[i];
-        HGLOBAL infoBlock = reinterpret_cast<InfoFn>(c.lpfnInfo)();
+        HGLOBAL infoBlock = Typed<InfoFn>(c.lpfnInfo)();
         if (infoBlock == nullptr) continue;
-        ToolClass tool{*static_cast<const CTLINFO*>(GlobalLock(infoBlock)), reinterpret_cast<StyleFn>(c.lpfnStyle),
-                       reinterpret_cast<FlagsFn>(c.lpfnFlags)};
+        ToolClass tool{*static_cast<const CTLINFO*>(GlobalLock(infoBlock)), Typed<StyleFn>(c.lpfnStyle),
+                       Typed<FlagsFn>(c.lpfnFlags)};
         GlobalUnlock(infoBlock);
         GlobalFree(infoBlock);
         g_tools.push_back(tool);
