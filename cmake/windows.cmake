@@ -117,3 +117,20 @@ foreach(src ${FK_BENCHES})
   target_link_libraries(${name} PRIVATE fldkit user32 gdi32)
   target_link_options(${name} PRIVATE ${FK_STATIC_RUNTIME})
 endforeach()
+
+# The design host: loads the DLL as a dialog editor does. CTest's
+# design_host runs its script (scripts/design.sh turns its pictures into
+# docs/design-*.png).
+add_executable(fkdesign tools/fkdesign.cpp)
+target_include_directories(fkdesign PRIVATE ${CMAKE_SOURCE_DIR})
+target_compile_options(fkdesign PRIVATE -Wall -Wextra)
+target_link_libraries(fkdesign PRIVATE user32 gdi32)
+target_link_options(fkdesign PRIVATE ${FK_STATIC_RUNTIME})
+add_dependencies(fkdesign fldkit32)
+add_test(NAME design_host COMMAND fkdesign --auto .)
+set_tests_properties(design_host PROPERTIES
+  ENVIRONMENT "${FK_WINE_ENV}"
+  FIXTURES_REQUIRED wine
+  TIMEOUT 120
+  PASS_REGULAR_EXPRESSION "after the style dialog"
+  FAIL_REGULAR_EXPRESSION "gave no class list")

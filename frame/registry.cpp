@@ -6,6 +6,8 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "design/classes.h"
+#include "design/entries.h"
 #include "display/line.h"
 #include "frame/library.h"
 #include "frame/trace.h"
@@ -96,27 +98,6 @@ void RegisterRow(const ClassRow& row) {
     if (row.after) row.after();
 }
 
-// ListClasses record order, which differs from the registration order on
-// purpose: it is the order dialog editors have always been shown.
-struct DesignRow {
-    const char* name;
-    FARPROC info;
-    FARPROC style;
-    FARPROC flags;
-};
-
-const DesignRow kDesignOrder[] = {
-    {"gxString32", nullptr, nullptr, nullptr},  {"gxNumeric32", nullptr, nullptr, nullptr},
-    {"gxReal32", nullptr, nullptr, nullptr},    {"gxBitmap32", nullptr, nullptr, nullptr},
-    {"gxIcon32", nullptr, nullptr, nullptr},    {"gxColor32", nullptr, nullptr, nullptr},
-    {"gxTable32", nullptr, nullptr, nullptr},   {"gxCBTable32", nullptr, nullptr, nullptr},
-    {"gxTicker32", nullptr, nullptr, nullptr},  {"gxDate32", nullptr, nullptr, nullptr},
-    {"gxFrame3D32", nullptr, nullptr, nullptr}, {"gxButton32", nullptr, nullptr, nullptr},
-    {"gxCurrency32", nullptr, nullptr, nullptr}, {"gxText3D32", nullptr, nullptr, nullptr},
-    {"gxLine32", nullptr, nullptr, nullptr},
-};
-static_assert(sizeof kDesignOrder / sizeof kDesignOrder[0] == 15);
-
 void DeleteTraced(HGDIOBJ obj, const char* format) {
     if (obj == nullptr) return;
     DeleteObject(obj);
@@ -162,13 +143,15 @@ extern "C" HGLOBAL WINAPI ListClasses(LPSTR, UINT, FARPROC, FARPROC) {
         GlobalFree(block);
         return nullptr;
     }
-    list->nClasses = 15;
-    for (int i = 0; i < 15; ++i) {
-        const DesignRow& row = kDesignOrder[i];
-        list->Classes[i].lpfnInfo = row.info;
-        list->Classes[i].lpfnStyle = row.style;
-        list->Classes[i].lpfnFlags = row.flags;
-        std::strncpy(list->Classes[i].szClass, row.name, sizeof list->Classes[i].szClass);
+    // The design-time class order, which differs from the registration
+    // order on purpose: it is the order dialog editors have always been shown.
+    list->nClasses = kDesignClasses;
+    for (int i = 0; i < kDesignClasses; ++i) {
+        const DesignEntries entries = DesignEntriesAt(i);
+        list->Classes[i].lpfnInfo = entries.info;
+        list->Classes[i].lpfnStyle = entries.style;
+        list->Classes[i].lpfnFlags = entries.flags;
+        std::strncpy(list->Classes[i].szClass, DesignClassAt(i).name, sizeof list->Classes[i].szClass);
     }
     GlobalUnlock(block);
     return block;

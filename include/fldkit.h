@@ -445,6 +445,89 @@ LRESULT WINAPI gxButtonWndFn(HWND, UINT, WPARAM, LPARAM);
 LRESULT WINAPI gxText3DWndFn(HWND, UINT, WPARAM, LPARAM);
 LRESULT WINAPI gxFrame3DWndFn(HWND, UINT, WPARAM, LPARAM);
 
+/* ------------------------------------------------------------------------
+ * Design time: what a dialog editor calls for each class. ListClasses hands
+ * out each class's Info, Style and Flags entries; Style runs the class's
+ * style dialog (its procedure is the DlgFn entry). CustomControlInfoA
+ * serves the editors of the Win32 custom-control interface (custcntl.h).
+ * ---------------------------------------------------------------------- */
+#define FK_CTLTYPES   12
+#define FK_CTLDESCR   22
+#define FK_CTLCLASS   20
+#define FK_CTLTITLE   94
+
+/* One control type of a class: default size (dialog units) and style. */
+typedef struct tagCTLTYPE {
+    UINT    wType;
+    UINT    wWidth;
+    UINT    wHeight;
+    DWORD   dwStyle;
+    char    szDescr[FK_CTLDESCR];
+    HBITMAP hToolBit;   /* 24 x 24 toolbox picture; the editor deletes it */
+    HCURSOR hDropCurs;  /* 0: the editor's own cursor */
+} CTLTYPE;
+
+/* The block Info returns (moveable global memory; the editor frees it). */
+typedef struct tagCTLINFO {
+    UINT    wVersion;
+    UINT    wCtlTypes;
+    char    szClass[FK_CTLCLASS];
+    char    szTitle[FK_CTLTITLE];   /* the default text of a new control */
+    char    szReserved[10];
+    CTLTYPE Type[FK_CTLTYPES];
+} CTLINFO;
+
+/* The block Style edits in place. CtlDataSize and CtlData exist only when
+   the block is at least sizeof(CTLSTYLE) bytes; Style never touches them. */
+typedef struct tagCTLSTYLE {
+    UINT  wX, wY, wCx, wCy, wId;
+    DWORD dwStyle;
+    char  szClass[FK_CTLCLASS];
+    char  szTitle[FK_CTLTITLE];
+    BYTE  CtlDataSize;
+    BYTE  CtlData[255];
+} CTLSTYLE;
+#define FK_CTLSTYLE_BASE 138   /* the part every editor's block holds */
+
+/* The editor's identifier callbacks. strToId: low word non-zero when the
+   text names an identifier, the identifier in the high word. */
+typedef DWORD (WINAPI *LPFNSTRTOID)(LPSTR text);
+typedef UINT  (WINAPI *LPFNIDTOSTR)(UINT id, LPSTR buffer, UINT size);
+
+FK_LAYOUT_CHECK(ctltype_size, sizeof(CTLTYPE) == 48);
+FK_LAYOUT_CHECK(ctltype_bits, offsetof(CTLTYPE, hToolBit) == 40);
+FK_LAYOUT_CHECK(ctlinfo_size, sizeof(CTLINFO) == 708);
+FK_LAYOUT_CHECK(ctlinfo_types, offsetof(CTLINFO, Type) == 132);
+FK_LAYOUT_CHECK(ctlstyle_title, offsetof(CTLSTYLE, szTitle) == 44);
+FK_LAYOUT_CHECK(ctlstyle_data, offsetof(CTLSTYLE, CtlDataSize) == FK_CTLSTYLE_BASE);
+FK_LAYOUT_CHECK(ctlstyle_size, sizeof(CTLSTYLE) == 396);
+
+#define FK_DESIGN_ENTRIES(word) \
+    HGLOBAL WINAPI gx##word##Info(void); \
+    BOOL    WINAPI gx##word##Style(HWND window, HGLOBAL ctlStyle, LPFNSTRTOID strToId, LPFNIDTOSTR idToStr); \
+    UINT    WINAPI gx##word##Flags(DWORD style, LPSTR buffer, UINT size); \
+    INT_PTR WINAPI gx##word##DlgFn(HWND dialog, UINT msg, WPARAM wParam, LPARAM lParam);
+FK_DESIGN_ENTRIES(String)
+FK_DESIGN_ENTRIES(Numeric)
+FK_DESIGN_ENTRIES(Real)
+FK_DESIGN_ENTRIES(Bitmap)
+FK_DESIGN_ENTRIES(Icon)
+FK_DESIGN_ENTRIES(Color)
+FK_DESIGN_ENTRIES(Table)
+FK_DESIGN_ENTRIES(CBTable)
+FK_DESIGN_ENTRIES(Ticker)
+FK_DESIGN_ENTRIES(Date)
+FK_DESIGN_ENTRIES(Frame3D)
+FK_DESIGN_ENTRIES(Button)
+FK_DESIGN_ENTRIES(Currency)
+FK_DESIGN_ENTRIES(Text3D)
+#undef FK_DESIGN_ENTRIES
+
+/* The Win32 interface: with a null pointer the number of classes (15);
+   otherwise fills that many CCINFOA records (custcntl.h). */
+struct tagCCINFOA;
+UINT WINAPI CustomControlInfoA(struct tagCCINFOA* info);
+
 #ifdef __cplusplus
 }
 #endif
