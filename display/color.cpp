@@ -5,13 +5,13 @@
 
 #include "display/border.h"
 #include "display/paint_util.h"
+#include "frame/control.h"
 #include "frame/gdi.h"
 #include "frame/library.h"
 #include "frame/method_window.h"
 #include "frame/registry.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
-#include "links/refresh.h"
 
 namespace fk {
 // The channel brushes live until WEP.
@@ -130,12 +130,6 @@ void ShowComponent(HWND h, int i) {
     SetScrollPos(Child(h, g_colorWork.bar[i]), SB_CTL, g_colorWork.rgb[i], TRUE);
 }
 
-void Notify(HWND h, WORD code) {
-    HWND parent = GetParent(h);
-    if (parent == nullptr) return;
-    SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(h), code), reinterpret_cast<LPARAM>(h));
-}
-
 bool IsColorControl(HWND h) {
     char name[16];
     return h != nullptr && GetClassNameA(h, name, sizeof name) > 0 && lstrcmpiA(name, FK_CLASS_COLOR) == 0;
@@ -243,7 +237,7 @@ LRESULT OnVScroll(HWND h, WPARAM wp, LPARAM lp) {
     StoreWork(h);  // before the bar moves: its repaint reloads the working copy
     ShowComponent(h, i);
     FillSwatch(h);
-    Notify(h, GXN_COLORCHANGED);
+    fk::NotifyParent(h, GXN_COLORCHANGED);
     return 0;
 }
 
@@ -262,15 +256,10 @@ LRESULT OnCtlColorScrollBar(HWND h, WPARAM wp, LPARAM lp) {
 
 LRESULT OnSetFocus(HWND h) {
     LoadWork(h);
-    Notify(h, GXN_SETFOCUS);
+    fk::NotifyParent(h, GXN_SETFOCUS);
     const WORD focus = g_colorWork.focus < 3 ? g_colorWork.focus : 0;
     SetFocus(Child(h, g_colorWork.bar[focus]));
     return 0;
-}
-
-LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
-    if (!wp && (GetWindowLongA(h, GWL_STYLE) & fk::kAny3DBits)) fk::RefreshBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
 }
 
 // "@PRT" (exactly so) makes the control read-only for printing.
@@ -326,7 +315,7 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND:
         return fk::EraseWithParentBrush(h, wp, lp, WM_CTLCOLORSTATIC);
     case WM_SHOWWINDOW:
-        return OnShowWindow(h, wp, lp);
+        return fk::ShowWindowWipingBorder(h, wp, lp, fk::kAny3DBits);
     case WM_NCPAINT:
         return fk::PaintBorder(h, wp, lp, fk::kColorBorder);
     case WM_GETDLGCODE:

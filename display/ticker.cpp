@@ -9,12 +9,12 @@
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
+#include "frame/control.h"
 #include "frame/gdi.h"
 #include "frame/method_window.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
-#include "links/refresh.h"
 
 namespace {
 
@@ -124,11 +124,6 @@ LRESULT OnPaint(HWND h) {
     return 0;
 }
 
-LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
-    if (!wp && (GetWindowLongA(h, GWL_STYLE) & fk::kAny3DBits)) fk::RefreshBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
-}
-
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
     Font::set(h, static_cast<LONG>(wp));
     RecordMetrics(h, reinterpret_cast<HFONT>(wp));
@@ -211,7 +206,7 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND:
         return fk::EraseWithParentBrush(h, wp, lp, WM_CTLCOLOREDIT);
     case WM_SHOWWINDOW:
-        return OnShowWindow(h, wp, lp);
+        return fk::ShowWindowWipingBorder(h, wp, lp, fk::kAny3DBits);
     case WM_NCPAINT:
         return fk::PaintBorder(h, wp, lp, fk::kTickerBorder);
     case WM_SETFONT:

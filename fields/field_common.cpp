@@ -34,11 +34,6 @@ bool MethodHas(const char* method, const char* keyword) {
 
 bool HasProp(HWND h, const char* name) { return GetPropA(h, name) != nullptr; }
 
-void NotifyParent(HWND h, WORD code) {
-    if (HWND parent = GetParent(h))
-        SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(h), code), reinterpret_cast<LPARAM>(h));
-}
-
 void PushToClients(HWND h, const char* text) {
     if (!HasProp(h, "SERVER")) return;
     char copy[kFieldText];
@@ -78,22 +73,6 @@ void EndMouseGesture(HWND h) {
 }
 
 bool MouseGestureActive(HWND h) { return g_edit.selecting && GetCapture() == h; }
-
-LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp) {
-    HWND parent = GetParent(h);
-    auto brush = parent ? reinterpret_cast<HBRUSH>(SendMessageA(parent, WM_CTLCOLOREDIT, wp, reinterpret_cast<LPARAM>(h)))
-                        : nullptr;
-    if (brush == nullptr) return DefWindowProcA(h, WM_ERASEBKGND, wp, lp);
-    RECT r;
-    GetClientRect(h, &r);
-    FillRect(reinterpret_cast<HDC>(wp), &r, brush);
-    return 1;
-}
-
-LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits) {
-    if (wp == 0 && (GetWindowLongA(h, GWL_STYLE) & borderBits)) RefreshFieldBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
-}
 
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp) {
     const FieldRange sel = FieldSelection(h);

@@ -6,9 +6,9 @@
 
 #include <windows.h>
 
-#include "display/text/border_rule.h"
 #include "fields/field_words.h"
 #include "frame/buffers.h"
+#include "frame/control.h"
 #include "frame/gdi.h"
 
 namespace fk {
@@ -34,9 +34,6 @@ MethodText CopyMethod(const char* method);
 bool MethodHas(const char* method, const char* keyword);
 
 bool HasProp(HWND h, const char* name);
-
-// WM_COMMAND to the parent: identifier and code in wParam, field in lParam.
-void NotifyParent(HWND h, WORD code);
 
 // The field's text changed by the user's hand: EN_CHANGE, the modified
 // flag (a class word) set to 1, and the text pushed to linked clients.
@@ -77,18 +74,6 @@ void EndMouseGesture(HWND h);
 // True while this field holds the mouse for a selection: keys wait.
 bool MouseGestureActive(HWND h);
 
-// WM_NCPAINT of an entry field: nothing while hidden; a field with a
-// vertical scroll bar lets the system paint first; then the border its 3D
-// style bit picks (kFieldBorder for the text and number fields).
-LRESULT PaintFieldBorder(HWND field, WPARAM wp, LPARAM lp, const BorderRule& rule);
-// Wipes the border around a hidden field.
-void RefreshFieldBorder(HWND field);
-
-// Messages every entry field answers the same way.
-LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp);
-// Hiding a field with one of the 3D border bits of borderBits wipes the
-// border drawn around it.
-LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits);
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp);
 // The tab key sent to a field (by twAutoTab, for instance): the focus moves
