@@ -11,6 +11,7 @@
 #include "frame/buffers.h"
 #include "frame/control.h"
 #include "frame/gdi.h"
+#include "frame/method_text.h"
 #include "frame/method_window.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
@@ -150,14 +151,7 @@ LRESULT OnSetInterval(HWND h, WPARAM wp) {
 
 LRESULT OnSetMethod(HWND h, LPARAM lp) {
     char* method = fk::MethodReplace(h, kMethod, reinterpret_cast<const char*>(lp));
-    int limit = 0;
-    if (method != nullptr) {
-        // twGetMethodParam needs a writable copy with spare bytes behind it.
-        std::strcpy(fk::g_methodWork, method);
-        char argument[fk::kMethodMax + 1];
-        if (twGetMethodParam(fk::g_methodWork, "@LIMIT", argument)) limit = std::atoi(argument);
-    }
-    Limit::set(h, static_cast<WORD>(limit));
+    Limit::set(h, static_cast<WORD>(fk::MethodFull(method).intParam("@LIMIT", 0)));
     fk::OpenControlLinks(h, method);
     return 0;
 }

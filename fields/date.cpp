@@ -63,8 +63,7 @@ void SetStyle(HWND h, uint32_t style) {
 
 const char* Mask(HWND h) { return DateMask(Style(h)); }
 bool NoFill(HWND h) { return (W::AutoFill::get(h) & kAutoFillOn) != 0; }
-MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
-bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
+bool MethodHas(HWND h, const char* keyword) { return MethodFull(W::Method::get(h)).has(keyword); }
 
 int Caret(HWND h, const Raw& r) { return std::clamp(static_cast<int>(W::Caret::get(h)), 0, r.length()); }
 
@@ -159,12 +158,11 @@ void ResolveFormat(HWND h, const char* method) { SetStyle(h, ResolveDateStyle(St
 LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass&) {
     MethodReplace(h, kMethod, reinterpret_cast<const char*>(lp));
     const char* method = W::Method::get(h);
-    MethodText m = ReadMethod(h);
+    MethodShort m(method);
     if (MethodHas(h, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
     ResolveFormat(h, method);
     W::AutoFill::set(h, MethodHas(h, "@AUTOFILL") ? kAutoFillOn : 0);
-    char arg[sizeof m.s];
-    if (twGetMethodParam(m.s, "@PRT", arg) && lstristr(arg, "gray")) EnableWindow(h, FALSE);
+    if (lstristr(m.param("@PRT"), "gray")) EnableWindow(h, FALSE);
     OpenControlLinks(h, method);
     if (MethodHas(h, "@DATE")) SendMessageA(h, GXM_SETVALUE, 0, 0);
     InvalidateRect(h, nullptr, TRUE);
@@ -247,14 +245,14 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
 
 LRESULT OnValidate(HWND h, WPARAM, LPARAM) {
     FieldText t = ReadFieldText(h);
-    MethodText m = ReadMethod(h);
+    MethodShort m(W::Method::get(h));
     for (int n = t.length(); n > 0 && t.s[n - 1] == ' '; --n) t.s[n - 1] = 0;
-    if (t.s[0] == 0 && !fk::MethodHas(m.s, "@MND")) return 0;
+    if (t.s[0] == 0 && !m.has("@MND")) return 0;
     const uint32_t order = DateOrder(Style(h));
     if (order < 2 || order > 7) return 0;
     struct tm date{};
     ParseDateText(t.s, Style(h), &date);
-    return twValidate(h, static_cast<int>(GXT_DATE_MMDDYY + order - 2), &date, m.s, t.s) ? 0 : -1;
+    return twValidate(h, static_cast<int>(GXT_DATE_MMDDYY + order - 2), &date, m.get(), t.s) ? 0 : -1;
 }
 
 LRESULT OnGetType(HWND h, WPARAM, LPARAM lp) {
@@ -395,8 +393,8 @@ LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass&) {
     case VK_RIGHT: move(std::min(caret + 1, length)); return 0;
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = ReadMethod(h);
-        twProcessHelp(h, m.s);
+        MethodShort m(W::Method::get(h));
+        twProcessHelp(h, m.get());
         return 0;
     }
     case VK_INSERT:

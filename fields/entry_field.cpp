@@ -51,6 +51,11 @@ LRESULT Call(ValueHandler handler, HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 
 }  // namespace
 
+void ReadLimitAndDropTarget(HWND h, MethodFull& method, const FieldClass& cls) {
+    WriteShort(h, cls.limit, static_cast<WORD>(method.intParam("@LIMIT", 0)));
+    if (method.has("@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+}
+
 LRESULT EntryFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls) {
     const FieldHandlers& on = cls.on;
     const bool hasLimit = cls.limit >= 0;

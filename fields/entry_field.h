@@ -99,6 +99,10 @@ struct FieldClass {
     void (*destroyed)(HWND h) = nullptr;
 };
 
+// GXM_SETMETHOD's items every field with a limit reads alike: "@LIMIT" into
+// the limit word (0 without it) and "@DROPTARG".
+void ReadLimitAndDropTarget(HWND h, MethodFull& method, const FieldClass& cls);
+
 LRESULT EntryFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls);
 
 // Draws a view of the field; blanks (0-5) overwrite the pixels of removed

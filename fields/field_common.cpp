@@ -22,16 +22,6 @@ void WriteFieldText(HWND h, const char* text) {
     DefWindowProcA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
 }
 
-MethodText CopyMethod(const char* method) {
-    MethodText m{};
-    if (method) lstrncpy(m.s, method, kMethodCopy);
-    return m;
-}
-
-bool MethodHas(const char* method, const char* keyword) {
-    return method != nullptr && lstristr(method, keyword) != nullptr;
-}
-
 bool HasProp(HWND h, const char* name) { return GetPropA(h, name) != nullptr; }
 
 void PushToClients(HWND h, const char* text) {

@@ -10,6 +10,7 @@
 #include "frame/buffers.h"
 #include "frame/control.h"
 #include "frame/gdi.h"
+#include "frame/method_text.h"
 
 namespace fk {
 
@@ -23,15 +24,6 @@ struct FieldText {
 FieldText ReadFieldText(HWND h);
 // Sets the window text through the default procedure (no EN_CHANGE).
 void WriteFieldText(HWND h, const char* text);
-
-// Copy of a method string with the spare bytes twGetMethodParam needs.
-struct MethodText {
-    char s[kMethodCopy + 1 + 2];
-};
-// At most 256 characters of the method string (empty when there is none).
-MethodText CopyMethod(const char* method);
-// Case-insensitive search of a keyword anywhere in the method string.
-bool MethodHas(const char* method, const char* keyword);
 
 bool HasProp(HWND h, const char* name);
 

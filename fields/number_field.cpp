@@ -107,10 +107,8 @@ LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass& field) {
     const NumberClass& cls = Number(field);
     const char* block = MethodReplace(h, cls.method, reinterpret_cast<const char*>(lp));
     if (block != nullptr) {
-        lstrcpynA(g_methodWork, block, kMethodMax + 1);
-        char arg[kMethodMax + 1];
-        W::Limit::set(h, twGetMethodParam(g_methodWork, "@LIMIT", arg) ? static_cast<WORD>(NumberTextToInt32(arg)) : 0);
-        if (lstristr(g_methodWork, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+        MethodFull m(block);
+        ReadLimitAndDropTarget(h, m, cls);
     }
     if (cls.methodSet) cls.methodSet(h, block);
     OpenControlLinks(h, block);
@@ -290,8 +288,8 @@ LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass& field) {
     case VK_INSERT: InsertKey(h, cls, text); break;
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = NumberMethod(h, cls);
-        twProcessHelp(h, m.s);
+        MethodShort m = NumberMethod(h, cls);
+        twProcessHelp(h, m.get());
         return 0;
     }
     default: return 0;
@@ -399,19 +397,14 @@ void DrawNumberText(HWND h, const char* text, UINT code, int blanks) {
 
 FieldText ShownNumberText(HWND h, const NumberClass& cls) { return Shown(h, cls, ReadFieldText(h)); }
 
-MethodText NumberMethod(HWND h, const NumberClass& cls) { return CopyMethod(cls.method.get(h)); }
+MethodShort NumberMethod(HWND h, const NumberClass& cls) { return MethodShort(cls.method.get(h)); }
 
 bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword) {
-    return MethodHas(cls.method.get(h), keyword);
+    return MethodFull(cls.method.get(h)).has(keyword);
 }
 
 int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int32_t absent) {
-    const char* method = cls.method.get(h);
-    if (method == nullptr) return absent;
-    char copy[kMethodMax + 1 + 2] = "";
-    lstrcpynA(copy, method, kMethodMax + 1);
-    char arg[kMethodMax + 1];
-    return twGetMethodParam(copy, keyword, arg) ? NumberTextToInt32(arg) : absent;
+    return MethodFull(cls.method.get(h)).intParam(keyword, absent);
 }
 
 void SetNumberValue(HWND h, const char* text) {
@@ -428,9 +421,9 @@ void WriteTextSize(HWND h, LPARAM lp) {
 }
 
 LRESULT ValidateNumber(HWND h, const NumberClass& cls, int type, void* value, const FieldText& text) {
-    MethodText m = NumberMethod(h, cls);
+    MethodShort m = NumberMethod(h, cls);
     FieldText t = text;
-    return twValidate(h, type, value, m.s, t.s) ? 0 : -1;
+    return twValidate(h, type, value, m.get(), t.s) ? 0 : -1;
 }
 
 constinit const FieldHandlers kNumberHandlers{

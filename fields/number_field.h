@@ -121,7 +121,7 @@ void DrawNumberText(HWND h, const char* text, UINT code, int blanks = 0);
 FieldText ShownNumberText(HWND h, const NumberClass& cls);
 
 // Copy of the method string, at most 256 characters (validation).
-MethodText NumberMethod(HWND h, const NumberClass& cls);
+MethodShort NumberMethod(HWND h, const NumberClass& cls);
 bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword);
 // The argument of keyword converted as a decimal integer, or absent when
 // the method string lacks the keyword (the whole string is searched).

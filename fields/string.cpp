@@ -40,9 +40,6 @@ constexpr int kPasteMax = 256;
 // ---------------------------------------------------------------------
 // Small helpers
 
-MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
-bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
-
 const char* Mask(HWND h) {
     return (W::Flags::get(h) & kFlagMask) != 0 ? W::Mask::get(h) : nullptr;
 }
@@ -120,30 +117,26 @@ bool StyleAccepts(HWND h, char c) {
 // ---------------------------------------------------------------------
 // Method string
 
-void DeriveFromMethod(HWND h, const char* text) {
+void DeriveFromMethod(HWND h, const char* text, const FieldClass& cls) {
     char* block = MethodReplace(h, kMethod, text);
     if (block == nullptr) return;
-    g_methodWork[0] = 0;
-    lstrcpynA(g_methodWork, block, kMethodMax + 1);
-    char arg[kMethodMax + 1];
-    W::Limit::set(h, twGetMethodParam(g_methodWork, "@LIMIT", arg) ? static_cast<WORD>(std::atoi(arg)) : 0);
-    if (lstristr(g_methodWork, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+    MethodFull m(block);
+    ReadLimitAndDropTarget(h, m, cls);
     WORD flags = W::Flags::get(h);
-    if (twGetMethodParam(g_methodWork, "@MASK", arg)) {
-        if (MethodReplace(h, MethodSlot{W::Mask::kOffset}, arg) != nullptr) flags |= kFlagMask;
-    }
+    const char* mask = m.param("@MASK");
+    if (m.found() && MethodReplace(h, MethodSlot{W::Mask::kOffset}, mask) != nullptr) flags |= kFlagMask;
     // Bits are only ever added here.
     LONG style = GetWindowLongA(h, GWL_STYLE);
-    if (lstristr(g_methodWork, "@NUM")) style |= STR_NUMERIC;
-    if (lstristr(g_methodWork, "@ALPHA")) style |= STR_ALPHA;
-    if (lstristr(g_methodWork, "@UP")) style |= STR_UPPER;
-    if (lstristr(g_methodWork, "@AUTOFILL")) flags |= kFlagAutoFill;
+    if (m.has("@NUM")) style |= STR_NUMERIC;
+    if (m.has("@ALPHA")) style |= STR_ALPHA;
+    if (m.has("@UP")) style |= STR_UPPER;
+    if (m.has("@AUTOFILL")) flags |= kFlagAutoFill;
     SetWindowLongA(h, GWL_STYLE, style);
     W::Flags::set(h, flags);
 }
 
-LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass&) {
-    DeriveFromMethod(h, reinterpret_cast<const char*>(lp));
+LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass& cls) {
+    DeriveFromMethod(h, reinterpret_cast<const char*>(lp), cls);
     OpenControlLinks(h, W::Method::get(h));
     return 0;
 }
@@ -151,32 +144,28 @@ LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass&) {
 // GXM_EXCLUDE, GXM_INCLUDE, GXM_AUTOTAB (set): the item is edited into a copy
 // of the method string, which the field keeps as it is.
 void EditMethodItem(HWND h, const char* keyword, const char* argument, bool bare) {
-    char work[kMethodMax + 1 + 2] = "";
-    if (const char* method = W::Method::get(h)) lstrncpy(work, method, kMethodCopy);
-    work[kMethodCopy] = 0;
+    MethodCopy<kMethodCopy, kMethodMax> work(W::Method::get(h));
     if (argument != nullptr && (bare || *argument != 0)) {
         char item[kMethodMax + 1];
         if (bare)
             lstrcpynA(item, keyword, sizeof item);
         else
             std::snprintf(item, sizeof item, "%s(%.*s)", keyword, kMethodMax - kMethodCopy - 16, argument);
-        twAddMethodParam(work, item);
+        work.add(item);
     } else {
         char item[32];
         std::snprintf(item, sizeof item, bare ? "%s" : "%s()", keyword);
-        twRemoveMethodParam(work, item);
+        work.remove(item);
     }
-    MethodReplace(h, kMethod, work);
+    MethodReplace(h, kMethod, work.get());
 }
 
 LRESULT OnCharSet(HWND h, WPARAM wp, LPARAM lp, const char* keyword) {
     auto* text = reinterpret_cast<char*>(lp);
     if (wp == 0) {
         if (text == nullptr) return 0;
-        MethodText m = ReadMethod(h);
-        char arg[sizeof m.s];
-        twGetMethodParam(m.s, keyword, arg);
-        lstrcpynA(text, arg, kMethodCopy + 1);
+        MethodShort m(W::Method::get(h));
+        lstrcpynA(text, m.param(keyword), kMethodCopy + 1);
         return 0;
     }
     EditMethodItem(h, keyword, text, false);
@@ -184,7 +173,7 @@ LRESULT OnCharSet(HWND h, WPARAM wp, LPARAM lp, const char* keyword) {
 }
 
 LRESULT OnAutoTab(HWND h, WPARAM wp, LPARAM lp) {
-    if (wp == 0) return MethodHas(h, "@AUTOTAB") ? 1 : 0;
+    if (wp == 0) return MethodFull(W::Method::get(h)).has("@AUTOTAB") ? 1 : 0;
     EditMethodItem(h, "@AUTOTAB", lp ? "" : nullptr, true);
     return 0;
 }
@@ -250,8 +239,8 @@ LRESULT OnGetValue(HWND h, WPARAM, LPARAM lp) {
 
 LRESULT OnValidate(HWND h, WPARAM, LPARAM) {
     FieldText t = ReadFieldText(h);
-    MethodText m = ReadMethod(h);
-    return twValidate(h, GXT_TEXT, t.s, m.s, t.s) ? 0 : -1;
+    MethodShort m(W::Method::get(h));
+    return twValidate(h, GXT_TEXT, t.s, m.get(), t.s) ? 0 : -1;
 }
 
 LRESULT OnGetType(HWND h, WPARAM, LPARAM lp) {
@@ -283,10 +272,11 @@ LRESULT OnChar(HWND h, WPARAM wp, LPARAM, const FieldClass&) {
 
     // The checks, in this order; each refusal leaves everything as it was.
     if (limit && !hasSel && t.length() >= limit) return Refuse(), 0;
-    MethodText m = ReadMethod(h);
-    char arg[sizeof m.s];
-    if (twGetMethodParam(m.s, "@EXCLUDE", arg) && *arg && std::strchr(arg, c)) return Refuse(), 0;
-    if (twGetMethodParam(m.s, "@INCLUDE", arg) && *arg && !std::strchr(arg, c)) return Refuse(), 0;
+    MethodShort m(W::Method::get(h));
+    const char* excluded = m.param("@EXCLUDE");
+    if (*excluded && std::strchr(excluded, c)) return Refuse(), 0;
+    const char* included = m.param("@INCLUDE");
+    if (*included && !std::strchr(included, c)) return Refuse(), 0;
     if (!StyleAccepts(h, c)) return Refuse(), 0;
 
     FieldText edited = t;
@@ -314,7 +304,7 @@ LRESULT OnChar(HWND h, WPARAM wp, LPARAM, const FieldClass&) {
     ClearFieldSelection(h);
     DrawFocused(h, 2);
     Changed(h, edited.s);
-    if (full && MethodHas(h, "@AUTOTAB")) twAutoTab(h);
+    if (full && MethodFull(W::Method::get(h)).has("@AUTOTAB")) twAutoTab(h);
     return 0;
 }
 
@@ -404,8 +394,8 @@ LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass&) {
     }
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = ReadMethod(h);
-        twProcessHelp(h, m.s);
+        MethodShort m(W::Method::get(h));
+        twProcessHelp(h, m.get());
         return 0;
     }
     case 'C':

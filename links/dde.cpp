@@ -229,7 +229,7 @@ void BroadcastInitiate(HWND control, ATOM app, ATOM topic) {
     SendMessageA(HWND_BROADCAST, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(control), MAKELPARAM(app, topic));
 }
 
-int InitiateClient(HWND control, MethodText& method, const char* argument) {
+int InitiateClient(HWND control, MethodFull& method, const char* argument) {
     auto tokens = SplitTokens(argument, 3);
     char* buffers[3] = {g_link.app, g_link.topic, g_link.item};
     for (size_t i = 0; i < tokens.size(); ++i) CopyCut(buffers[i], kNameSize, tokens[i]);
@@ -316,7 +316,7 @@ void ItemName(HWND control, char* buffer) {
     AtomName(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(control, kItemProp))), buffer);
 }
 
-LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
+LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodFull& method) {
     AtomName(LOWORD(lp), g_link.gotApp);
     AtomName(HIWORD(lp), g_link.gotTopic);
     // The answer is sent to the partner: a handle that is not a window
@@ -351,7 +351,7 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
 
     // A client answers a server's announcement. The "@CLIENT" test is made
     // on the shared field-text buffer, which the entry fields fill.
-    MethodText field(g_fieldText);
+    MethodFull field(g_fieldText);
     const char* clientArg = field.param("@CLIENT");
     if (!field.found()) return 0;
     if (partner == control || g_link.ownBroadcast) return 0;
@@ -522,7 +522,7 @@ using namespace fk;
 
 int WINAPI twInitiateDDE(HWND hWnd, char* lpMethod) {
     if (GetPropA(hWnd, kClientProp) != nullptr) return 1;
-    MethodText method(lpMethod);
+    MethodFull method(lpMethod);
     const char* client = method.param("@CLIENT");
     if (method.found()) {
         std::string argument = client;
@@ -541,7 +541,7 @@ LRESULT WINAPI twProcessDDE(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam, c
     HWND partner = reinterpret_cast<HWND>(wParam);
     switch (msg) {
     case WM_DDE_INITIATE: {
-        MethodText method(lpMethod);
+        MethodFull method(lpMethod);
         return OnInitiate(hWnd, partner, lParam, method);
     }
     case WM_DDE_TERMINATE:

@@ -288,7 +288,7 @@ LRESULT DragLoop(HWND source, HGLOBAL drag, HCURSOR blockCursor) {
 
 LRESULT StartDrag(HWND source) {
     RemovePropA(source, kArmedProp);
-    MethodText method(FetchMethod(source).c_str());
+    MethodFull method(FetchMethod(source).c_str());
     std::string channel = method.param("DRAGCHANNEL");
     std::string argument = method.param("DRAGSRC");
     if (!method.found()) return 0;
@@ -346,7 +346,7 @@ LRESULT OnAcceptQuery(HWND target, LPARAM lp) {
     if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return 0;
     LockedDrag d(reinterpret_cast<HGLOBAL>(lp));
     if (!d.get()) return 0;
-    MethodText method(FetchMethod(target).c_str());
+    MethodFull method(FetchMethod(target).c_str());
     std::string mine = method.param("DROPCHANNEL");
     std::string theirs(d.get()->channel, strnlen(d.get()->channel, sizeof d.get()->channel));
     if (mine.empty()) return theirs.empty() ? 1 : 0;
@@ -451,7 +451,7 @@ void DropOnList(HWND target, HWND source, const std::string& text, DWORD mode, D
 
 LRESULT OnDrop(HWND target, LPARAM lp) {
     if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return 0;
-    MethodText method(FetchMethod(target).c_str());
+    MethodFull method(FetchMethod(target).c_str());
     std::string argument = method.param("DROPTARG");
     if (!method.found()) return 0;
     auto tokens = SplitTokens(argument, 1);
@@ -517,7 +517,7 @@ using namespace fk;
 LRESULT WINAPI twProcessDragDrop(HWND hWnd, UINT msg, WPARAM, LPARAM lParam) {
     switch (msg) {
     case WM_LBUTTONDOWN: {
-        MethodText method(FetchMethod(hWnd).c_str());
+        MethodFull method(FetchMethod(hWnd).c_str());
         if (method.has("@DRAGSRC")) {
             SetPropA(hWnd, kArmedProp, reinterpret_cast<HANDLE>(5));
             SetFocus(hWnd);
