@@ -6,6 +6,7 @@
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/control.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/library.h"
 #include "frame/method_window.h"
@@ -33,7 +34,7 @@ struct ShortTriple {
     static void set(HWND h, int i, WORD v) { SetWindowWord(h, Base + 2 * i, v); }
 };
 
-// Window words (40 extra bytes). The children are kept by their
+// Window words. The children are kept by their
 // identifiers, not their handles: the words are 16 bits wide, and a window
 // handle of 32-bit Windows does not fit in one (its high word is not zero),
 // so each child is found again with GetDlgItem.
@@ -47,7 +48,9 @@ using SwatchTop = fk::ShortWord<28>;
 using SwatchRight = fk::ShortWord<30>;
 using SwatchBottom = fk::ShortWord<32>;
 using PanelId = fk::ShortWord<34>;    // the white panel behind the bars
-const fk::MethodSlot kMethod{36};
+using Method = fk::PtrWord<char, 36>;
+static_assert(Method::kEnd == fk::kColorBytes);
+const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr int kPanelId = 9;
 constexpr DWORD kPanelStyle = 0x50000006;   // child, visible, white rectangle

@@ -10,6 +10,7 @@
 #include "display/paint_util.h"
 #include "frame/buffers.h"
 #include "frame/control.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/method_text.h"
 #include "frame/method_window.h"
@@ -21,15 +22,17 @@ namespace {
 
 using fk::SelectObj;
 
-// Window words (22 extra bytes).
+// Window words.
 using Font = fk::LongWord<0>;         // WM_SETFONT handle; 0 is the system font
 using CharWidth = fk::ShortWord<4>;   // average character width of the font
 using CharHeight = fk::ShortWord<6>;  // character height of the font
 using Interval = fk::LongWord<8>;     // restart interval in ms, 0 until set by 0x0402
 using Limit = fk::ShortWord<12>;      // "@LIMIT" argument, 0 when absent
 using Position = fk::ShortWord<14>;   // scroll position, a character index into the line
-const fk::MethodSlot kMethod{16};
-// bytes 20-21 spare
+using Method = fk::PtrWord<char, 16>;
+using Spare = fk::SpareBytes<20, 2>;
+static_assert(Spare::kEnd == fk::kTickerBytes);
+const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr UINT_PTR kTimerId = 99;
 constexpr UINT kFirstInterval = 75;

@@ -11,6 +11,7 @@
 #include "fields/currency_formats.h"
 #include "fields/currency_text.h"
 #include "fields/number_field.h"
+#include "frame/extra_bytes.h"
 #include "frame/registry.h"
 #include "include/fldkit.h"
 
@@ -45,6 +46,7 @@ struct CurrencyWords : NumberWords {
     using Country = ShortWord<24>;  // row of the country-format table
     using Method = PtrWord<char, 26>;
 };
+static_assert(CurrencyWords::Method::kEnd == kCurrencyBytes);
 using W = CurrencyWords;
 
 // Value type codes of this field.

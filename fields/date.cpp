@@ -12,6 +12,7 @@
 #include "fields/edit_core.h"
 #include "fields/entry_field.h"
 #include "fields/mask.h"
+#include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
@@ -26,6 +27,7 @@ struct DateWords : FieldWords {
     using AutoFill = ShortWord<22>;  // 0x0100 with "@AUTOFILL"
     using Method = PtrWord<char, 24>;
 };
+static_assert(DateWords::Method::kEnd == kDateBytes);
 using W = DateWords;
 const MethodSlot kMethod{W::Method::kOffset};
 

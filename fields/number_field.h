@@ -20,6 +20,7 @@
 #include <initializer_list>
 
 #include "fields/entry_field.h"
+#include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 
@@ -38,6 +39,7 @@ struct NumberWords : FieldWords {
 struct NumericWords : NumberWords {
     using Method = PtrWord<char, 24>;
 };
+static_assert(NumericWords::Method::kEnd == kNumericBytes && NumericWords::Method::kEnd == kRealBytes);
 
 // Style bit all number classes share (NUM_, REAL_, CURR_ alike).
 inline constexpr LONG kNumberRightJust = 0x0010;

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "fields/field_common.h"
+#include "frame/extra_bytes.h"
 
 namespace fk {
 
@@ -14,5 +15,6 @@ struct StringWords : FieldWords {
     using Method = PtrWord<char, 26>;
     using Mask = PtrWord<char, 30>;
 };
+static_assert(StringWords::Mask::kEnd == kStringBytes);
 
 }  // namespace fk
