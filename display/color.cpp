@@ -291,11 +291,6 @@ LRESULT OnGetValue(HWND h, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnDestroy(HWND h) {
-    LoadWork(h);
-    fk::MethodFree(h, kMethod);
-    return 0;
-}
 
 }  // namespace
 
@@ -304,7 +299,8 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
-        return OnDestroy(h);
+        LoadWork(h);
+        break;  // the method string goes below
     case WM_SIZE:
         return OnSize(h, lp);
     case WM_PAINT:
@@ -329,14 +325,10 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnSetValue(h, lp);
     case GXM_GETVALUE:
         return OnGetValue(h, lp);
-    case GXM_GETMETHOD:
-        fk::MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp));
-        return 0;
     case GXM_GETTYPE:
         return 2;
-    default:
-        return DefWindowProcA(h, msg, wp, lp);
     }
+    return fk::MethodWindowProc(h, msg, wp, lp, kMethod, nullptr);
 }
 
 // Subclass procedure of the three scroll bars: remembers the bar that has

@@ -106,11 +106,9 @@ LRESULT OnCreate(HWND h) {
     return 0;
 }
 
-LRESULT OnDestroy(HWND h) {
+void OnDestroy(HWND h) {
     fk::CloseControlLinks(h);
     KillTimer(h, kTimerId);
-    fk::MethodFree(h, kMethod);
-    return 0;
 }
 
 LRESULT OnTimer(HWND h, WPARAM wp, LPARAM lp) {
@@ -190,7 +188,8 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
-        return OnDestroy(h);
+        OnDestroy(h);
+        break;  // the method string goes below
     case WM_TIMER:
         return OnTimer(h, wp, lp);
     case WM_PAINT:
@@ -226,9 +225,6 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnSetValue(h, lp);
     case GXM_GETVALUE:
         return OnGetValue(h, lp);
-    case GXM_GETMETHOD:
-        fk::MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp));
-        return 0;
     case GXM_GETTYPE:
         return OnGetType(h, lp);
     case WM_DDE_INITIATE:
@@ -238,7 +234,6 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_DDE_DATA:
     case WM_DDE_REQUEST:
         return fk::RouteControlDde(h, msg, wp, lp, kMethod.get(h));
-    default:
-        return DefWindowProcA(h, msg, wp, lp);
     }
+    return fk::MethodWindowProc(h, msg, wp, lp, kMethod, nullptr);
 }
