@@ -230,8 +230,7 @@ LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
 // answers as text of 80 characters, whatever its limit; a null lParam gets
 // nothing written.
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const int type = ChooseType(h, wp, kExchanged);
-    if (type == kText) WriteTextSize(h, lp);
+    const int type = AnswerType(h, wp, lp, kExchanged);
     if (type != 0) return type;
     if (auto* size = reinterpret_cast<LONG*>(lp)) *size = kTextSize;
     return kText;

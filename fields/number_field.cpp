@@ -380,6 +380,12 @@ int ChooseType(HWND h, WPARAM wp, ValueTypes rows) {
     return 0;
 }
 
+int AnswerType(HWND h, WPARAM wp, LPARAM lp, ValueTypes rows) {
+    const int type = ChooseType(h, wp, rows);
+    if (type == GXT_TEXT) WriteTextSize(h, lp);
+    return type;
+}
+
 bool IsRightJustified(HWND h) { return (GetWindowLongA(h, GWL_STYLE) & kNumberRightJust) != 0; }
 
 UINT NumberDrawCode(HWND h, UINT code) { return IsRightJustified(h) ? (code | GXDF_RIGHT) : code; }

@@ -112,6 +112,9 @@ int ExchangeType(HWND h, WPARAM wp, ValueTypes rows);
 // Validating and GXM_GETTYPE: the first row whose bit is in the style or
 // whose code is wParam; 0: none.
 int ChooseType(HWND h, WPARAM wp, ValueTypes rows);
+// GXM_GETTYPE: ChooseType's answer; for text the size goes to *lp as well
+// (WriteTextSize).
+int AnswerType(HWND h, WPARAM wp, LPARAM lp, ValueTypes rows);
 
 bool IsRightJustified(HWND h);
 // A draw code for this field: the right-justified form when it is.

@@ -91,8 +91,7 @@ LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
 
 // Text answers before integer before long (set and get order differently).
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const int type = ChooseType(h, wp, {{NUM_CHAR, kText}, {NUM_INTEGER, kInteger}});
-    if (type == kText) WriteTextSize(h, lp);
+    const int type = AnswerType(h, wp, lp, {{NUM_CHAR, kText}, {NUM_INTEGER, kInteger}});
     return type != 0 ? type : kLong;
 }
 

@@ -138,8 +138,7 @@ LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
 
 // Text, then float, double, long double; with no type a double.
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const int type = ChooseType(h, wp, kAnswered);
-    if (type == kText) WriteTextSize(h, lp);
+    const int type = AnswerType(h, wp, lp, kAnswered);
     return type != 0 ? type : kDouble;
 }
 
