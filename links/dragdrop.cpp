@@ -115,6 +115,8 @@ void FreeDrag(HGLOBAL drag) {
     }
     GlobalFree(drag);
 }
+// A drag block with the data block it names.
+using DragOwner = Owned<HGLOBAL, FreeDrag>;
 
 // ---- collecting the dragged data ----
 
@@ -296,15 +298,12 @@ LRESULT StartDrag(HWND source) {
     DWORD flags = Hex(tokens.size() > 0 ? tokens[0] : "", 0);
     std::string cursorName = tokens.size() > 1 ? tokens[1] : "";
 
-    HGLOBAL drag = fk::GlobalAllocate(kDragAlloc, sizeof(DragBlock));
-    if (drag == nullptr) return 0;
+    DragOwner drag(fk::GlobalAllocate(kDragAlloc, sizeof(DragBlock)));
+    if (!drag) return 0;
     bool hasData = false;
     {
-        LockedDrag d(drag);
-        if (!d.get()) {
-            GlobalFree(drag);
-            return 0;
-        }
+        LockedDrag d(drag.get());
+        if (!d.get()) return 0;
         DragBlock* b = d.get();
         b->source = source;
         b->id = GetWindowLongA(source, GWL_ID);
@@ -324,20 +323,16 @@ LRESULT StartDrag(HWND source) {
         b->data = data;
     }
     ReleaseCapture();
-    if (!hasData) {
-        FreeDrag(drag);
-        return 0;
-    }
-    if (SendMessageA(GetParent(source), kDragStart, reinterpret_cast<WPARAM>(source), reinterpret_cast<LPARAM>(drag)) != 0) {
-        FreeDrag(drag);
+    if (!hasData) return 0;
+    if (SendMessageA(GetParent(source), kDragStart, reinterpret_cast<WPARAM>(source),
+                     reinterpret_cast<LPARAM>(drag.get())) != 0)
         return 1;
-    }
     HCURSOR cursor = nullptr;
     {
-        LockedDrag d(drag);
+        LockedDrag d(drag.get());
         if (d.get()) cursor = d.get()->cursor;
     }
-    return DragLoop(source, drag, cursor);
+    return DragLoop(source, drag.release(), cursor);
 }
 
 // ---- at the target ----
