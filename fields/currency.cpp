@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "fields/currency_formats.h"
-#include "fields/currency_text.h"
+#include "fields/text/currency_formats.h"
+#include "fields/text/currency_text.h"
 #include "fields/number_field.h"
 #include "frame/extra_bytes.h"
 #include "frame/registry.h"

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <ctime>
 
-#include "fields/date_text.h"
+#include "fields/text/date_text.h"
 #include "fields/edit_core.h"
 #include "fields/entry_field.h"
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 #include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"

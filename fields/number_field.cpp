@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "fields/edit_core.h"
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "frame/buffers.h"
 #include "frame/gdi.h"
 #include "frame/method.h"

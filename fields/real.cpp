@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "fields/number_field.h"
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "frame/buffers.h"
 #include "include/fldkit.h"
 

@@ -14,7 +14,7 @@
 #include "fields/edit_core.h"
 #include "fields/entry_field.h"
 #include "fields/field_words.h"
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 #include "fields/string_field.h"
 #include "frame/buffers.h"
 #include "frame/gdi.h"

@@ -5,7 +5,7 @@
 
 #include <stdint.h>
 
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "frame/buffers.h"
 #include "frame/method.h"
 #include "strings/lstr.h"
