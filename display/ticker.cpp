@@ -1,7 +1,6 @@
 // gxTicker32: scrolls its window text from right to left on a timer, like a
 // news ticker. All drawing happens on the timer; WM_PAINT only validates.
 
-#include <cstdlib>
 #include <cstring>
 
 #include <dde.h>

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "display/border.h"
+#include "fields/edit_core.h"
 #include "frame/control.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
@@ -121,17 +122,45 @@ LRESULT MaskedPaint(HWND h, WPARAM, LPARAM, const FieldClass& cls) {
     return DrawMaskedField(h, v.text.s, v.mask, v.noFill, GXDF_PAINT);
 }
 
+// The mouse: drag and drop first, then the editing core's selection of the
+// text as it was when the button went down.
 LRESULT MaskedLButtonDown(HWND h, WPARAM wp, LPARAM lp, const FieldClass& cls) {
-    const FieldView v = cls.view(h);
-    return FieldLButtonDown(h, wp, lp, v.text.s, v.mask, v.noFill);
+    FieldView v = cls.view(h);
+    twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
+    if (GetFocus() != h) SetFocus(h);
+    char mask[kMethodMax + 1] = "";
+    if (v.mask) lstrcpynA(mask, v.mask, sizeof mask);
+    MouseButtonDown(h, static_cast<short>(LOWORD(lp)), v.text.s, *mask ? mask : nullptr, 0, v.noFill ? 0x100 : 0);
+    return 0;
 }
 
 LRESULT MaskedMouseMove(HWND h, WPARAM wp, LPARAM lp, const FieldClass& cls) {
     const FieldView v = cls.view(h);
-    return FieldMouseMove(h, wp, lp, v.text.s, v.mask, v.noFill);
+    if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
+        ClearFieldSelection(h);
+        EndMouseGesture(h);
+        return 0;
+    }
+    if (!MouseGestureActive(h) || v.text.s[0] == 0) return 0;
+    FieldScreen sc = FieldToScreen(v.text.s, v.mask, v.noFill, 0);
+    MouseMove(h, static_cast<short>(LOWORD(lp)), sc.s, 0);
+    return 0;
 }
 
-LRESULT MaskedLButtonUp(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) { return FieldLButtonUp(h, wp, lp); }
+LRESULT MaskedLButtonUp(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
+    if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
+        ClearFieldSelection(h);
+        EndMouseGesture(h);
+        return 0;
+    }
+    const FieldRange sel = FieldSelection(h);
+    if (sel.empty())
+        ClearFieldSelection(h);
+    else
+        FieldWords::setSelection(h, sel.start, sel.end);
+    EndMouseGesture(h);
+    return 0;
+}
 
 LRESULT MaskedDoubleClick(HWND h, WPARAM, LPARAM, const FieldClass& cls) {
     const FieldView v = cls.view(h);

@@ -154,43 +154,4 @@ void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int
     FieldWords::setSelection(h, anchor, shown(to));
 }
 
-LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
-    twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
-    if (GetFocus() != h) SetFocus(h);
-    char t[kFieldText];
-    lstrcpynA(t, text ? text : "", sizeof t);
-    char m[kMethodMax + 1] = "";
-    if (mask) lstrcpynA(m, mask, sizeof m);
-    MouseButtonDown(h, static_cast<short>(LOWORD(lp)), t, *m ? m : nullptr, 0, noFill ? 0x100 : 0);
-    return 0;
-}
-
-LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
-    if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
-        ClearFieldSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    if (!g_edit.selecting || GetCapture() != h) return 0;
-    if (text == nullptr || *text == 0) return 0;
-    FieldScreen sc = FieldToScreen(text, mask, noFill, 0);
-    MouseMove(h, static_cast<short>(LOWORD(lp)), sc.s, 0);
-    return 0;
-}
-
-LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
-    if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
-        ClearFieldSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    const FieldRange sel = FieldSelection(h);
-    if (sel.empty())
-        ClearFieldSelection(h);
-    else
-        FieldWords::setSelection(h, sel.start, sel.end);
-    EndMouseGesture(h);
-    return 0;
-}
-
 }  // namespace fk

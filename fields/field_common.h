@@ -105,9 +105,4 @@ int DrawMaskedField(HWND h, const char* text, const char* mask, bool noFill, UIN
 // from the old caret (or the existing anchor) to it, in screen positions.
 void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int to);
 
-// The mouse: drag and drop first, then the editing core's selection.
-LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
-LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
-LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp);
-
 }  // namespace fk

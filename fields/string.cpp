@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include <dde.h>
@@ -15,8 +14,8 @@
 #include "fields/entry_field.h"
 #include "fields/field_words.h"
 #include "fields/text/mask.h"
-#include "fields/string_field.h"
 #include "frame/buffers.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/method.h"
 #include "frame/method_window.h"
@@ -28,6 +27,15 @@ namespace fk {
 
 namespace {
 
+// The words behind the ones every entry field shares.
+struct StringWords : FieldWords {
+    using Limit = ShortWord<20>;     // character limit; 0 = none
+    using Modified = ShortWord<22>;  // set to 1 when the user changes the text
+    using Flags = ShortWord<24>;     // 0x0100 mask in force, 0x0200 "@AUTOFILL"
+    using Method = PtrWord<char, 26>;
+    using Mask = PtrWord<char, 30>;
+};
+static_assert(StringWords::Mask::kEnd == kStringBytes);
 using W = StringWords;
 const MethodSlot kMethod{W::Method::kOffset};
 
