@@ -17,6 +17,7 @@
 #include "display/text/border_rule.h"
 #include "fields/field_common.h"
 #include "frame/method_window.h"
+#include "include/fldkit.h"
 
 namespace fk {
 
@@ -26,10 +27,12 @@ namespace fk {
 inline constexpr LRESULT kFieldDialogCode = DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_HASSETSEL | 0x8000;
 static_assert(kFieldDialogCode == 0x8089);
 
-// The 3D border bits of the string and number fields' styles (_3D1 to _3D5)
-// and of the date field's (_3D1 to _3D4).
-inline constexpr LONG kField3DBits = 0x7C00;
-inline constexpr LONG kDate3DBits = 0x0F00;
+// The 3D border bits of the string and number fields' styles (STR_3D1 to
+// STR_3D5, alike in NUM_, REAL_ and CURR_) and of the date field's (DATE_3D1
+// to DATE_3D5, whose third is the first two together).
+inline constexpr LONG kField3DBits = STR_3D1 | STR_3D2 | STR_3D3 | STR_3D4 | STR_3D5;
+inline constexpr LONG kDate3DBits = DATE_3D1 | DATE_3D2 | DATE_3D3 | DATE_3D4 | DATE_3D5;
+static_assert(kField3DBits == 0x7C00 && kDate3DBits == 0x0F00);
 
 struct FieldClass;
 
