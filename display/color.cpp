@@ -291,7 +291,6 @@ LRESULT OnGetValue(HWND h, LPARAM lp) {
     return 0;
 }
 
-
 }  // namespace
 
 LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {

@@ -28,7 +28,7 @@ namespace fk {
 
 // The words of the number fields behind the ones every entry field keeps.
 // The method-string pointer follows them, at a position of each class's own
-// (NumberClass::method): 24 for numeric and real, 26 for currency, whose
+// (FieldClass::method): 24 for numeric and real, 26 for currency, whose
 // country index sits at 24.
 struct NumberWords : FieldWords {
     using Limit = ShortWord<20>;     // character limit; 0 = none
