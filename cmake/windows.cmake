@@ -43,6 +43,31 @@ target_link_libraries(fldkit32 PRIVATE
 # Plain (undecorated) export names; the .def lists them with decorations.
 target_link_options(fldkit32 PRIVATE -Wl,--kill-at ${FK_STATIC_RUNTIME})
 
+# One definition of every name across the whole library: the same sources,
+# text routines included, built and linked with link-time optimisation, which
+# sees every translation unit at once and turns what -Wodr finds into errors.
+# Not part of the ordinary build; the odr_lto test builds it.
+set(FK_ODR_SOURCES ${FK_DLL_SOURCES})
+foreach(src ${FK_TEXT_SRCS})
+  get_filename_component(abs ${src} ABSOLUTE BASE_DIR ${CMAKE_SOURCE_DIR})
+  list(APPEND FK_ODR_SOURCES ${abs})
+endforeach()
+set(FK_ODR_FLAGS -flto -Wodr -Werror=odr -Wlto-type-mismatch -Werror=lto-type-mismatch)
+add_library(fldkit32_odr SHARED EXCLUDE_FROM_ALL ${FK_ODR_SOURCES} ${FK_DEF})
+set_target_properties(fldkit32_odr PROPERTIES
+  OUTPUT_NAME FLDKIT32
+  PREFIX ""
+  SUFFIX ".dll"
+  RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/odr
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/odr
+  ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/odr)
+target_include_directories(fldkit32_odr PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include)
+target_compile_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS})
+target_link_libraries(fldkit32_odr PRIVATE user32 gdi32 kernel32 shell32 winmm advapi32)
+target_link_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS} -Wl,--kill-at ${FK_STATIC_RUNTIME})
+add_test(NAME odr_lto COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target fldkit32_odr --parallel 2)
+set_tests_properties(odr_lto PROPERTIES TIMEOUT 1200)
+
 # Import library: callers link by the decorated stdcall names.
 set(FK_IMPLIB ${CMAKE_BINARY_DIR}/lib/libfldkit32.a)
 add_custom_command(

@@ -5,13 +5,14 @@
 
 #include "display/border.h"
 #include "display/paint_util.h"
+#include "frame/control.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/library.h"
 #include "frame/method_window.h"
 #include "frame/registry.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
-#include "links/refresh.h"
 
 namespace fk {
 // The channel brushes live until WEP.
@@ -33,7 +34,7 @@ struct ShortTriple {
     static void set(HWND h, int i, WORD v) { SetWindowWord(h, Base + 2 * i, v); }
 };
 
-// Window words (40 extra bytes). The children are kept by their
+// Window words. The children are kept by their
 // identifiers, not their handles: the words are 16 bits wide, and a window
 // handle of 32-bit Windows does not fit in one (its high word is not zero),
 // so each child is found again with GetDlgItem.
@@ -47,7 +48,9 @@ using SwatchTop = fk::ShortWord<28>;
 using SwatchRight = fk::ShortWord<30>;
 using SwatchBottom = fk::ShortWord<32>;
 using PanelId = fk::ShortWord<34>;    // the white panel behind the bars
-const fk::MethodSlot kMethod{36};
+using Method = fk::PtrWord<char, 36>;
+static_assert(Method::kEnd == fk::kColorBytes);
+const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr int kPanelId = 9;
 constexpr DWORD kPanelStyle = 0x50000006;   // child, visible, white rectangle
@@ -128,12 +131,6 @@ void ShowComponent(HWND h, int i) {
     wsprintfA(number, "%u", static_cast<unsigned>(g_colorWork.rgb[i]));
     SetWindowTextA(Child(h, g_colorWork.value[i]), number);
     SetScrollPos(Child(h, g_colorWork.bar[i]), SB_CTL, g_colorWork.rgb[i], TRUE);
-}
-
-void Notify(HWND h, WORD code) {
-    HWND parent = GetParent(h);
-    if (parent == nullptr) return;
-    SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(h), code), reinterpret_cast<LPARAM>(h));
 }
 
 bool IsColorControl(HWND h) {
@@ -243,7 +240,7 @@ LRESULT OnVScroll(HWND h, WPARAM wp, LPARAM lp) {
     StoreWork(h);  // before the bar moves: its repaint reloads the working copy
     ShowComponent(h, i);
     FillSwatch(h);
-    Notify(h, GXN_COLORCHANGED);
+    fk::NotifyParent(h, GXN_COLORCHANGED);
     return 0;
 }
 
@@ -262,15 +259,10 @@ LRESULT OnCtlColorScrollBar(HWND h, WPARAM wp, LPARAM lp) {
 
 LRESULT OnSetFocus(HWND h) {
     LoadWork(h);
-    Notify(h, GXN_SETFOCUS);
+    fk::NotifyParent(h, GXN_SETFOCUS);
     const WORD focus = g_colorWork.focus < 3 ? g_colorWork.focus : 0;
     SetFocus(Child(h, g_colorWork.bar[focus]));
     return 0;
-}
-
-LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
-    if (!wp && (GetWindowLongA(h, GWL_STYLE) & fk::kAny3DBits)) fk::RefreshBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
 }
 
 // "@PRT" (exactly so) makes the control read-only for printing.
@@ -299,12 +291,6 @@ LRESULT OnGetValue(HWND h, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnDestroy(HWND h) {
-    LoadWork(h);
-    fk::MethodFree(h, kMethod);
-    return 0;
-}
-
 }  // namespace
 
 LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
@@ -312,7 +298,8 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
-        return OnDestroy(h);
+        LoadWork(h);
+        break;  // the method string goes below
     case WM_SIZE:
         return OnSize(h, lp);
     case WM_PAINT:
@@ -326,7 +313,7 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND:
         return fk::EraseWithParentBrush(h, wp, lp, WM_CTLCOLORSTATIC);
     case WM_SHOWWINDOW:
-        return OnShowWindow(h, wp, lp);
+        return fk::ShowWindowWipingBorder(h, wp, lp, fk::kAny3DBits);
     case WM_NCPAINT:
         return fk::PaintBorder(h, wp, lp, fk::kColorBorder);
     case WM_GETDLGCODE:
@@ -337,14 +324,10 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnSetValue(h, lp);
     case GXM_GETVALUE:
         return OnGetValue(h, lp);
-    case GXM_GETMETHOD:
-        fk::MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp));
-        return 0;
     case GXM_GETTYPE:
         return 2;
-    default:
-        return DefWindowProcA(h, msg, wp, lp);
     }
+    return fk::MethodWindowProc(h, msg, wp, lp, kMethod, nullptr);
 }
 
 // Subclass procedure of the three scroll bars: remembers the bar that has

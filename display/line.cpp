@@ -3,7 +3,9 @@
 
 #include "display/line.h"
 
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
+#include "frame/window_words.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 
@@ -11,8 +13,11 @@ namespace fk {
 
 namespace {
 
-// Window words (8 extra bytes): the method string at 0; bytes 4-7 spare.
-const MethodSlot kMethod{0};
+// Window words: the method string, then spare bytes.
+using Method = PtrWord<char, 0>;
+using Spare = SpareBytes<4, 4>;
+static_assert(Spare::kEnd == kLineBytes);
+const MethodSlot kMethod{Method::kOffset};
 
 void Stroke(HDC dc, COLORREF colour, int x1, int y1, int x2, int y2) {
     Pen pen(CreatePen(PS_SOLID, 1, colour));

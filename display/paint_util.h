@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "frame/control.h"  // the parent's colours and brush
+
 namespace fk {
 
 struct FontMetrics {
@@ -12,14 +14,6 @@ struct FontMetrics {
 
 // Average character width and height of font (null: the system font).
 FontMetrics ReadFontMetrics(HWND h, HFONT font);
-
-// Asks the parent for its colours (WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT ...)
-// on dc; returns the brush it hands back, or null.
-HBRUSH ParentColours(HWND h, HDC dc, UINT ctlColorMsg);
-
-// WM_ERASEBKGND with the parent's brush; default handling when the parent
-// returns none.
-LRESULT EraseWithParentBrush(HWND h, WPARAM wp, LPARAM lp, UINT ctlColorMsg);
 
 // WM_SETTEXT: default handling, then the control is repainted at once.
 LRESULT SetTextAndRepaint(HWND h, WPARAM wp, LPARAM lp);

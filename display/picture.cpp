@@ -10,6 +10,7 @@
 #include "display/paint_util.h"
 #include "frame/buffers.h"
 #include "frame/gdi.h"
+#include "frame/method_text.h"
 #include "include/fldkit.h"
 #include "links/links.h"
 #include "strings/lstr.h"
@@ -74,9 +75,8 @@ void SetState(HWND h, WORD state) {
 void Launch(HWND h, const PictureClass& cls) {
     const char* method = cls.method.get(h);
     if (method == nullptr || lstristr(method, "@PROG") == nullptr) return;
-    lstrncpy(g_methodWork, method, kMethodMax);
-    g_methodWork[kMethodMax] = '\0';
-    twExecProgram(h, g_methodWork);
+    MethodFull copy(method);
+    twExecProgram(h, copy.get());
 }
 
 // A dropped file becomes the picture through the method string, so that

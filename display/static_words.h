@@ -1,6 +1,7 @@
-// Window words of gxFrame3D32 and gxText3D32 (20 extra bytes each).
+// Window words of gxFrame3D32 and gxText3D32.
 #pragma once
 
+#include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "frame/window_words.h"
 
@@ -9,8 +10,10 @@ namespace fk::static_words {
 using Font = LongWord<0>;        // WM_SETFONT handle; 0 is the system font
 using CharWidth = LongWord<4>;   // average character width of the font
 using CharHeight = LongWord<8>;  // character height of the font
-inline constexpr MethodSlot kMethod{12};
+using Method = PtrWord<char, 12>;
+inline constexpr MethodSlot kMethod{Method::kOffset};
 using Setting = ShortWord<16>;  // set by 0x00C5, read by GXM_GETLIMIT
-// bytes 18-19 spare
+using Spare = SpareBytes<18, 2>;
+static_assert(Spare::kEnd == kText3DBytes && Spare::kEnd == kFrame3DBytes);
 
 }  // namespace fk::static_words

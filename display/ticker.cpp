@@ -1,7 +1,6 @@
 // gxTicker32: scrolls its window text from right to left on a timer, like a
 // news ticker. All drawing happens on the timer; WM_PAINT only validates.
 
-#include <cstdlib>
 #include <cstring>
 
 #include <dde.h>
@@ -9,26 +8,30 @@
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
+#include "frame/control.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
+#include "frame/method_text.h"
 #include "frame/method_window.h"
 #include "frame/window_words.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
-#include "links/refresh.h"
 
 namespace {
 
 using fk::SelectObj;
 
-// Window words (22 extra bytes).
+// Window words.
 using Font = fk::LongWord<0>;         // WM_SETFONT handle; 0 is the system font
 using CharWidth = fk::ShortWord<4>;   // average character width of the font
 using CharHeight = fk::ShortWord<6>;  // character height of the font
 using Interval = fk::LongWord<8>;     // restart interval in ms, 0 until set by 0x0402
 using Limit = fk::ShortWord<12>;      // "@LIMIT" argument, 0 when absent
 using Position = fk::ShortWord<14>;   // scroll position, a character index into the line
-const fk::MethodSlot kMethod{16};
-// bytes 20-21 spare
+using Method = fk::PtrWord<char, 16>;
+using Spare = fk::SpareBytes<20, 2>;
+static_assert(Spare::kEnd == fk::kTickerBytes);
+const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr UINT_PTR kTimerId = 99;
 constexpr UINT kFirstInterval = 75;
@@ -102,11 +105,9 @@ LRESULT OnCreate(HWND h) {
     return 0;
 }
 
-LRESULT OnDestroy(HWND h) {
+void OnDestroy(HWND h) {
     fk::CloseControlLinks(h);
     KillTimer(h, kTimerId);
-    fk::MethodFree(h, kMethod);
-    return 0;
 }
 
 LRESULT OnTimer(HWND h, WPARAM wp, LPARAM lp) {
@@ -122,11 +123,6 @@ LRESULT OnTimer(HWND h, WPARAM wp, LPARAM lp) {
 LRESULT OnPaint(HWND h) {
     fk::PaintDC dc(h);
     return 0;
-}
-
-LRESULT OnShowWindow(HWND h, WPARAM wp, LPARAM lp) {
-    if (!wp && (GetWindowLongA(h, GWL_STYLE) & fk::kAny3DBits)) fk::RefreshBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
 }
 
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
@@ -155,14 +151,7 @@ LRESULT OnSetInterval(HWND h, WPARAM wp) {
 
 LRESULT OnSetMethod(HWND h, LPARAM lp) {
     char* method = fk::MethodReplace(h, kMethod, reinterpret_cast<const char*>(lp));
-    int limit = 0;
-    if (method != nullptr) {
-        // twGetMethodParam needs a writable copy with spare bytes behind it.
-        std::strcpy(fk::g_methodWork, method);
-        char argument[fk::kMethodMax + 1];
-        if (twGetMethodParam(fk::g_methodWork, "@LIMIT", argument)) limit = std::atoi(argument);
-    }
-    Limit::set(h, static_cast<WORD>(limit));
+    Limit::set(h, static_cast<WORD>(fk::MethodFull(method).intParam("@LIMIT", 0)));
     fk::OpenControlLinks(h, method);
     return 0;
 }
@@ -198,7 +187,8 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
-        return OnDestroy(h);
+        OnDestroy(h);
+        break;  // the method string goes below
     case WM_TIMER:
         return OnTimer(h, wp, lp);
     case WM_PAINT:
@@ -211,7 +201,7 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND:
         return fk::EraseWithParentBrush(h, wp, lp, WM_CTLCOLOREDIT);
     case WM_SHOWWINDOW:
-        return OnShowWindow(h, wp, lp);
+        return fk::ShowWindowWipingBorder(h, wp, lp, fk::kAny3DBits);
     case WM_NCPAINT:
         return fk::PaintBorder(h, wp, lp, fk::kTickerBorder);
     case WM_SETFONT:
@@ -234,9 +224,6 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnSetValue(h, lp);
     case GXM_GETVALUE:
         return OnGetValue(h, lp);
-    case GXM_GETMETHOD:
-        fk::MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp));
-        return 0;
     case GXM_GETTYPE:
         return OnGetType(h, lp);
     case WM_DDE_INITIATE:
@@ -246,7 +233,6 @@ LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_DDE_DATA:
     case WM_DDE_REQUEST:
         return fk::RouteControlDde(h, msg, wp, lp, kMethod.get(h));
-    default:
-        return DefWindowProcA(h, msg, wp, lp);
     }
+    return fk::MethodWindowProc(h, msg, wp, lp, kMethod, nullptr);
 }

@@ -8,9 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "fields/currency_formats.h"
-#include "fields/currency_text.h"
+#include "fields/text/currency_formats.h"
+#include "fields/text/currency_text.h"
 #include "fields/number_field.h"
+#include "frame/extra_bytes.h"
 #include "frame/registry.h"
 #include "include/fldkit.h"
 
@@ -45,6 +46,7 @@ struct CurrencyWords : NumberWords {
     using Country = ShortWord<24>;  // row of the country-format table
     using Method = PtrWord<char, 26>;
 };
+static_assert(CurrencyWords::Method::kEnd == kCurrencyBytes);
 using W = CurrencyWords;
 
 // Value type codes of this field.
@@ -55,7 +57,13 @@ constexpr int kLongDouble = 12;  // a double as well
 // What GXM_GETTYPE reports as a text's size without a limit.
 constexpr LONG kTextSize = 80;
 
-enum class ValueType { None, Text, Double, Long, LongDouble };
+// Setting, getting and GXM_GETTYPE: text before double before long before
+// long double.
+constexpr ValueTypes kExchanged{
+    {CURR_CHAR, kText}, {CURR_DOUBLE, kDouble}, {CURR_LONG, kLong}, {CURR_LONGDOUBLE, kLongDouble}};
+// Validating: long double, double, long, text.
+constexpr ValueTypes kValidated{
+    {CURR_LONGDOUBLE, kLongDouble}, {CURR_DOUBLE, kDouble}, {CURR_LONG, kLong}, {CURR_CHAR, kText}};
 
 const CurrencyFormat& Row(HWND h) {
     const WORD index = W::Country::get(h);
@@ -85,11 +93,17 @@ void MethodSet(HWND h, const char* method) {
     W::Country::set(h, static_cast<WORD>(CurrencyRowIndex(method)));
 }
 
+LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp);
+
 NumberClass MakeClass() {
-    NumberClass cls{MethodSlot{W::Method::kOffset}, Filter};
+    NumberClass cls{NumberFieldClass({OnSetValue, OnGetValue, OnValidate, OnGetType}, MethodSlot{W::Method::kOffset},
+                                     /*limitTextAnswersLimit=*/true),
+                    Filter};
     cls.shown = Shown;
     cls.methodSet = MethodSet;
-    cls.limitTextAnswersLimit = true;
     return cls;
 }
 const NumberClass kCurrency = MakeClass();
@@ -120,26 +134,6 @@ Typed Filter(HWND h, char c, const FieldText& text, bool selection) {
 // ---------------------------------------------------------------------
 // Values
 
-// Setting and getting: wParam alone when given, else the style; text before
-// double before long before long double.
-ValueType ExchangeType(HWND h, WPARAM wp) {
-    if (wp != 0) {
-        switch (wp) {
-        case kText: return ValueType::Text;
-        case kDouble: return ValueType::Double;
-        case kLong: return ValueType::Long;
-        case kLongDouble: return ValueType::LongDouble;
-        default: return ValueType::None;
-        }
-    }
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if (style & CURR_CHAR) return ValueType::Text;
-    if (style & CURR_DOUBLE) return ValueType::Double;
-    if (style & CURR_LONG) return ValueType::Long;
-    if (style & CURR_LONGDOUBLE) return ValueType::LongDouble;
-    return ValueType::None;
-}
-
 void PushCurrentText(HWND h) { PushToClients(h, ReadFieldText(h).s); }
 
 LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
@@ -154,23 +148,23 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
     const CurrencyFormat& row = Row(h);
     const bool blankZero = NumberMethodHas(h, kCurrency, "@BLNK");
     char built[kFieldText] = "";
-    switch (ExchangeType(h, wp)) {
-    case ValueType::Text: lstrcpynA(built, reinterpret_cast<const char*>(lp), sizeof built); break;
-    case ValueType::Double:
-    case ValueType::LongDouble: {
+    switch (ExchangeType(h, wp, kExchanged)) {
+    case kText: lstrcpynA(built, reinterpret_cast<const char*>(lp), sizeof built); break;
+    case kDouble:
+    case kLongDouble: {
         double value;
         std::memcpy(&value, reinterpret_cast<const void*>(lp), sizeof value);
         // Infinity and NaN have no amount: the field keeps what it shows.
         if (!CurrencyDoubleText(value, row, blankZero, built, sizeof built)) return 0;
         break;
     }
-    case ValueType::Long: {
+    case kLong: {
         int32_t hundredths;
         std::memcpy(&hundredths, reinterpret_cast<const void*>(lp), sizeof hundredths);
         CurrencyLongText(hundredths, blankZero, built, sizeof built);
         break;
     }
-    case ValueType::None: {
+    default: {
         const FieldText current = ReadFieldText(h);
         if (current.length() == 0)
             CurrencyZeroText(row, blankZero, built, sizeof built);
@@ -189,20 +183,20 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
     if (lp == 0) return 0;
     const FieldText t = ReadFieldText(h);
     auto* out = reinterpret_cast<void*>(lp);
-    switch (ExchangeType(h, wp)) {
-    case ValueType::Text: lstrcpynA(static_cast<char*>(out), t.s, kFieldText); break;
-    case ValueType::Double:
-    case ValueType::LongDouble: {
+    switch (ExchangeType(h, wp, kExchanged)) {
+    case kText: lstrcpynA(static_cast<char*>(out), t.s, kFieldText); break;
+    case kDouble:
+    case kLongDouble: {
         const double value = CurrencyToDouble(t.s, Row(h));
         std::memcpy(out, &value, sizeof value);
         break;
     }
-    case ValueType::Long: {
+    case kLong: {
         const int32_t hundredths = CurrencyToHundredths(t.s);
         std::memcpy(out, &hundredths, sizeof hundredths);
         break;
     }
-    case ValueType::None: break;
+    default: break;
     }
     return 0;
 }
@@ -210,41 +204,34 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
 // Validation reads the cleaned text; the style bits and wParam together
 // pick the type, long double before double before long before text. A long
 // is the whole number (no hundredths here). With no type the value passes.
-LRESULT OnValidate(HWND h, WPARAM wp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
     FieldText clean{};
     CleanCurrency(ReadFieldText(h).s, Row(h), true, clean.s, sizeof clean.s);
-    if ((style & CURR_LONGDOUBLE) || wp == kLongDouble) {
+    const int type = ChooseType(h, wp, kValidated);
+    switch (type) {
+    case kLongDouble:
+    case kDouble: {
         double value = std::strtod(clean.s, nullptr);
-        return ValidateNumber(h, kCurrency, kLongDouble, &value, clean);
+        return ValidateNumber(h, kCurrency, type, &value, clean);
     }
-    if ((style & CURR_DOUBLE) || wp == kDouble) {
-        double value = std::strtod(clean.s, nullptr);
-        return ValidateNumber(h, kCurrency, kDouble, &value, clean);
-    }
-    if ((style & CURR_LONG) || wp == kLong) {
+    case kLong: {
         int32_t value = CurrencyWhole(clean.s);
         return ValidateNumber(h, kCurrency, kLong, &value, clean);
     }
-    if ((style & CURR_CHAR) || wp == kText) {
+    case kText: {
         FieldText copy = clean;
         return ValidateNumber(h, kCurrency, kText, copy.s, clean);
     }
-    return 0;
+    default: return 0;
+    }
 }
 
 // Text before double before long before long double. A field with no type
 // answers as text of 80 characters, whatever its limit; a null lParam gets
 // nothing written.
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if ((style & CURR_CHAR) || wp == kText) {
-        WriteTextSize(h, lp);
-        return kText;
-    }
-    if ((style & CURR_DOUBLE) || wp == kDouble) return kDouble;
-    if ((style & CURR_LONG) || wp == kLong) return kLong;
-    if ((style & CURR_LONGDOUBLE) || wp == kLongDouble) return kLongDouble;
+    const int type = AnswerType(h, wp, lp, kExchanged);
+    if (type != 0) return type;
     if (auto* size = reinterpret_cast<LONG*>(lp)) *size = kTextSize;
     return kText;
 }
@@ -263,11 +250,7 @@ using namespace fk;
 
 LRESULT WINAPI gxCurrencyWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
-    case GXM_SETVALUE: return OnSetValue(h, wp, lp);
-    case GXM_GETVALUE: return OnGetValue(h, wp, lp);
-    case GXM_VALIDATE: return OnValidate(h, wp);
-    case GXM_GETTYPE: return OnGetType(h, wp, lp);
     case GXM_SETLIMIT: return OnSetLimit(h, wp, lp);
     }
-    return NumberFieldProc(h, msg, wp, lp, kCurrency);
+    return EntryFieldProc(h, msg, wp, lp, kCurrency);
 }

@@ -8,10 +8,11 @@
 #include <cstring>
 #include <ctime>
 
-#include "fields/date_text.h"
+#include "fields/text/date_text.h"
 #include "fields/edit_core.h"
-#include "fields/field_common.h"
-#include "fields/mask.h"
+#include "fields/entry_field.h"
+#include "fields/text/mask.h"
+#include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
@@ -26,6 +27,7 @@ struct DateWords : FieldWords {
     using AutoFill = ShortWord<22>;  // 0x0100 with "@AUTOFILL"
     using Method = PtrWord<char, 24>;
 };
+static_assert(DateWords::Method::kEnd == kDateBytes);
 using W = DateWords;
 const MethodSlot kMethod{W::Method::kOffset};
 
@@ -63,8 +65,7 @@ void SetStyle(HWND h, uint32_t style) {
 
 const char* Mask(HWND h) { return DateMask(Style(h)); }
 bool NoFill(HWND h) { return (W::AutoFill::get(h) & kAutoFillOn) != 0; }
-MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
-bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
+bool MethodHas(HWND h, const char* keyword) { return MethodFull(W::Method::get(h)).has(keyword); }
 
 int Caret(HWND h, const Raw& r) { return std::clamp(static_cast<int>(W::Caret::get(h)), 0, r.length()); }
 
@@ -92,11 +93,14 @@ RawRange SelectedDigits(HWND h, const Raw& r) {
     return {std::min(RawIndex(mask, sel.start), r.length()), std::min(RawIndex(mask, sel.end), r.length())};
 }
 
-void Draw(HWND h, UINT flags, int blanks = 0) {
-    Raw r = ReadRaw(h);
-    DrawMaskedField(h, r.s, Mask(h), NoFill(h), flags, blanks);
+// The text model: the raw text through the mask of the style.
+FieldView View(HWND h) {
+    FieldView v{{}, Mask(h), NoFill(h)};
+    lstrcpynA(v.text.s, ReadRaw(h).s, kDateRawMax + 1);
+    return v;
 }
-void DrawFocused(HWND h, int blanks = 0) { Draw(h, GetFocus() == h ? GXDF_ANY : (GXDF_ANY | GXDF_NOCARET), blanks); }
+void Draw(HWND h, UINT flags, int blanks = 0) { DrawView(h, View(h), flags, blanks); }
+void DrawFocused(HWND h, int blanks = 0) { DrawViewFocused(h, View(h), blanks); }
 
 // An edit by the user's hand: the text, caret, no selection, the drawing and
 // the notices.
@@ -153,15 +157,14 @@ ShortDatePattern g_shortDate;
 
 void ResolveFormat(HWND h, const char* method) { SetStyle(h, ResolveDateStyle(Style(h), method, g_shortDate.get())); }
 
-LRESULT OnSetMethod(HWND h, const char* text) {
-    MethodReplace(h, kMethod, text);
+LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass&) {
+    MethodReplace(h, kMethod, reinterpret_cast<const char*>(lp));
     const char* method = W::Method::get(h);
-    MethodText m = ReadMethod(h);
+    MethodShort m(method);
     if (MethodHas(h, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
     ResolveFormat(h, method);
     W::AutoFill::set(h, MethodHas(h, "@AUTOFILL") ? kAutoFillOn : 0);
-    char arg[sizeof m.s];
-    if (twGetMethodParam(m.s, "@PRT", arg) && lstristr(arg, "gray")) EnableWindow(h, FALSE);
+    if (lstristr(m.param("@PRT"), "gray")) EnableWindow(h, FALSE);
     OpenControlLinks(h, method);
     if (MethodHas(h, "@DATE")) SendMessageA(h, GXM_SETVALUE, 0, 0);
     InvalidateRect(h, nullptr, TRUE);
@@ -242,19 +245,19 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
     }
 }
 
-LRESULT OnValidate(HWND h) {
+LRESULT OnValidate(HWND h, WPARAM, LPARAM) {
     FieldText t = ReadFieldText(h);
-    MethodText m = ReadMethod(h);
+    MethodShort m(W::Method::get(h));
     for (int n = t.length(); n > 0 && t.s[n - 1] == ' '; --n) t.s[n - 1] = 0;
-    if (t.s[0] == 0 && !fk::MethodHas(m.s, "@MND")) return 0;
+    if (t.s[0] == 0 && !m.has("@MND")) return 0;
     const uint32_t order = DateOrder(Style(h));
     if (order < 2 || order > 7) return 0;
     struct tm date{};
     ParseDateText(t.s, Style(h), &date);
-    return twValidate(h, static_cast<int>(GXT_DATE_MMDDYY + order - 2), &date, m.s, t.s) ? 0 : -1;
+    return twValidate(h, static_cast<int>(GXT_DATE_MMDDYY + order - 2), &date, m.get(), t.s) ? 0 : -1;
 }
 
-LRESULT OnGetType(HWND h, LPARAM lp) {
+LRESULT OnGetType(HWND h, WPARAM, LPARAM lp) {
     const uint32_t style = Style(h);
     if (style & DATE_CHAR) {
         if (auto* size = reinterpret_cast<LONG*>(lp)) *size = kDateRawMax;
@@ -274,7 +277,7 @@ bool FitsAtEnd(HWND h, const Raw& r, char c) {
     return m.text(sc.s) + m.ch(c) + 2 < ClientWidth(h);
 }
 
-LRESULT OnChar(HWND h, WPARAM wp) {
+LRESULT OnChar(HWND h, WPARAM wp, LPARAM, const FieldClass&) {
     if (MouseGestureActive(h)) return 0;
     const char c = static_cast<char>(wp);
     if (IsCharAlphaA(c)) return Refuse(), 0;
@@ -369,7 +372,7 @@ void PlaceCaretAgain(HWND h) {
     ShowCaret(h);
 }
 
-LRESULT OnKeyDown(HWND h, WPARAM key) {
+LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass&) {
     if (MouseGestureActive(h)) return 0;
     Raw r = ReadRaw(h);
     const int length = r.length();
@@ -392,8 +395,8 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
     case VK_RIGHT: move(std::min(caret + 1, length)); return 0;
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = ReadMethod(h);
-        twProcessHelp(h, m.s);
+        MethodShort m(W::Method::get(h));
+        twProcessHelp(h, m.get());
         return 0;
     }
     case VK_INSERT:
@@ -419,44 +422,19 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
 }
 
 // ---------------------------------------------------------------------
-// Mouse and edit messages
-
-LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
-    Raw r = ReadRaw(h);
-    return FieldLButtonDown(h, wp, lp, r.s, Mask(h), NoFill(h));
-}
-
-LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
-    Raw r = ReadRaw(h);
-    return FieldMouseMove(h, wp, lp, r.s, Mask(h), NoFill(h));
-}
-
-int ScreenLength(HWND h) {
-    Raw r = ReadRaw(h);
-    return FieldScreenLength(r.s, Mask(h), NoFill(h));
-}
-
-LRESULT OnLButtonDblClk(HWND h) {
-    FieldWords::setSelection(h, 0, ScreenLength(h));
-    W::Caret::set(h, ReadRaw(h).length());
-    DrawFocused(h);
-    return 0;
-}
+// Edit messages
 
 // Selection positions count the separators, as the field shows them.
-LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp) {
-    const int length = ScreenLength(h);
-    const int start = std::clamp(static_cast<int>(wp), 0, length);
-    const int end = std::clamp(static_cast<int>(lp), 0, length);
-    FieldWords::setSelection(h, start, end);
-    Raw r = ReadRaw(h);
-    W::Caret::set(h, std::min(RawIndex(Mask(h), std::max(start, end)), r.length()));
+LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
+    const FieldView v = View(h);
+    const FieldRange sel = SetScreenSelection(h, wp, lp, v.screenLength());
+    W::Caret::set(h, std::min(RawIndex(v.mask, std::max(sel.start, sel.end)), v.text.length()));
     DrawFocused(h);
     return 0;
 }
 
 // Replacing the selection (a drag that moves digits away) zeroes it.
-LRESULT OnReplaceSel(HWND h) {
+LRESULT OnReplaceSel(HWND h, WPARAM, LPARAM, const FieldClass&) {
     Raw r = ReadRaw(h);
     int caret = Caret(h, r);
     if (ZeroSelection(h, r, &caret)) Edited(h, r, caret);
@@ -466,20 +444,11 @@ LRESULT OnReplaceSel(HWND h) {
 // ---------------------------------------------------------------------
 // Window life
 
-LRESULT OnCreate(HWND h) {
-    MeasureFieldFont(h);
-    W::Caret::set(h, 0);
+void Created(HWND h) {
     if (DateOrder(Style(h)) <= kDateDefault) ResolveFormat(h, "");
-    return 0;
 }
 
-LRESULT OnDestroy(HWND h) {
-    MethodFree(h, kMethod);
-    FieldReleaseLinks(h);
-    return 0;
-}
-
-LRESULT OnSetFocus(HWND h) {
+LRESULT OnSetFocus(HWND h, WPARAM, LPARAM, const FieldClass&) {
     NotifyParent(h, EN_SETFOCUS);
     Raw r = ReadRaw(h);
     W::Caret::set(h, Caret(h, r));
@@ -487,7 +456,7 @@ LRESULT OnSetFocus(HWND h) {
     return 0;
 }
 
-LRESULT OnKillFocus(HWND h) {
+LRESULT OnKillFocus(HWND h, WPARAM, LPARAM, const FieldClass&) {
     NotifyParent(h, EN_KILLFOCUS);
     EndMouseGesture(h);
     ClearFieldSelection(h);
@@ -502,12 +471,7 @@ LRESULT OnKillFocus(HWND h) {
     return 0;
 }
 
-LRESULT OnPaint(HWND h) {
-    Raw r = ReadRaw(h);
-    return DrawMaskedField(h, r.s, Mask(h), NoFill(h), GXDF_PAINT);
-}
-
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
+LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
     Raw r{};
     if (lp != 0) lstrcpynA(r.s, reinterpret_cast<const char*>(lp), sizeof r.s);
     const LRESULT result = DefWindowProcA(h, WM_SETTEXT, wp, reinterpret_cast<LPARAM>(r.s));
@@ -521,48 +485,27 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
     return result;
 }
 
+constinit const FieldHandlers kDateHandlers{OnSetMethod, OnSetFocus, OnKillFocus, OnSetText,
+                                        OnChar,      OnKeyDown,  OnSetSel,    OnReplaceSel};
+
+const FieldClass kDate{
+    .on = kDateHandlers,
+    .values = {OnSetValue, OnGetValue, OnValidate, OnGetType},
+    .method = kMethod,
+    .modified = W::Modified::kOffset,
+    .limit = -1,
+    .border3DBits = kDate3DBits,
+    .border = kDateBorder,
+    .view = View,
+    .created = Created,
+};
+
 }  // namespace
 }  // namespace fk
 
 using namespace fk;
 
 LRESULT WINAPI gxDateWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    switch (msg) {
-    case WM_CREATE: return OnCreate(h);
-    case WM_DESTROY: return OnDestroy(h);
-    case WM_SETFOCUS: return OnSetFocus(h);
-    case WM_KILLFOCUS: return OnKillFocus(h);
-    case WM_ENABLE: InvalidateRect(h, nullptr, TRUE); return 0;
-    case WM_PAINT: return OnPaint(h);
-    case WM_ERASEBKGND: return FieldEraseBkgnd(h, wp, lp);
-    case WM_NCPAINT: return PaintFieldBorder(h, wp, lp, kDateBorder);
-    case WM_SHOWWINDOW: return FieldShowWindow(h, wp, lp, 0x0F00);
-    case WM_SETTEXT: return OnSetText(h, wp, lp);
-    case WM_SETFONT: return FieldSetFont(h, wp, lp);
-    case WM_GETFONT: return W::Font::get(h);
-    case WM_GETDLGCODE: return 0x8089;
-    case WM_CHAR: return OnChar(h, wp);
-    case WM_KEYDOWN: return OnKeyDown(h, wp);
-    case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp);
-    case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp);
-    case WM_LBUTTONUP: return FieldLButtonUp(h, wp, lp);
-    case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h);
-    case EM_GETSEL: return FieldGetSel(h, wp, lp);
-    case EM_SETSEL: return OnSetSel(h, wp, lp);
-    case EM_REPLACESEL: return OnReplaceSel(h);
-    case EM_GETMODIFY: return W::Modified::get(h);
-    case EM_SETMODIFY: W::Modified::set(h, static_cast<WORD>(wp)); return 0;
-    case kFormatQuery: return OnFormatQuery(h);
-    case GXM_SETMETHOD: return OnSetMethod(h, reinterpret_cast<const char*>(lp));
-    case GXM_GETMETHOD: MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp)); return 0;
-    case GXM_SETVALUE: return OnSetValue(h, wp, lp);
-    case GXM_GETVALUE: return OnGetValue(h, wp, lp);
-    case GXM_VALIDATE: return OnValidate(h);
-    case GXM_GETTYPE: return OnGetType(h, lp);
-    case GXM_DROPDATA:
-    case GXM_DRAGQUERY:
-    case GXM_DRAGEND: return twProcessDragDrop(h, msg, wp, lp);
-    }
-    if (IsDdeMessage(msg)) return RouteControlDde(h, msg, wp, lp, W::Method::get(h));
-    return DefWindowProcA(h, msg, wp, lp);
+    if (msg == kFormatQuery) return OnFormatQuery(h);
+    return EntryFieldProc(h, msg, wp, lp, kDate);
 }

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "fields/field_words.h"
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 #include "frame/gdi.h"
 #include "frame/trace.h"
 #include "include/fldkit.h"

@@ -22,22 +22,7 @@ void WriteFieldText(HWND h, const char* text) {
     DefWindowProcA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
 }
 
-MethodText CopyMethod(const char* method) {
-    MethodText m{};
-    if (method) lstrncpy(m.s, method, kMethodCopy);
-    return m;
-}
-
-bool MethodHas(const char* method, const char* keyword) {
-    return method != nullptr && lstristr(method, keyword) != nullptr;
-}
-
 bool HasProp(HWND h, const char* name) { return GetPropA(h, name) != nullptr; }
-
-void NotifyParent(HWND h, WORD code) {
-    if (HWND parent = GetParent(h))
-        SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(h), code), reinterpret_cast<LPARAM>(h));
-}
 
 void PushToClients(HWND h, const char* text) {
     if (!HasProp(h, "SERVER")) return;
@@ -78,22 +63,6 @@ void EndMouseGesture(HWND h) {
 }
 
 bool MouseGestureActive(HWND h) { return g_edit.selecting && GetCapture() == h; }
-
-LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp) {
-    HWND parent = GetParent(h);
-    auto brush = parent ? reinterpret_cast<HBRUSH>(SendMessageA(parent, WM_CTLCOLOREDIT, wp, reinterpret_cast<LPARAM>(h)))
-                        : nullptr;
-    if (brush == nullptr) return DefWindowProcA(h, WM_ERASEBKGND, wp, lp);
-    RECT r;
-    GetClientRect(h, &r);
-    FillRect(reinterpret_cast<HDC>(wp), &r, brush);
-    return 1;
-}
-
-LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits) {
-    if (wp == 0 && (GetWindowLongA(h, GWL_STYLE) & borderBits)) RefreshFieldBorder(h);
-    return DefWindowProcA(h, WM_SHOWWINDOW, wp, lp);
-}
 
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp) {
     const FieldRange sel = FieldSelection(h);
@@ -183,45 +152,6 @@ void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int
     const FieldRange sel = FieldSelection(h);
     const int anchor = sel.empty() ? shown(from) : FieldWords::anchor(h);
     FieldWords::setSelection(h, anchor, shown(to));
-}
-
-LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
-    twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
-    if (GetFocus() != h) SetFocus(h);
-    char t[kFieldText];
-    lstrcpynA(t, text ? text : "", sizeof t);
-    char m[kMethodMax + 1] = "";
-    if (mask) lstrcpynA(m, mask, sizeof m);
-    MouseButtonDown(h, static_cast<short>(LOWORD(lp)), t, *m ? m : nullptr, 0, noFill ? 0x100 : 0);
-    return 0;
-}
-
-LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill) {
-    if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
-        ClearFieldSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    if (!g_edit.selecting || GetCapture() != h) return 0;
-    if (text == nullptr || *text == 0) return 0;
-    FieldScreen sc = FieldToScreen(text, mask, noFill, 0);
-    MouseMove(h, static_cast<short>(LOWORD(lp)), sc.s, 0);
-    return 0;
-}
-
-LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
-    if (twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
-        ClearFieldSelection(h);
-        EndMouseGesture(h);
-        return 0;
-    }
-    const FieldRange sel = FieldSelection(h);
-    if (sel.empty())
-        ClearFieldSelection(h);
-    else
-        FieldWords::setSelection(h, sel.start, sel.end);
-    EndMouseGesture(h);
-    return 0;
 }
 
 }  // namespace fk

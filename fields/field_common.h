@@ -6,10 +6,11 @@
 
 #include <windows.h>
 
-#include "display/text/border_rule.h"
 #include "fields/field_words.h"
 #include "frame/buffers.h"
+#include "frame/control.h"
 #include "frame/gdi.h"
+#include "frame/method_text.h"
 
 namespace fk {
 
@@ -24,19 +25,7 @@ FieldText ReadFieldText(HWND h);
 // Sets the window text through the default procedure (no EN_CHANGE).
 void WriteFieldText(HWND h, const char* text);
 
-// Copy of a method string with the spare bytes twGetMethodParam needs.
-struct MethodText {
-    char s[kMethodCopy + 1 + 2];
-};
-// At most 256 characters of the method string (empty when there is none).
-MethodText CopyMethod(const char* method);
-// Case-insensitive search of a keyword anywhere in the method string.
-bool MethodHas(const char* method, const char* keyword);
-
 bool HasProp(HWND h, const char* name);
-
-// WM_COMMAND to the parent: identifier and code in wParam, field in lParam.
-void NotifyParent(HWND h, WORD code);
 
 // The field's text changed by the user's hand: EN_CHANGE, the modified
 // flag (a class word) set to 1, and the text pushed to linked clients.
@@ -77,18 +66,6 @@ void EndMouseGesture(HWND h);
 // True while this field holds the mouse for a selection: keys wait.
 bool MouseGestureActive(HWND h);
 
-// WM_NCPAINT of an entry field: nothing while hidden; a field with a
-// vertical scroll bar lets the system paint first; then the border its 3D
-// style bit picks (kFieldBorder for the text and number fields).
-LRESULT PaintFieldBorder(HWND field, WPARAM wp, LPARAM lp, const BorderRule& rule);
-// Wipes the border around a hidden field.
-void RefreshFieldBorder(HWND field);
-
-// Messages every entry field answers the same way.
-LRESULT FieldEraseBkgnd(HWND h, WPARAM wp, LPARAM lp);
-// Hiding a field with one of the 3D border bits of borderBits wipes the
-// border drawn around it.
-LRESULT FieldShowWindow(HWND h, WPARAM wp, LPARAM lp, LONG borderBits);
 LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp);
 LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp);
 // The tab key sent to a field (by twAutoTab, for instance): the focus moves
@@ -127,10 +104,5 @@ int DrawMaskedField(HWND h, const char* text, const char* mask, bool noFill, UIN
 // The caret goes to application index `to`; with Shift the selection runs
 // from the old caret (or the existing anchor) to it, in screen positions.
 void MoveFieldCaret(HWND h, const char* text, const char* mask, bool noFill, int to);
-
-// The mouse: drag and drop first, then the editing core's selection.
-LRESULT FieldLButtonDown(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
-LRESULT FieldMouseMove(HWND h, WPARAM wp, LPARAM lp, const char* text, const char* mask, bool noFill);
-LRESULT FieldLButtonUp(HWND h, WPARAM wp, LPARAM lp);
 
 }  // namespace fk

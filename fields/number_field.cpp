@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "fields/edit_core.h"
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "frame/buffers.h"
 #include "frame/gdi.h"
 #include "frame/method.h"
@@ -23,7 +23,6 @@ using W = NumberWords;
 constexpr int kTextMax = kFieldText - 1;
 // Characters a paste takes at most without a (smaller) limit.
 constexpr int kPasteMax = 256;
-constexpr LRESULT kDialogCode = 0x8089;  // arrows, characters, EM_SETSEL, and 0x8000 as it always was
 
 FieldText Shown(HWND h, const NumberClass& cls, const FieldText& text) {
     if (cls.shown == nullptr) return text;
@@ -40,6 +39,8 @@ FieldRange SelectionIn(HWND h, int len) {
     sel.end = std::clamp(sel.end, 0, len);
     return sel;
 }
+
+const NumberClass& Number(const FieldClass& cls) { return static_cast<const NumberClass&>(cls); }
 
 int CaretIn(HWND h, int len) { return std::clamp(static_cast<int>(W::Caret::get(h)), 0, len); }
 
@@ -61,21 +62,9 @@ void EraseBackground(HWND h) {
 }
 
 // ---------------------------------------------------------------------
-// Window life, focus and painting
+// Focus and painting
 
-LRESULT OnCreate(HWND h) {
-    MeasureFieldFont(h);
-    W::Caret::set(h, 0);
-    return 0;
-}
-
-LRESULT OnDestroy(HWND h, const NumberClass& cls) {
-    MethodFree(h, cls.method);
-    FieldReleaseLinks(h);
-    return 0;
-}
-
-LRESULT OnSetFocus(HWND h, const NumberClass& cls) {
+LRESULT Focused(HWND h, const NumberClass& cls) {
     NotifyParent(h, EN_SETFOCUS);
     const FieldText t = ReadFieldText(h);
     if (W::Caret::get(h) > t.length()) W::Caret::set(h, t.length());
@@ -85,7 +74,10 @@ LRESULT OnSetFocus(HWND h, const NumberClass& cls) {
     return 0;
 }
 
-LRESULT OnKillFocus(HWND h, const NumberClass& cls) {
+LRESULT OnSetFocus(HWND h, WPARAM, LPARAM, const FieldClass& cls) { return Focused(h, Number(cls)); }
+
+LRESULT OnKillFocus(HWND h, WPARAM, LPARAM, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     NotifyParent(h, EN_KILLFOCUS);
     EndMouseGesture(h);
     if (!cls.keepsSelectionOnLeaving) ClearFieldSelection(h);
@@ -96,26 +88,11 @@ LRESULT OnKillFocus(HWND h, const NumberClass& cls) {
     return 0;
 }
 
-LRESULT OnPaint(HWND h, WPARAM wp, const NumberClass& cls) {
-    return twDrawField(h, ShownNumberText(h, cls).s, NumberDrawCode(h, kDrawPaint), static_cast<int>(wp));
+LRESULT OnPaint(HWND h, WPARAM wp, LPARAM, const FieldClass& cls) {
+    return twDrawField(h, ShownNumberText(h, Number(cls)).s, NumberDrawCode(h, kDrawPaint), static_cast<int>(wp));
 }
 
-// A brush from the parent fills the field; without one the class
-// background does.
-LRESULT OnEraseBkgnd(HWND h, WPARAM wp, LPARAM lp) {
-    HWND parent = GetParent(h);
-    auto brush = parent ? reinterpret_cast<HBRUSH>(SendMessageA(parent, WM_CTLCOLOREDIT, wp, reinterpret_cast<LPARAM>(h)))
-                        : nullptr;
-    if (brush == nullptr) return DefWindowProcA(h, WM_ERASEBKGND, wp, lp);
-    auto dc = reinterpret_cast<HDC>(wp);
-    SelectObj selected(dc, brush);
-    RECT r;
-    GetClientRect(h, &r);
-    PatBlt(dc, r.left, r.top, r.right - r.left, r.bottom - r.top, PATCOPY);
-    return 0;
-}
-
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
+LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
     const LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
     PushToClients(h, ReadFieldText(h).s);
     InvalidateRect(h, nullptr, TRUE);
@@ -126,13 +103,12 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
 // ---------------------------------------------------------------------
 // Method string
 
-LRESULT OnSetMethod(HWND h, LPARAM lp, const NumberClass& cls) {
+LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     const char* block = MethodReplace(h, cls.method, reinterpret_cast<const char*>(lp));
     if (block != nullptr) {
-        lstrcpynA(g_methodWork, block, kMethodMax + 1);
-        char arg[kMethodMax + 1];
-        W::Limit::set(h, twGetMethodParam(g_methodWork, "@LIMIT", arg) ? static_cast<WORD>(NumberTextToInt32(arg)) : 0);
-        if (lstristr(g_methodWork, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+        MethodFull m(block);
+        ReadLimitAndDropTarget(h, m, cls);
     }
     if (cls.methodSet) cls.methodSet(h, block);
     OpenControlLinks(h, block);
@@ -142,7 +118,8 @@ LRESULT OnSetMethod(HWND h, LPARAM lp, const NumberClass& cls) {
 // ---------------------------------------------------------------------
 // Selection messages
 
-LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp, const NumberClass& cls) {
+LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     const int len = ShownNumberText(h, cls).length();
     // Positions past the end (-1 among them) mean the end.
     const int start = static_cast<int>(std::min<WPARAM>(wp, static_cast<WPARAM>(len)));
@@ -156,7 +133,8 @@ LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp, const NumberClass& cls) {
 // ---------------------------------------------------------------------
 // Typing
 
-LRESULT OnChar(HWND h, WPARAM wp, const NumberClass& cls) {
+LRESULT OnChar(HWND h, WPARAM wp, LPARAM, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     if (MouseGestureActive(h)) return 0;
     const char c = static_cast<char>(wp);
     FieldText text = ReadFieldText(h);
@@ -279,7 +257,8 @@ void InsertKey(HWND h, const NumberClass& cls, FieldText& text) {
     }
 }
 
-LRESULT OnKeyDown(HWND h, WPARAM key, const NumberClass& cls) {
+LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     if (MouseGestureActive(h)) return 0;
     FieldText text = ReadFieldText(h);
     const int len = text.length();
@@ -309,8 +288,8 @@ LRESULT OnKeyDown(HWND h, WPARAM key, const NumberClass& cls) {
     case VK_INSERT: InsertKey(h, cls, text); break;
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = NumberMethod(h, cls);
-        twProcessHelp(h, m.s);
+        MethodShort m = NumberMethod(h, cls);
+        twProcessHelp(h, m.get());
         return 0;
     }
     default: return 0;
@@ -324,7 +303,7 @@ LRESULT OnKeyDown(HWND h, WPARAM key, const NumberClass& cls) {
 // Spin: whole numbers up and down, wrapping at the 32-bit limits; then, for
 // every scroll code, EN_CHANGE and the focus-gained steps.
 
-LRESULT OnVScroll(HWND h, WPARAM wp, const NumberClass& cls) {
+LRESULT OnVScroll(HWND h, WPARAM wp, LPARAM, const FieldClass& cls) {
     const WORD code = LOWORD(wp);
     if (code == SB_LINEUP || code == SB_LINEDOWN) {
         const auto value = static_cast<uint32_t>(NumberTextToInt32(ReadFieldText(h).s));
@@ -333,36 +312,36 @@ LRESULT OnVScroll(HWND h, WPARAM wp, const NumberClass& cls) {
         SetWindowTextA(h, out);
     }
     NotifyParent(h, EN_CHANGE);
-    return OnSetFocus(h, cls);
+    return Focused(h, Number(cls));
 }
 
 // ---------------------------------------------------------------------
 // Mouse: drag and drop sees every message first.
 
-LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp, const NumberClass& cls) {
+LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp, const FieldClass& cls) {
     twProcessDragDrop(h, WM_LBUTTONDOWN, wp, lp);
     if (GetFocus() != h) {
         SetFocus(h);
         g_edit.selecting = true;
         SetCapture(h);
     }
-    FieldText shown = ShownNumberText(h, cls);
+    FieldText shown = ShownNumberText(h, Number(cls));
     MouseButtonDown(h, static_cast<short>(LOWORD(lp)), shown.s, nullptr, IsRightJustified(h) ? 1 : 0, 0);
     return 0;
 }
 
-LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp, const NumberClass& cls) {
+LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp, const FieldClass& cls) {
     if (twProcessDragDrop(h, WM_MOUSEMOVE, wp, lp)) {
         EndMouseGesture(h);
         return 0;
     }
     if (!MouseGestureActive(h)) return 0;
-    FieldText shown = ShownNumberText(h, cls);
+    FieldText shown = ShownNumberText(h, Number(cls));
     if (shown.length() > 0) MouseMove(h, static_cast<short>(LOWORD(lp)), shown.s, IsRightJustified(h) ? 1 : 0);
     return 0;
 }
 
-LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
+LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
     if (!twProcessDragDrop(h, WM_LBUTTONUP, wp, lp)) {
         const FieldRange sel = FieldSelection(h);
         if (!sel.empty()) FieldWords::setSelection(h, sel.start, sel.end);
@@ -372,22 +351,40 @@ LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 // A double click selects the whole text, as in the string field.
-LRESULT OnLButtonDblClk(HWND h, const NumberClass& cls) {
+LRESULT OnLButtonDblClk(HWND h, WPARAM, LPARAM, const FieldClass& field) {
+    const NumberClass& cls = Number(field);
     FieldWords::setSelection(h, 0, ShownNumberText(h, cls).length());
     W::Caret::set(h, ReadFieldText(h).length());
     DrawNumberText(h, ShownNumberText(h, cls).s, kDrawFocused);
     return 0;
 }
 
-LRESULT OnLimitText(HWND h, WPARAM wp, const NumberClass& cls) {
-    W::Limit::set(h, static_cast<WORD>(wp));
-    return cls.limitTextAnswersLimit ? W::Limit::get(h) : 0;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------------
 // Pieces for the classes
+
+int ExchangeType(HWND h, WPARAM wp, ValueTypes rows) {
+    const LONG style = GetWindowLongA(h, GWL_STYLE);
+    for (const ValueTypeRow& row : rows) {
+        if (wp != 0 ? static_cast<int>(wp) == row.code : (style & row.styleBit) != 0) return row.code;
+    }
+    return 0;
+}
+
+int ChooseType(HWND h, WPARAM wp, ValueTypes rows) {
+    const LONG style = GetWindowLongA(h, GWL_STYLE);
+    for (const ValueTypeRow& row : rows) {
+        if ((style & row.styleBit) != 0 || wp == static_cast<WPARAM>(row.code)) return row.code;
+    }
+    return 0;
+}
+
+int AnswerType(HWND h, WPARAM wp, LPARAM lp, ValueTypes rows) {
+    const int type = ChooseType(h, wp, rows);
+    if (type == GXT_TEXT) WriteTextSize(h, lp);
+    return type;
+}
 
 bool IsRightJustified(HWND h) { return (GetWindowLongA(h, GWL_STYLE) & kNumberRightJust) != 0; }
 
@@ -406,19 +403,14 @@ void DrawNumberText(HWND h, const char* text, UINT code, int blanks) {
 
 FieldText ShownNumberText(HWND h, const NumberClass& cls) { return Shown(h, cls, ReadFieldText(h)); }
 
-MethodText NumberMethod(HWND h, const NumberClass& cls) { return CopyMethod(cls.method.get(h)); }
+MethodShort NumberMethod(HWND h, const NumberClass& cls) { return MethodShort(cls.method.get(h)); }
 
 bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword) {
-    return MethodHas(cls.method.get(h), keyword);
+    return MethodFull(cls.method.get(h)).has(keyword);
 }
 
 int32_t NumberMethodInt(HWND h, const NumberClass& cls, const char* keyword, int32_t absent) {
-    const char* method = cls.method.get(h);
-    if (method == nullptr) return absent;
-    char copy[kMethodMax + 1 + 2] = "";
-    lstrcpynA(copy, method, kMethodMax + 1);
-    char arg[kMethodMax + 1];
-    return twGetMethodParam(copy, keyword, arg) ? NumberTextToInt32(arg) : absent;
+    return MethodFull(cls.method.get(h)).intParam(keyword, absent);
 }
 
 void SetNumberValue(HWND h, const char* text) {
@@ -435,47 +427,26 @@ void WriteTextSize(HWND h, LPARAM lp) {
 }
 
 LRESULT ValidateNumber(HWND h, const NumberClass& cls, int type, void* value, const FieldText& text) {
-    MethodText m = NumberMethod(h, cls);
+    MethodShort m = NumberMethod(h, cls);
     FieldText t = text;
-    return twValidate(h, type, value, m.s, t.s) ? 0 : -1;
+    return twValidate(h, type, value, m.get(), t.s) ? 0 : -1;
 }
 
-LRESULT NumberFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const NumberClass& cls) {
-    switch (msg) {
-    case WM_CREATE: return OnCreate(h);
-    case WM_DESTROY: return OnDestroy(h, cls);
-    case WM_SETFOCUS: return OnSetFocus(h, cls);
-    case WM_KILLFOCUS: return OnKillFocus(h, cls);
-    case WM_ENABLE: InvalidateRect(h, nullptr, TRUE); return 0;
-    case WM_SETTEXT: return OnSetText(h, wp, lp);
-    case WM_PAINT: return OnPaint(h, wp, cls);
-    case WM_ERASEBKGND: return OnEraseBkgnd(h, wp, lp);
-    case WM_SHOWWINDOW: return FieldShowWindow(h, wp, lp, kNumber3DBits);
-    case WM_SETFONT: return FieldSetFont(h, wp, lp);
-    case WM_GETFONT: return W::Font::get(h);
-    case WM_NCPAINT: return PaintFieldBorder(h, wp, lp, kFieldBorder);
-    case WM_GETDLGCODE: return kDialogCode;
-    case EM_GETSEL: return FieldGetSel(h, wp, lp);
-    case EM_SETSEL: return OnSetSel(h, wp, lp, cls);
-    case EM_GETMODIFY: return W::Modified::get(h);
-    case EM_SETMODIFY: W::Modified::set(h, static_cast<WORD>(wp)); return 0;
-    case EM_LIMITTEXT: return OnLimitText(h, wp, cls);
-    case WM_CHAR: return OnChar(h, wp, cls);
-    case WM_KEYDOWN: return OnKeyDown(h, wp, cls);
-    case WM_VSCROLL: return OnVScroll(h, wp, cls);
-    case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp, cls);
-    case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp, cls);
-    case WM_LBUTTONUP: return OnLButtonUp(h, wp, lp);
-    case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h, cls);
-    case GXM_SETMETHOD: return OnSetMethod(h, lp, cls);
-    case GXM_GETMETHOD: MethodCopyOut(h, cls.method, reinterpret_cast<char*>(lp)); return 0;
-    case GXM_GETLIMIT: return W::Limit::get(h);
-    case GXM_DROPDATA:
-    case GXM_DRAGQUERY:
-    case GXM_DRAGEND: return twProcessDragDrop(h, msg, wp, lp);
-    }
-    if (IsDdeMessage(msg)) return RouteControlDde(h, msg, wp, lp, cls.method.get(h));
-    return DefWindowProcA(h, msg, wp, lp);
-}
+constinit const FieldHandlers kNumberHandlers{
+    .setMethod = OnSetMethod,
+    .setFocus = OnSetFocus,
+    .killFocus = OnKillFocus,
+    .setText = OnSetText,
+    .character = OnChar,
+    .keyDown = OnKeyDown,
+    .setSel = OnSetSel,
+    .replaceSel = nullptr,
+    .paint = OnPaint,
+    .lButtonDown = OnLButtonDown,
+    .mouseMove = OnMouseMove,
+    .lButtonUp = OnLButtonUp,
+    .doubleClick = OnLButtonDblClk,
+    .vScroll = OnVScroll,
+};
 
 }  // namespace fk

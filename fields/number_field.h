@@ -3,9 +3,8 @@
 // selection messages, the method string with "@LIMIT", "@DROPTARG",
 // "@CLIENT" and "@SERVER", drag and drop, DDE and help. A class describes
 // what it does differently in a NumberClass and its window procedure
-// dispatches its value messages (GXM_SETVALUE, GXM_GETVALUE, GXM_VALIDATE,
-// GXM_GETTYPE and any of its own) to its handlers and everything else to
-// NumberFieldProc.
+// names its value handlers there; the entry-field procedure
+// (fields/entry_field.h) runs them on the number fields' handlers.
 //
 // Text and positions: the window text is the value. A class may show it
 // differently (NumberClass::shown, the currency field's formatting): the
@@ -18,7 +17,10 @@
 
 #include <windows.h>
 
-#include "fields/field_common.h"
+#include <initializer_list>
+
+#include "fields/entry_field.h"
+#include "frame/extra_bytes.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 
@@ -26,16 +28,21 @@ namespace fk {
 
 // The words of the number fields behind the ones every entry field keeps.
 // The method-string pointer follows them, at a position of each class's own
-// (NumberClass::method): 24 for numeric and real, 26 for currency, whose
+// (FieldClass::method): 24 for numeric and real, 26 for currency, whose
 // country index sits at 24.
 struct NumberWords : FieldWords {
     using Limit = ShortWord<20>;     // character limit; 0 = none
     using Modified = ShortWord<22>;  // set to 1 when the user changes the text
 };
 
-// Style bits all number classes share (NUM_, REAL_, CURR_ alike).
+// The numeric and real fields: the method-string pointer right behind.
+struct NumericWords : NumberWords {
+    using Method = PtrWord<char, 24>;
+};
+static_assert(NumericWords::Method::kEnd == kNumericBytes && NumericWords::Method::kEnd == kRealBytes);
+
+// Style bit all number classes share (NUM_, REAL_, CURR_ alike).
 inline constexpr LONG kNumberRightJust = 0x0010;
-inline constexpr LONG kNumber3DBits = 0x7C00;
 
 // Draw codes: focused (1, right-justified 5), at rest after the focus left
 // (2 / 6), inside WM_PAINT (16 / 20). twDrawField gives bit 2 no meaning;
@@ -52,9 +59,27 @@ enum class Typed {
     Done,    // the class handled it itself (drawing included)
 };
 
-struct NumberClass {
-    // Where the method-string pointer lives.
-    MethodSlot method;
+// How the number fields handle the messages whose handling differs from
+// the string field's.
+extern const FieldHandlers kNumberHandlers;
+
+// The entry-field description of a number class: its value handlers and
+// where its method-string pointer lives.
+constexpr FieldClass NumberFieldClass(FieldValues values, MethodSlot method, bool limitTextAnswersLimit = false) {
+    return FieldClass{
+        .on = kNumberHandlers,
+        .values = values,
+        .method = method,
+        .modified = NumberWords::Modified::kOffset,
+        .limit = NumberWords::Limit::kOffset,
+        .border3DBits = kField3DBits,
+        .border = kFieldBorder,
+        .erased = 0,
+        .limitTextAnswersLimit = limitTextAnswersLimit,
+    };
+}
+
+struct NumberClass : FieldClass {
     // The class's character rules (null: every character is taken). text:
     // the window text; selection: a non-empty selection exists (it will be
     // replaced).
@@ -70,14 +95,26 @@ struct NumberClass {
     void (*methodSet)(HWND field, const char* method) = nullptr;
     // WM_KILLFOCUS keeps the selection word (the real field).
     bool keepsSelectionOnLeaving = false;
-    // EM_LIMITTEXT answers the new limit (else 0).
-    bool limitTextAnswersLimit = false;
 };
 
-// Everything but the class's value messages.
-LRESULT NumberFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const NumberClass& cls);
-
 // Pieces for the classes' own handlers.
+
+// Value types: a class lists its type codes, each with the style bit that
+// asks for it, in the order it tries them.
+struct ValueTypeRow {
+    LONG styleBit;
+    int code;
+};
+using ValueTypes = std::initializer_list<ValueTypeRow>;
+// Setting and getting: wParam alone when given (0 when it is none of the
+// codes), else the first row whose bit is in the style; 0: none.
+int ExchangeType(HWND h, WPARAM wp, ValueTypes rows);
+// Validating and GXM_GETTYPE: the first row whose bit is in the style or
+// whose code is wParam; 0: none.
+int ChooseType(HWND h, WPARAM wp, ValueTypes rows);
+// GXM_GETTYPE: ChooseType's answer; for text the size goes to *lp as well
+// (WriteTextSize).
+int AnswerType(HWND h, WPARAM wp, LPARAM lp, ValueTypes rows);
 
 bool IsRightJustified(HWND h);
 // A draw code for this field: the right-justified form when it is.
@@ -89,7 +126,7 @@ void DrawNumberText(HWND h, const char* text, UINT code, int blanks = 0);
 FieldText ShownNumberText(HWND h, const NumberClass& cls);
 
 // Copy of the method string, at most 256 characters (validation).
-MethodText NumberMethod(HWND h, const NumberClass& cls);
+MethodShort NumberMethod(HWND h, const NumberClass& cls);
 bool NumberMethodHas(HWND h, const NumberClass& cls, const char* keyword);
 // The argument of keyword converted as a decimal integer, or absent when
 // the method string lacks the keyword (the whole string is searched).

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "fields/number_field.h"
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "include/fldkit.h"
 
 namespace fk {
@@ -18,7 +18,8 @@ constexpr int kInteger = 1;
 constexpr int kLong = 2;
 constexpr int kText = 4;
 
-enum class ValueType { None, Integer, Long, Text };
+// Setting and getting: integer before text before long.
+constexpr ValueTypes kExchanged{{NUM_INTEGER, kInteger}, {NUM_CHAR, kText}, {NUM_LONG, kLong}};
 
 Typed FilterDigits(HWND, char c, const FieldText&, bool) {
     const auto uc = static_cast<unsigned char>(c);
@@ -27,23 +28,14 @@ Typed FilterDigits(HWND, char c, const FieldText&, bool) {
     return Typed::Take;
 }
 
-const NumberClass kNumeric{MethodSlot{24}, FilterDigits};
+LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp);
 
-// Setting and getting: wParam alone when given, else the style; integer
-// before text before long.
-ValueType ExchangeType(HWND h, WPARAM wp) {
-    if (wp != 0) {
-        if (wp == kInteger) return ValueType::Integer;
-        if (wp == kText) return ValueType::Text;
-        if (wp == kLong) return ValueType::Long;
-        return ValueType::None;
-    }
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if (style & NUM_INTEGER) return ValueType::Integer;
-    if (style & NUM_CHAR) return ValueType::Text;
-    if (style & NUM_LONG) return ValueType::Long;
-    return ValueType::None;
-}
+const NumberClass kNumeric{
+    NumberFieldClass({OnSetValue, OnGetValue, OnValidate, OnGetType}, MethodSlot{NumericWords::Method::kOffset}),
+    FilterDigits};
 
 LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
     if (HasProp(h, "CLIENT")) {
@@ -52,16 +44,16 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
     }
     char text[kFieldText] = "";
     if (lp != 0) {
-        switch (ExchangeType(h, wp)) {
-        case ValueType::Integer:
-        case ValueType::Long: {
+        switch (ExchangeType(h, wp, kExchanged)) {
+        case kInteger:
+        case kLong: {
             int32_t value;
             std::memcpy(&value, reinterpret_cast<const void*>(lp), sizeof value);
             if (value != 0 || !NumberMethodHas(h, kNumeric, "@BLNK")) WriteInt32(text, sizeof text, value);
             break;
         }
-        case ValueType::Text: lstrcpynA(text, reinterpret_cast<const char*>(lp), sizeof text); break;
-        case ValueType::None: break;  // the field is emptied
+        case kText: lstrcpynA(text, reinterpret_cast<const char*>(lp), sizeof text); break;
+        default: break;  // the field is emptied
         }
     }
     SetNumberValue(h, text);
@@ -71,43 +63,36 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
 LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
     if (lp == 0) return 0;
     const FieldText t = ReadFieldText(h);
-    switch (ExchangeType(h, wp)) {
-    case ValueType::Integer:
-    case ValueType::Long: {
+    switch (ExchangeType(h, wp, kExchanged)) {
+    case kInteger:
+    case kLong: {
         const int32_t value = NumberTextToInt32(t.s);
         std::memcpy(reinterpret_cast<void*>(lp), &value, sizeof value);
         break;
     }
-    case ValueType::Text: lstrcpynA(reinterpret_cast<char*>(lp), t.s, kFieldText); break;
-    case ValueType::None: break;
+    case kText: lstrcpynA(reinterpret_cast<char*>(lp), t.s, kFieldText); break;
+    default: break;
     }
     return 0;
 }
 
 // Validation: the style bits and wParam together, integer before long
 // before text; with no type the value passes.
-LRESULT OnValidate(HWND h, WPARAM wp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
     const FieldText t = ReadFieldText(h);
     int32_t value = NumberTextToInt32(t.s);
-    if ((style & NUM_INTEGER) || wp == kInteger) return ValidateNumber(h, kNumeric, kInteger, &value, t);
-    if ((style & NUM_LONG) || wp == kLong) return ValidateNumber(h, kNumeric, kLong, &value, t);
-    if ((style & NUM_CHAR) || wp == kText) {
+    const int type = ChooseType(h, wp, {{NUM_INTEGER, kInteger}, {NUM_LONG, kLong}, {NUM_CHAR, kText}});
+    if (type == kText) {
         FieldText copy = t;
         return ValidateNumber(h, kNumeric, kText, copy.s, t);
     }
-    return 0;
+    return type != 0 ? ValidateNumber(h, kNumeric, type, &value, t) : 0;
 }
 
 // Text answers before integer before long (set and get order differently).
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if ((style & NUM_CHAR) || wp == kText) {
-        WriteTextSize(h, lp);
-        return kText;
-    }
-    if ((style & NUM_INTEGER) || wp == kInteger) return kInteger;
-    return kLong;
+    const int type = AnswerType(h, wp, lp, {{NUM_CHAR, kText}, {NUM_INTEGER, kInteger}});
+    return type != 0 ? type : kLong;
 }
 
 }  // namespace
@@ -116,11 +101,5 @@ LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
 using namespace fk;
 
 LRESULT WINAPI gxNumericWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    switch (msg) {
-    case GXM_SETVALUE: return OnSetValue(h, wp, lp);
-    case GXM_GETVALUE: return OnGetValue(h, wp, lp);
-    case GXM_VALIDATE: return OnValidate(h, wp);
-    case GXM_GETTYPE: return OnGetType(h, wp, lp);
-    }
-    return NumberFieldProc(h, msg, wp, lp, kNumeric);
+    return EntryFieldProc(h, msg, wp, lp, kNumeric);
 }

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "fields/number_field.h"
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "frame/buffers.h"
 #include "include/fldkit.h"
 
@@ -21,7 +21,15 @@ constexpr int kText = 4;
 constexpr int kFloat = 9;
 constexpr int kLongDouble = 12;  // a double on the way in, a float on the way out
 
-enum class ValueType { None, Text, Double, Float, LongDouble };
+// Setting and getting: text, then double, float, long double.
+constexpr ValueTypes kExchanged{
+    {REAL_CHAR, kText}, {REAL_DOUBLE, kDouble}, {REAL_FLOAT, kFloat}, {REAL_LONGDOUBLE, kLongDouble}};
+// Validating: any floating type before text.
+constexpr ValueTypes kValidated{
+    {REAL_DOUBLE, kDouble}, {REAL_FLOAT, kFloat}, {REAL_LONGDOUBLE, kLongDouble}, {REAL_CHAR, kText}};
+// GXM_GETTYPE: text, float, double, long double.
+constexpr ValueTypes kAnswered{
+    {REAL_CHAR, kText}, {REAL_FLOAT, kFloat}, {REAL_DOUBLE, kDouble}, {REAL_LONGDOUBLE, kLongDouble}};
 
 Typed FilterReal(HWND, char c, const FieldText& text, bool selection) {
     const auto uc = static_cast<unsigned char>(c);
@@ -34,35 +42,20 @@ Typed FilterReal(HWND, char c, const FieldText& text, bool selection) {
 }
 
 void LeaveWithDecimalPlaces(HWND h);
+LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM lp);
+LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp);
 
-const NumberClass kReal{MethodSlot{24}, FilterReal, nullptr, LeaveWithDecimalPlaces, nullptr,
-                        /*keepsSelectionOnLeaving=*/true, /*limitTextAnswersLimit=*/true};
+const NumberClass kReal{NumberFieldClass({OnSetValue, OnGetValue, OnValidate, OnGetType},
+                                         MethodSlot{NumericWords::Method::kOffset}, /*limitTextAnswersLimit=*/true),
+                        FilterReal, nullptr, LeaveWithDecimalPlaces, nullptr, /*keepsSelectionOnLeaving=*/true};
 
 // The text gets its "@DECP" places when the focus leaves (no EN_CHANGE).
 void LeaveWithDecimalPlaces(HWND h) {
     FieldText t = ReadFieldText(h);
     RealLeavingText(t.s, sizeof t.s, NumberMethodInt(h, kReal, "@DECP", -1));
     WriteFieldText(h, t.s);
-}
-
-// Setting and getting: wParam alone when given, else the style; text, then
-// double, float, long double.
-ValueType ExchangeType(HWND h, WPARAM wp) {
-    if (wp != 0) {
-        switch (wp) {
-        case kText: return ValueType::Text;
-        case kDouble: return ValueType::Double;
-        case kFloat: return ValueType::Float;
-        case kLongDouble: return ValueType::LongDouble;
-        default: return ValueType::None;
-        }
-    }
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if (style & REAL_CHAR) return ValueType::Text;
-    if (style & REAL_DOUBLE) return ValueType::Double;
-    if (style & REAL_FLOAT) return ValueType::Float;
-    if (style & REAL_LONGDOUBLE) return ValueType::LongDouble;
-    return ValueType::None;
 }
 
 LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
@@ -82,16 +75,16 @@ LRESULT OnSetValue(HWND h, WPARAM wp, LPARAM lp) {
         return 0;
     }
     double value = 0.0;
-    switch (ExchangeType(h, wp)) {
-    case ValueType::None: return 0;
-    case ValueType::Text:
+    switch (ExchangeType(h, wp, kExchanged)) {
+    default: return 0;
+    case kText:
         // Only handed on to linked clients: the window text stays as it is.
         lstrcpynA(g_fieldText, reinterpret_cast<const char*>(lp), kFieldText);
         PushToClients(h, g_fieldText);
         return 0;
-    case ValueType::Double:
-    case ValueType::LongDouble: std::memcpy(&value, reinterpret_cast<const void*>(lp), sizeof value); break;
-    case ValueType::Float: {
+    case kDouble:
+    case kLongDouble: std::memcpy(&value, reinterpret_cast<const void*>(lp), sizeof value); break;
+    case kFloat: {
         float f;
         std::memcpy(&f, reinterpret_cast<const void*>(lp), sizeof f);
         value = f;
@@ -108,16 +101,16 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
     if (lp == 0) return 0;
     const FieldText t = ReadFieldText(h);
     auto* out = reinterpret_cast<void*>(lp);
-    switch (ExchangeType(h, wp)) {
-    case ValueType::None: break;
-    case ValueType::Text: lstrcpynA(static_cast<char*>(out), t.s, kFieldText); break;
-    case ValueType::Double: {
+    switch (ExchangeType(h, wp, kExchanged)) {
+    default: break;
+    case kText: lstrcpynA(static_cast<char*>(out), t.s, kFieldText); break;
+    case kDouble: {
         const double d = NumberTextToDouble(t.s);
         std::memcpy(out, &d, sizeof d);
         break;
     }
-    case ValueType::Float:
-    case ValueType::LongDouble: {  // 32 bits only, on purpose
+    case kFloat:
+    case kLongDouble: {  // 32 bits only, on purpose
         const float f = NarrowToFloat(NumberTextToDouble(t.s));
         std::memcpy(out, &f, sizeof f);
         break;
@@ -128,31 +121,25 @@ LRESULT OnGetValue(HWND h, WPARAM wp, LPARAM lp) {
 
 // Validation: any floating type (style bit or wParam) validates the text as
 // a double, else text as text; with no type the value passes.
-LRESULT OnValidate(HWND h, WPARAM wp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
+LRESULT OnValidate(HWND h, WPARAM wp, LPARAM) {
     const FieldText t = ReadFieldText(h);
-    if ((style & (REAL_DOUBLE | REAL_FLOAT | REAL_LONGDOUBLE)) || wp == kDouble || wp == kFloat ||
-        wp == kLongDouble) {
-        double value = NumberTextToDouble(t.s);
-        return ValidateNumber(h, kReal, kDouble, &value, t);
-    }
-    if ((style & REAL_CHAR) || wp == kText) {
+    switch (ChooseType(h, wp, kValidated)) {
+    case 0: return 0;
+    case kText: {
         FieldText copy = t;
         return ValidateNumber(h, kReal, kText, copy.s, t);
     }
-    return 0;
+    default: {
+        double value = NumberTextToDouble(t.s);
+        return ValidateNumber(h, kReal, kDouble, &value, t);
+    }
+    }
 }
 
+// Text, then float, double, long double; with no type a double.
 LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
-    const LONG style = GetWindowLongA(h, GWL_STYLE);
-    if ((style & REAL_CHAR) || wp == kText) {
-        WriteTextSize(h, lp);
-        return kText;
-    }
-    if ((style & REAL_FLOAT) || wp == kFloat) return kFloat;
-    if ((style & REAL_DOUBLE) || wp == kDouble) return kDouble;
-    if ((style & REAL_LONGDOUBLE) || wp == kLongDouble) return kLongDouble;
-    return kDouble;
+    const int type = AnswerType(h, wp, lp, kAnswered);
+    return type != 0 ? type : kDouble;
 }
 
 }  // namespace
@@ -161,11 +148,5 @@ LRESULT OnGetType(HWND h, WPARAM wp, LPARAM lp) {
 using namespace fk;
 
 LRESULT WINAPI gxRealWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    switch (msg) {
-    case GXM_SETVALUE: return OnSetValue(h, wp, lp);
-    case GXM_GETVALUE: return OnGetValue(h, wp, lp);
-    case GXM_VALIDATE: return OnValidate(h, wp);
-    case GXM_GETTYPE: return OnGetType(h, wp, lp);
-    }
-    return NumberFieldProc(h, msg, wp, lp, kReal);
+    return EntryFieldProc(h, msg, wp, lp, kReal);
 }

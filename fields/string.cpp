@@ -6,16 +6,16 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include <dde.h>
 
 #include "fields/edit_core.h"
+#include "fields/entry_field.h"
 #include "fields/field_words.h"
-#include "fields/mask.h"
-#include "fields/string_field.h"
+#include "fields/text/mask.h"
 #include "frame/buffers.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/method.h"
 #include "frame/method_window.h"
@@ -27,6 +27,15 @@ namespace fk {
 
 namespace {
 
+// The words behind the ones every entry field shares.
+struct StringWords : FieldWords {
+    using Limit = ShortWord<20>;     // character limit; 0 = none
+    using Modified = ShortWord<22>;  // set to 1 when the user changes the text
+    using Flags = ShortWord<24>;     // 0x0100 mask in force, 0x0200 "@AUTOFILL"
+    using Method = PtrWord<char, 26>;
+    using Mask = PtrWord<char, 30>;
+};
+static_assert(StringWords::Mask::kEnd == kStringBytes);
 using W = StringWords;
 const MethodSlot kMethod{W::Method::kOffset};
 
@@ -39,48 +48,31 @@ constexpr int kPasteMax = 256;
 // ---------------------------------------------------------------------
 // Small helpers
 
-using Text = FieldText;
-using Range = FieldRange;
-using Measure = FieldMeasure;
-
-Text ReadText(HWND h) { return ReadFieldText(h); }
-void WriteText(HWND h, const char* text) { WriteFieldText(h, text); }
-MethodText ReadMethod(HWND h) { return CopyMethod(W::Method::get(h)); }
-bool MethodHas(HWND h, const char* keyword) { return fk::MethodHas(W::Method::get(h), keyword); }
-
 const char* Mask(HWND h) {
     return (W::Flags::get(h) & kFlagMask) != 0 ? W::Mask::get(h) : nullptr;
 }
-
-Range Selection(HWND h) { return FieldSelection(h); }
-void ClearSelection(HWND h) { ClearFieldSelection(h); }
 
 bool NoFill(HWND h) { return (W::Flags::get(h) & kFlagAutoFill) != 0; }
 
 // Screen text of a masked field, and the screen index of an application
 // index.
-using Screen = FieldScreen;
-Screen ToScreen(HWND h, const char* app, int appPos) { return FieldToScreen(app, Mask(h), NoFill(h), appPos); }
+FieldScreen ToScreen(HWND h, const char* app, int appPos) { return FieldToScreen(app, Mask(h), NoFill(h), appPos); }
 
-// Draws the field; blanks: how many blanks overwrite the pixels of removed
-// characters.
-void Draw(HWND h, UINT flags, int blanks = 0) {
-    Text t = ReadText(h);
-    DrawMaskedField(h, t.s, Mask(h), NoFill(h), flags, blanks);
-}
-
-void DrawFocused(HWND h, int blanks = 0) { Draw(h, GetFocus() == h ? GXDF_ANY : (GXDF_ANY | GXDF_NOCARET), blanks); }
+// The text model: the window text through the mask.
+FieldView View(HWND h) { return {ReadFieldText(h), Mask(h), NoFill(h)}; }
+void Draw(HWND h, UINT flags, int blanks = 0) { DrawView(h, View(h), flags, blanks); }
+void DrawFocused(HWND h, int blanks = 0) { DrawViewFocused(h, View(h), blanks); }
 
 void Changed(HWND h, const char* text) { FieldChanged<W::Modified>(h, text); }
 
 // Removes the selected characters (screen positions) and returns the new
 // caret (an application index). The text is not yet written back.
-int DeleteSelection(HWND h, Text& t, Range sel) {
+int DeleteSelection(HWND h, FieldText& t, FieldRange sel) {
     if (const char* mask = Mask(h)) {
-        Screen sc = ToScreen(h, t.s, t.length());
+        FieldScreen sc = ToScreen(h, t.s, t.length());
         char cut[kMethodMax + 1];
         lstrcpynA(cut, mask, sizeof cut);
-        char app[sizeof(Screen::s)];
+        char app[sizeof(FieldScreen::s)];
         const int caret = ScrToAppMask(app, sc.s, cut, sel.start, sel.end);
         lstrcpynA(t.s, app, sizeof t.s);
         return caret;
@@ -133,30 +125,26 @@ bool StyleAccepts(HWND h, char c) {
 // ---------------------------------------------------------------------
 // Method string
 
-void DeriveFromMethod(HWND h, const char* text) {
+void DeriveFromMethod(HWND h, const char* text, const FieldClass& cls) {
     char* block = MethodReplace(h, kMethod, text);
     if (block == nullptr) return;
-    g_methodWork[0] = 0;
-    lstrcpynA(g_methodWork, block, kMethodMax + 1);
-    char arg[kMethodMax + 1];
-    W::Limit::set(h, twGetMethodParam(g_methodWork, "@LIMIT", arg) ? static_cast<WORD>(std::atoi(arg)) : 0);
-    if (lstristr(g_methodWork, "@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+    MethodFull m(block);
+    ReadLimitAndDropTarget(h, m, cls);
     WORD flags = W::Flags::get(h);
-    if (twGetMethodParam(g_methodWork, "@MASK", arg)) {
-        if (MethodReplace(h, MethodSlot{W::Mask::kOffset}, arg) != nullptr) flags |= kFlagMask;
-    }
+    const char* mask = m.param("@MASK");
+    if (m.found() && MethodReplace(h, MethodSlot{W::Mask::kOffset}, mask) != nullptr) flags |= kFlagMask;
     // Bits are only ever added here.
     LONG style = GetWindowLongA(h, GWL_STYLE);
-    if (lstristr(g_methodWork, "@NUM")) style |= STR_NUMERIC;
-    if (lstristr(g_methodWork, "@ALPHA")) style |= STR_ALPHA;
-    if (lstristr(g_methodWork, "@UP")) style |= STR_UPPER;
-    if (lstristr(g_methodWork, "@AUTOFILL")) flags |= kFlagAutoFill;
+    if (m.has("@NUM")) style |= STR_NUMERIC;
+    if (m.has("@ALPHA")) style |= STR_ALPHA;
+    if (m.has("@UP")) style |= STR_UPPER;
+    if (m.has("@AUTOFILL")) flags |= kFlagAutoFill;
     SetWindowLongA(h, GWL_STYLE, style);
     W::Flags::set(h, flags);
 }
 
-LRESULT OnSetMethod(HWND h, const char* text) {
-    DeriveFromMethod(h, text);
+LRESULT OnSetMethod(HWND h, WPARAM, LPARAM lp, const FieldClass& cls) {
+    DeriveFromMethod(h, reinterpret_cast<const char*>(lp), cls);
     OpenControlLinks(h, W::Method::get(h));
     return 0;
 }
@@ -164,32 +152,28 @@ LRESULT OnSetMethod(HWND h, const char* text) {
 // GXM_EXCLUDE, GXM_INCLUDE, GXM_AUTOTAB (set): the item is edited into a copy
 // of the method string, which the field keeps as it is.
 void EditMethodItem(HWND h, const char* keyword, const char* argument, bool bare) {
-    char work[kMethodMax + 1 + 2] = "";
-    if (const char* method = W::Method::get(h)) lstrncpy(work, method, kMethodCopy);
-    work[kMethodCopy] = 0;
+    MethodCopy<kMethodCopy, kMethodMax> work(W::Method::get(h));
     if (argument != nullptr && (bare || *argument != 0)) {
         char item[kMethodMax + 1];
         if (bare)
             lstrcpynA(item, keyword, sizeof item);
         else
             std::snprintf(item, sizeof item, "%s(%.*s)", keyword, kMethodMax - kMethodCopy - 16, argument);
-        twAddMethodParam(work, item);
+        work.add(item);
     } else {
         char item[32];
         std::snprintf(item, sizeof item, bare ? "%s" : "%s()", keyword);
-        twRemoveMethodParam(work, item);
+        work.remove(item);
     }
-    MethodReplace(h, kMethod, work);
+    MethodReplace(h, kMethod, work.get());
 }
 
 LRESULT OnCharSet(HWND h, WPARAM wp, LPARAM lp, const char* keyword) {
     auto* text = reinterpret_cast<char*>(lp);
     if (wp == 0) {
         if (text == nullptr) return 0;
-        MethodText m = ReadMethod(h);
-        char arg[sizeof m.s];
-        twGetMethodParam(m.s, keyword, arg);
-        lstrcpynA(text, arg, kMethodCopy + 1);
+        MethodShort m(W::Method::get(h));
+        lstrcpynA(text, m.param(keyword), kMethodCopy + 1);
         return 0;
     }
     EditMethodItem(h, keyword, text, false);
@@ -197,7 +181,7 @@ LRESULT OnCharSet(HWND h, WPARAM wp, LPARAM lp, const char* keyword) {
 }
 
 LRESULT OnAutoTab(HWND h, WPARAM wp, LPARAM lp) {
-    if (wp == 0) return MethodHas(h, "@AUTOTAB") ? 1 : 0;
+    if (wp == 0) return MethodFull(W::Method::get(h)).has("@AUTOTAB") ? 1 : 0;
     EditMethodItem(h, "@AUTOTAB", lp ? "" : nullptr, true);
     return 0;
 }
@@ -227,7 +211,7 @@ LRESULT OnMask(HWND h, WPARAM wp, LPARAM lp) {
     }
     W::Flags::set(h, flags);
     W::Caret::set(h, 0);
-    ClearSelection(h);
+    ClearFieldSelection(h);
     InvalidateRect(h, nullptr, TRUE);
     return 0;
 }
@@ -235,7 +219,7 @@ LRESULT OnMask(HWND h, WPARAM wp, LPARAM lp) {
 // ---------------------------------------------------------------------
 // Values and validation
 
-LRESULT OnSetValue(HWND h, LPARAM lp) {
+LRESULT OnSetValue(HWND h, WPARAM, LPARAM lp) {
     if (HasProp(h, "CLIENT")) {
         twRequestDDEData(h);  // the link owns the value
         return 0;
@@ -243,9 +227,9 @@ LRESULT OnSetValue(HWND h, LPARAM lp) {
     if (lp == 0) return 0;
     char text[kFieldText];
     lstrcpynA(text, reinterpret_cast<const char*>(lp), sizeof text);  // at most 159 characters
-    WriteText(h, text);
+    WriteFieldText(h, text);
     const int len = static_cast<int>(std::strlen(text));
-    Range sel = Selection(h);
+    FieldRange sel = FieldSelection(h);
     FieldWords::setSelection(h, std::min(sel.start, len), std::min(sel.end, len));
     if (W::Caret::get(h) > len) W::Caret::set(h, len);
     InvalidateRect(h, nullptr, TRUE);
@@ -253,7 +237,7 @@ LRESULT OnSetValue(HWND h, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnGetValue(HWND h, LPARAM lp) {
+LRESULT OnGetValue(HWND h, WPARAM, LPARAM lp) {
     auto* buffer = reinterpret_cast<char*>(lp);
     if (buffer == nullptr) return 0;
     const int limit = W::Limit::get(h);
@@ -261,13 +245,13 @@ LRESULT OnGetValue(HWND h, LPARAM lp) {
     return 0;
 }
 
-LRESULT OnValidate(HWND h) {
-    Text t = ReadText(h);
-    MethodText m = ReadMethod(h);
-    return twValidate(h, GXT_TEXT, t.s, m.s, t.s) ? 0 : -1;
+LRESULT OnValidate(HWND h, WPARAM, LPARAM) {
+    FieldText t = ReadFieldText(h);
+    MethodShort m(W::Method::get(h));
+    return twValidate(h, GXT_TEXT, t.s, m.get(), t.s) ? 0 : -1;
 }
 
-LRESULT OnGetType(HWND h, LPARAM lp) {
+LRESULT OnGetType(HWND h, WPARAM, LPARAM lp) {
     if (auto* size = reinterpret_cast<LONG*>(lp)) {
         const int limit = W::Limit::get(h);
         *size = limit ? limit : 80;
@@ -278,17 +262,17 @@ LRESULT OnGetType(HWND h, LPARAM lp) {
 // ---------------------------------------------------------------------
 // Typing
 
-bool FitsWidth(HWND h, const Measure& m, const char* screenText, char c) {
+bool FitsWidth(HWND h, const FieldMeasure& m, const char* screenText, char c) {
     return m.text(screenText) < ClientWidth(h) - m.ch(c) - 2;
 }
 
-LRESULT OnChar(HWND h, WPARAM wp) {
+LRESULT OnChar(HWND h, WPARAM wp, LPARAM, const FieldClass&) {
     if (MouseGestureActive(h)) return 0;
     const char typed = static_cast<char>(wp);
     if (static_cast<unsigned char>(typed) < 0x20) return 0;  // control keys come as WM_KEYDOWN
 
-    Text t = ReadText(h);
-    const Range sel = Selection(h);
+    FieldText t = ReadFieldText(h);
+    const FieldRange sel = FieldSelection(h);
     const bool hasSel = !sel.empty();
     const int limit = W::Limit::get(h);
     int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, t.length());
@@ -296,21 +280,22 @@ LRESULT OnChar(HWND h, WPARAM wp) {
 
     // The checks, in this order; each refusal leaves everything as it was.
     if (limit && !hasSel && t.length() >= limit) return Refuse(), 0;
-    MethodText m = ReadMethod(h);
-    char arg[sizeof m.s];
-    if (twGetMethodParam(m.s, "@EXCLUDE", arg) && *arg && std::strchr(arg, c)) return Refuse(), 0;
-    if (twGetMethodParam(m.s, "@INCLUDE", arg) && *arg && !std::strchr(arg, c)) return Refuse(), 0;
+    MethodShort m(W::Method::get(h));
+    const char* excluded = m.param("@EXCLUDE");
+    if (*excluded && std::strchr(excluded, c)) return Refuse(), 0;
+    const char* included = m.param("@INCLUDE");
+    if (*included && !std::strchr(included, c)) return Refuse(), 0;
     if (!StyleAccepts(h, c)) return Refuse(), 0;
 
-    Text edited = t;
+    FieldText edited = t;
     if (hasSel) caret = DeleteSelection(h, edited, sel);
     if (edited.length() >= kTextMax) return Refuse(), 0;
 
-    Measure measure(h);
+    FieldMeasure measure(h);
     bool full;
     if (const char* mask = Mask(h)) {
         const int capacity = MaskCapacity(mask);
-        Screen before = ToScreen(h, edited.s, caret);
+        FieldScreen before = ToScreen(h, edited.s, caret);
         if (edited.length() >= capacity || !PlaceholderAccepts(PlaceholderAt(mask, caret), c) ||
             !FitsWidth(h, measure, before.s, c))
             return Refuse(), 0;
@@ -322,12 +307,12 @@ LRESULT OnChar(HWND h, WPARAM wp) {
         const int width = measure.text(edited.s);
         full = (limit && edited.length() >= limit) || ClientWidth(h) - width - 2 <= measure.ch(c);
     }
-    WriteText(h, edited.s);
+    WriteFieldText(h, edited.s);
     W::Caret::set(h, caret + 1);
-    ClearSelection(h);
+    ClearFieldSelection(h);
     DrawFocused(h, 2);
     Changed(h, edited.s);
-    if (full && MethodHas(h, "@AUTOTAB")) twAutoTab(h);
+    if (full && MethodFull(W::Method::get(h)).has("@AUTOTAB")) twAutoTab(h);
     return 0;
 }
 
@@ -336,10 +321,10 @@ LRESULT OnChar(HWND h, WPARAM wp) {
 
 // Copies the selection and the character behind it (count = length + 1);
 // applications have come to rely on that extra character.
-void CopySelection(HWND h, const Text& t, Range sel) {
+void CopySelection(HWND h, const FieldText& t, FieldRange sel) {
     if (sel.empty()) return;
     const char* shown = t.s;
-    Screen sc;
+    FieldScreen sc;
     if (Mask(h)) {
         sc = ToScreen(h, t.s, 0);
         shown = sc.s;
@@ -356,7 +341,7 @@ void Paste(HWND h) {
     if (!twClipboardPasteText(h, buffer, max)) return;
     buffer[max] = 0;
     buffer[kTextMax] = 0;  // the field edits at most 159 characters
-    WriteText(h, buffer);
+    WriteFieldText(h, buffer);
     const int len = static_cast<int>(std::strlen(buffer));
     W::Caret::set(h, len);
     FieldWords::setSelection(h, 0, Mask(h) ? static_cast<int>(std::strlen(ToScreen(h, buffer, 0).s)) : len);
@@ -364,24 +349,24 @@ void Paste(HWND h) {
     if (HasProp(h, "SERVER")) twProcessDDEData(h, buffer);
 }
 
-void MoveCaret(HWND h, const Text& t, int to) { MoveFieldCaret(h, t.s, Mask(h), NoFill(h), to); }
+void MoveCaret(HWND h, const FieldText& t, int to) { MoveFieldCaret(h, t.s, Mask(h), NoFill(h), to); }
 
-void DeleteKey(HWND h, Text& t) {
-    const Range sel = Selection(h);
+void DeleteKey(HWND h, FieldText& t) {
+    const FieldRange sel = FieldSelection(h);
     int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, t.length());
     if (!sel.empty())
         caret = DeleteSelection(h, t, sel);
     else
         lstrdelc(t.s, caret);
-    WriteText(h, t.s);
+    WriteFieldText(h, t.s);
     W::Caret::set(h, caret);
-    ClearSelection(h);
+    ClearFieldSelection(h);
     DrawFocused(h, 5);
     Changed(h, t.s);
 }
 
-void Backspace(HWND h, Text& t) {
-    const Range sel = Selection(h);
+void Backspace(HWND h, FieldText& t) {
+    const FieldRange sel = FieldSelection(h);
     int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, t.length());
     if (!sel.empty()) {
         caret = DeleteSelection(h, t, sel);
@@ -389,16 +374,16 @@ void Backspace(HWND h, Text& t) {
         lstrdelc(t.s, caret - 1);
         --caret;
     }
-    WriteText(h, t.s);
+    WriteFieldText(h, t.s);
     W::Caret::set(h, caret);
-    ClearSelection(h);
+    ClearFieldSelection(h);
     DrawFocused(h, 5);
     Changed(h, t.s);
 }
 
-LRESULT OnKeyDown(HWND h, WPARAM key) {
+LRESULT OnKeyDown(HWND h, WPARAM key, LPARAM, const FieldClass&) {
     if (MouseGestureActive(h)) return 0;
-    Text t = ReadText(h);
+    FieldText t = ReadFieldText(h);
     const int len = t.length();
     const int caret = std::clamp(static_cast<int>(W::Caret::get(h)), 0, len);
     const bool ctrl = KeyPressed(VK_CONTROL);
@@ -411,23 +396,23 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
         if (caret > 0) MoveCaret(h, t, caret - 1);
         break;
     case VK_RIGHT: {
-        Measure m(h);
+        FieldMeasure m(h);
         if (caret < len && m.text(t.s, caret) < ClientWidth(h) - 1) MoveCaret(h, t, caret + 1);
         break;
     }
     case VK_TAB: MoveFieldFocus(h); return 0;
     case VK_F1: {
-        MethodText m = ReadMethod(h);
-        twProcessHelp(h, m.s);
+        MethodShort m(W::Method::get(h));
+        twProcessHelp(h, m.get());
         return 0;
     }
     case 'C':
         if (!ctrl) return 0;
-        CopySelection(h, t, Selection(h));
+        CopySelection(h, t, FieldSelection(h));
         return 0;
     case 'X':
         if (!ctrl) return 0;
-        CopySelection(h, t, Selection(h));
+        CopySelection(h, t, FieldSelection(h));
         DeleteKey(h, t);
         return 0;
     case 'V':
@@ -440,53 +425,19 @@ LRESULT OnKeyDown(HWND h, WPARAM key) {
 }
 
 // ---------------------------------------------------------------------
-// Mouse
-
-LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
-    Text t = ReadText(h);
-    return FieldLButtonDown(h, wp, lp, t.s, Mask(h), NoFill(h));
-}
-
-LRESULT OnMouseMove(HWND h, WPARAM wp, LPARAM lp) {
-    Text t = ReadText(h);
-    return FieldMouseMove(h, wp, lp, t.s, Mask(h), NoFill(h));
-}
-
-// Double click selects the whole text, as users of edit controls expect.
-LRESULT OnLButtonDblClk(HWND h) {
-    Text t = ReadText(h);
-    const int end = Mask(h) ? static_cast<int>(std::strlen(ToScreen(h, t.s, 0).s)) : t.length();
-    FieldWords::setSelection(h, 0, end);
-    W::Caret::set(h, t.length());
-    DrawFocused(h);
-    return 0;
-}
-
-// ---------------------------------------------------------------------
 // Window life
 
-LRESULT OnCreate(HWND h) {
-    MeasureFieldFont(h);
-    W::Caret::set(h, 0);
-    return 0;
-}
+void FreeMask(HWND h) { MethodFree(h, MethodSlot{W::Mask::kOffset}); }
 
-LRESULT OnDestroy(HWND h) {
-    MethodFree(h, kMethod);
-    MethodFree(h, MethodSlot{W::Mask::kOffset});
-    FieldReleaseLinks(h);
-    return 0;
-}
-
-LRESULT OnSetFocus(HWND h) {
+LRESULT OnSetFocus(HWND h, WPARAM, LPARAM, const FieldClass&) {
     NotifyParent(h, EN_SETFOCUS);
-    Text t = ReadText(h);
+    FieldText t = ReadFieldText(h);
     if (W::Caret::get(h) > t.length()) W::Caret::set(h, t.length());
     Draw(h, GXDF_ANY);
     return 0;
 }
 
-LRESULT OnKillFocus(HWND h) {
+LRESULT OnKillFocus(HWND h, WPARAM, LPARAM, const FieldClass&) {
     NotifyParent(h, EN_KILLFOCUS);
     EndMouseGesture(h);
     DestroyCaret();
@@ -494,14 +445,9 @@ LRESULT OnKillFocus(HWND h) {
     return 0;
 }
 
-LRESULT OnPaint(HWND h) {
-    Text t = ReadText(h);
-    return DrawMaskedField(h, t.s, Mask(h), NoFill(h), GXDF_PAINT);
-}
-
-LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
+LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
     LRESULT r = DefWindowProcA(h, WM_SETTEXT, wp, lp);
-    Text t = ReadText(h);
+    FieldText t = ReadFieldText(h);
     if (W::Caret::get(h) > t.length()) W::Caret::set(h, t.length());
     if (HasProp(h, "SERVER")) twProcessDDEData(h, t.s);
     InvalidateRect(h, nullptr, TRUE);
@@ -510,28 +456,25 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 // Edit-control messages an application or the drag-and-drop service sends.
-LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp) {
-    Text t = ReadText(h);
-    const int len = Mask(h) ? static_cast<int>(std::strlen(ToScreen(h, t.s, 0).s)) : t.length();
-    const int start = std::clamp(static_cast<int>(wp), 0, len);
-    const int end = std::clamp(static_cast<int>(lp), 0, len);
-    FieldWords::setSelection(h, start, end);
-    W::Caret::set(h, Mask(h) ? t.length() : end);
+LRESULT OnSetSel(HWND h, WPARAM wp, LPARAM lp, const FieldClass&) {
+    const FieldView v = View(h);
+    const FieldRange sel = SetScreenSelection(h, wp, lp, v.screenLength());
+    W::Caret::set(h, v.mask ? v.text.length() : sel.end);
     DrawFocused(h);
     return 0;
 }
 
-LRESULT OnReplaceSel(HWND h, LPARAM lp) {
-    Text t = ReadText(h);
-    const Range sel = Selection(h);
+LRESULT OnReplaceSel(HWND h, WPARAM, LPARAM lp, const FieldClass&) {
+    FieldText t = ReadFieldText(h);
+    const FieldRange sel = FieldSelection(h);
     int caret = sel.empty() ? std::clamp(static_cast<int>(W::Caret::get(h)), 0, t.length()) : DeleteSelection(h, t, sel);
     const char* insert = lp ? reinterpret_cast<const char*>(lp) : "";
     char out[kFieldText];
     std::snprintf(out, sizeof out, "%.*s%s%s", caret, t.s, insert, t.s + caret);
-    WriteText(h, out);
+    WriteFieldText(h, out);
     caret = std::min(caret + static_cast<int>(std::strlen(insert)), static_cast<int>(std::strlen(out)));
     W::Caret::set(h, caret);
-    ClearSelection(h);
+    ClearFieldSelection(h);
     InvalidateRect(h, nullptr, TRUE);
     Changed(h, out);
     return 0;
@@ -550,6 +493,21 @@ LRESULT OnSetDropTarget(HWND h, WPARAM wp) {
     return 0;
 }
 
+constinit const FieldHandlers kStringHandlers{OnSetMethod, OnSetFocus, OnKillFocus, OnSetText,
+                                        OnChar,      OnKeyDown,  OnSetSel,    OnReplaceSel};
+
+const FieldClass kString{
+    .on = kStringHandlers,
+    .values = {OnSetValue, OnGetValue, OnValidate, OnGetType},
+    .method = kMethod,
+    .modified = W::Modified::kOffset,
+    .limit = W::Limit::kOffset,
+    .border3DBits = kField3DBits,
+    .border = kFieldBorder,
+    .view = View,
+    .destroyed = FreeMask,
+};
+
 }  // namespace
 }  // namespace fk
 
@@ -557,41 +515,6 @@ using namespace fk;
 
 LRESULT WINAPI gxStringWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
-    case WM_CREATE: return OnCreate(h);
-    case WM_DESTROY: return OnDestroy(h);
-    case WM_SETFOCUS: return OnSetFocus(h);
-    case WM_KILLFOCUS: return OnKillFocus(h);
-    case WM_ENABLE: InvalidateRect(h, nullptr, TRUE); return 0;
-    case WM_PAINT: return OnPaint(h);
-    case WM_ERASEBKGND: return FieldEraseBkgnd(h, wp, lp);
-    case WM_NCPAINT: return PaintFieldBorder(h, wp, lp, kFieldBorder);
-    case WM_SHOWWINDOW: return FieldShowWindow(h, wp, lp, 0x7C00);
-    case WM_SETTEXT: return OnSetText(h, wp, lp);
-    case WM_SETFONT: return FieldSetFont(h, wp, lp);
-    case WM_GETFONT: return W::Font::get(h);
-    case WM_GETDLGCODE: return 0x8089;
-    case WM_CHAR: return OnChar(h, wp);
-    case WM_KEYDOWN: return OnKeyDown(h, wp);
-    case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp);
-    case WM_MOUSEMOVE: return OnMouseMove(h, wp, lp);
-    case WM_LBUTTONUP: return FieldLButtonUp(h, wp, lp);
-    case WM_LBUTTONDBLCLK: return OnLButtonDblClk(h);
-    case EM_GETSEL: return FieldGetSel(h, wp, lp);
-    case EM_SETSEL: return OnSetSel(h, wp, lp);
-    case EM_REPLACESEL: return OnReplaceSel(h, lp);
-    case EM_GETMODIFY: return W::Modified::get(h);
-    case EM_SETMODIFY: W::Modified::set(h, static_cast<WORD>(wp)); return 0;
-    case EM_LIMITTEXT: W::Limit::set(h, static_cast<WORD>(wp)); return 0;
-    case GXM_SETMETHOD: return OnSetMethod(h, reinterpret_cast<const char*>(lp));
-    case GXM_GETMETHOD: MethodCopyOut(h, kMethod, reinterpret_cast<char*>(lp)); return 0;
-    case GXM_SETVALUE: return OnSetValue(h, lp);
-    case GXM_GETVALUE: return OnGetValue(h, lp);
-    case GXM_VALIDATE: return OnValidate(h);
-    case GXM_GETLIMIT: return W::Limit::get(h);
-    case GXM_GETTYPE: return OnGetType(h, lp);
-    case GXM_DROPDATA:
-    case GXM_DRAGQUERY:
-    case GXM_DRAGEND: return twProcessDragDrop(h, msg, wp, lp);
     case GXM_SETLIMIT: return OnSetLimit(h, wp, lp);
     case GXM_SETDROPTARGET: return OnSetDropTarget(h, wp);
     case GXM_MASK: return OnMask(h, wp, lp);
@@ -600,6 +523,5 @@ LRESULT WINAPI gxStringWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case GXM_AUTOTAB: return OnAutoTab(h, wp, lp);
     case GXM_AUTOFILL: return OnAutoFill(h, wp, lp);
     }
-    if (IsDdeMessage(msg)) return RouteControlDde(h, msg, wp, lp, W::Method::get(h));
-    return DefWindowProcA(h, msg, wp, lp);
+    return EntryFieldProc(h, msg, wp, lp, kString);
 }

@@ -12,9 +12,6 @@ inline constexpr int kMethodCopy = 256;
 // Field text: at most 159 characters are ever edited.
 inline constexpr int kFieldText = 160;
 
-// Copy of the method string a control is given. Two spare bytes behind the
-// largest text let twGetMethodParam look ahead of a final keyword.
-extern char g_methodWork[kMethodMax + 1 + 2];
 // Shared scratch buffer of the entry fields: a copy of a field's text, or,
 // while a field hands a DDE initiate to the link service, of its method
 // string (256 characters and the two spare bytes). The link service reads

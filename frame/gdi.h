@@ -1,5 +1,6 @@
 // Small RAII owners for device contexts, selected GDI objects, GDI objects,
-// global memory locks and the clipboard. Every DC, selection, lock and
+// global memory locks, the clipboard, global and local blocks and global
+// atoms. Every DC, selection, lock and
 // clipboard open in the library goes through one of these, so that no path
 // (early return included) leaks a GDI object or leaves a block locked.
 #pragma once
@@ -147,19 +148,6 @@ private:
     HDC dc_;
 };
 
-// Owns a global block until it is handed to a caller with release().
-class GlobalBlock {
-public:
-    explicit GlobalBlock(HGLOBAL block) : block_(block) {}
-    ~GlobalBlock() { if (block_) GlobalFree(block_); }
-    GlobalBlock(const GlobalBlock&) = delete;
-    GlobalBlock& operator=(const GlobalBlock&) = delete;
-    HGLOBAL get() const { return block_; }
-    HGLOBAL release() { HGLOBAL b = block_; block_ = nullptr; return b; }
-
-private:
-    HGLOBAL block_;
-};
 
 // GlobalLock / GlobalUnlock on a block the caller owns.
 
@@ -201,5 +189,38 @@ public:
 private:
     bool open_;
 };
+
+// One owner of a handle that one call gives back (Close). release() hands
+// the handle over (posted to a partner, kept by the caller) so that the
+// owner no longer gives it back.
+template <typename T, auto Close>
+class Owned {
+public:
+    Owned() = default;
+    explicit Owned(T handle) : handle_(handle) {}
+    ~Owned() { reset(); }
+    Owned(Owned&& o) noexcept : handle_(o.release()) {}
+    Owned& operator=(Owned&& o) noexcept {
+        if (this != &o) reset(o.release());
+        return *this;
+    }
+    T get() const { return handle_; }
+    explicit operator bool() const { return handle_ != T{}; }
+    T release() {
+        const T handle = handle_;
+        handle_ = T{};
+        return handle;
+    }
+    void reset(T handle = T{}) {
+        if (handle_ != T{}) Close(handle_);
+        handle_ = handle;
+    }
+
+private:
+    T handle_{};
+};
+using GlobalBlock = Owned<HGLOBAL, GlobalFree>;     // GlobalAlloc / GlobalFree
+using LocalBlock = Owned<HLOCAL, LocalFree>;        // LocalAlloc / LocalFree
+using GlobalAtom = Owned<ATOM, GlobalDeleteAtom>;  // GlobalAddAtom / GlobalDeleteAtom
 
 }  // namespace fk

@@ -1,9 +1,11 @@
 #include "frame/alloc.h"
+#include "frame/method_text.h"
 #include "frame/method_window.h"
 
 #include <cstring>
 
 #include "frame/buffers.h"
+#include "frame/gdi.h"
 #include "include/fldkit.h"
 #include "strings/lstr.h"
 
@@ -30,15 +32,11 @@ char* MethodReplace(HWND h, MethodSlot slot, const char* text) {
     // The new copy is made before the old block goes: text may be the old
     // block itself.
     size_t len = strnlen(text, kMethodMax);
-    auto* block = static_cast<char*>(fk::LocalAllocate(LMEM_ZEROINIT, len + 1));
-    if (block != nullptr) std::memcpy(block, text, len);
+    LocalBlock block(fk::LocalAllocate(LMEM_ZEROINIT, len + 1));
+    if (block) std::memcpy(block.get(), text, len);
     MethodFree(h, slot);
-    if (block == nullptr) return nullptr;
-    if (!slot.set(h, block)) {
-        LocalFree(block);
-        return nullptr;
-    }
-    return block;
+    if (!block || !slot.set(h, static_cast<char*>(block.get()))) return nullptr;
+    return static_cast<char*>(block.release());
 }
 
 void MethodCopyOut(HWND h, MethodSlot slot, char* buffer) {
@@ -54,10 +52,9 @@ void MethodCopyOut(HWND h, MethodSlot slot, char* buffer) {
 std::string MethodArgument(HWND h, MethodSlot slot, const char* keyword) {
     const char* method = slot.get(h);
     if (method == nullptr) return {};
-    lstrncpy(g_methodWork, method, kMethodMax);
-    g_methodWork[kMethodMax] = '\0';
-    char argument[kMethodMax + 1 + 2] = {};
-    return twGetMethodParam(g_methodWork, keyword, argument) ? argument : "";
+    MethodFull copy(method);
+    const char* argument = copy.param(keyword);
+    return copy.found() ? argument : "";
 }
 
 LRESULT MethodWindowProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, MethodSlot slot, WNDPROC base) {

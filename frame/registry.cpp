@@ -9,6 +9,7 @@
 #include "design/classes.h"
 #include "design/entries.h"
 #include "display/line.h"
+#include "frame/extra_bytes.h"
 #include "frame/library.h"
 #include "frame/trace.h"
 #include "include/fldkit.h"
@@ -45,21 +46,21 @@ struct ClassRow {
 // and line classes leave out CS_DBLCLKS; the frame's background is 15, not
 // COLOR_WINDOW + 1 like the others.
 const ClassRow kClasses[] = {
-    {"gxString32", gxStringWndFn, 0x400B, 34, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
-    {"gxNumeric32", gxNumericWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
-    {"gxReal32", gxRealWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
-    {"gxBitmap32", gxBitmapWndFn, 0x400B, 16, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxIcon32", gxIconWndFn, 0x400B, 14, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxDate32", gxDateWndFn, 0x400B, 28, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
-    {"gxColor32", gxColorWndFn, 0x400B, 40, IDC_ARROW, 6, Base::None, CreateColorBrushes, nullptr},
-    {"gxTable32", gxTableWndFn, 0x4088, 4, IDC_ARROW, 6, Base::ListBox, nullptr, nullptr},
-    {"gxCBTable32", gxCBTableWndFn, 0x4088, 4, IDC_ARROW, 6, Base::ComboBox, nullptr, nullptr},
-    {"gxTicker32", gxTickerWndFn, 0x400B, 22, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxCurrency32", gxCurrencyWndFn, 0x400B, 30, IDC_IBEAM, 6, Base::None, nullptr, ReadCurrencyDefaults},
-    {"gxButton32", gxButtonWndFn, 0x4003, 18, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxLine32", gxLineWndFn, 0x4003, 8, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxText3D32", gxText3DWndFn, 0x400B, 20, IDC_ARROW, 6, Base::None, nullptr, nullptr},
-    {"gxFrame3D32", gxFrame3DWndFn, 0x400B, 20, IDC_ARROW, 15, Base::None, nullptr, nullptr},
+    {"gxString32", gxStringWndFn, 0x400B, kStringBytes, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxNumeric32", gxNumericWndFn, 0x400B, kNumericBytes, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxReal32", gxRealWndFn, 0x400B, kRealBytes, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxBitmap32", gxBitmapWndFn, 0x400B, kBitmapBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxIcon32", gxIconWndFn, 0x400B, kIconBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxDate32", gxDateWndFn, 0x400B, kDateBytes, IDC_IBEAM, 6, Base::None, nullptr, nullptr},
+    {"gxColor32", gxColorWndFn, 0x400B, kColorBytes, IDC_ARROW, 6, Base::None, CreateColorBrushes, nullptr},
+    {"gxTable32", gxTableWndFn, 0x4088, kTableBytes, IDC_ARROW, 6, Base::ListBox, nullptr, nullptr},
+    {"gxCBTable32", gxCBTableWndFn, 0x4088, kCBTableBytes, IDC_ARROW, 6, Base::ComboBox, nullptr, nullptr},
+    {"gxTicker32", gxTickerWndFn, 0x400B, kTickerBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxCurrency32", gxCurrencyWndFn, 0x400B, kCurrencyBytes, IDC_IBEAM, 6, Base::None, nullptr, ReadCurrencyDefaults},
+    {"gxButton32", gxButtonWndFn, 0x4003, kButtonBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxLine32", gxLineWndFn, 0x4003, kLineBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxText3D32", gxText3DWndFn, 0x400B, kText3DBytes, IDC_ARROW, 6, Base::None, nullptr, nullptr},
+    {"gxFrame3D32", gxFrame3DWndFn, 0x400B, kFrame3DBytes, IDC_ARROW, 15, Base::None, nullptr, nullptr},
 };
 
 // A superclass starts from the system class's record; its procedure and

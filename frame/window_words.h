@@ -1,6 +1,8 @@
 // Typed access to a window's extra bytes at fixed positions. Each class
 // describes its layout once with these (for example
-// `using Method = LongWord<26>;`) instead of scattering raw offsets.
+// `using Method = LongWord<26>;`) instead of scattering raw offsets, and
+// asserts that its last word ends at the extra-byte count its class
+// registers (frame/extra_bytes.h).
 #pragma once
 
 #include <windows.h>
@@ -10,6 +12,7 @@ namespace fk {
 template <int Offset>
 struct LongWord {
     static constexpr int kOffset = Offset;
+    static constexpr int kEnd = Offset + 4;
     static LONG get(HWND h) { return GetWindowLongA(h, Offset); }
     static void set(HWND h, LONG v) { SetWindowLongA(h, Offset, v); }
 };
@@ -17,6 +20,7 @@ struct LongWord {
 template <int Offset>
 struct ShortWord {
     static constexpr int kOffset = Offset;
+    static constexpr int kEnd = Offset + 2;
     static WORD get(HWND h) { return GetWindowWord(h, Offset); }
     static void set(HWND h, WORD v) { SetWindowWord(h, Offset, v); }
 };
@@ -25,6 +29,7 @@ struct ShortWord {
 template <typename T, int Offset>
 struct PtrWord {
     static constexpr int kOffset = Offset;
+    static constexpr int kEnd = Offset + 4;
     static T* get(HWND h) { return reinterpret_cast<T*>(GetWindowLongA(h, Offset)); }
     static void set(HWND h, T* p) { SetWindowLongA(h, Offset, reinterpret_cast<LONG>(p)); }
 };
@@ -38,6 +43,14 @@ struct PropPtr {
     T* get(HWND h) const { return static_cast<T*>(GetPropA(h, name)); }
     bool set(HWND h, T* p) const { return SetPropA(h, name, p) != FALSE; }
     T* take(HWND h) const { return static_cast<T*>(RemovePropA(h, name)); }
+};
+
+// Bytes a layout leaves unused, so that it still ends where its class's
+// extra bytes end.
+template <int Offset, int Bytes>
+struct SpareBytes {
+    static constexpr int kOffset = Offset;
+    static constexpr int kEnd = Offset + Bytes;
 };
 
 }  // namespace fk

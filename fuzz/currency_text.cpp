@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <string>
 
-#include "fields/currency_text.h"
+#include "fields/text/currency_text.h"
 #include "support/input.h"
 
 namespace {

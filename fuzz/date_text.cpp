@@ -9,7 +9,7 @@
 
 #include <string>
 
-#include "fields/date_text.h"
+#include "fields/text/date_text.h"
 #include "support/input.h"
 
 namespace {

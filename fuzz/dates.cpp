@@ -8,7 +8,7 @@
 #include <string>
 
 #include "support/input.h"
-#include "validate/dates.h"
+#include "validate/text/dates.h"
 
 namespace {
 

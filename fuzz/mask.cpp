@@ -5,7 +5,7 @@
 // application buffer strlen(screen) + 1, each in a heap block of its own.
 #include <string>
 
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 #include "support/input.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string>
 
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 #include "support/input.h"
 
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 
 #include "support/input.h"
-#include "validate/dates.h"
-#include "validate/range_parse.h"
+#include "validate/text/dates.h"
+#include "validate/text/range_parse.h"
 
 namespace {
 

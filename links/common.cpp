@@ -22,22 +22,6 @@ const FkLinkHooks kSystemCalls = {
 
 FkLinkHooks g_linkCalls = kSystemCalls;
 
-MethodText::MethodText(const char* text) {
-    std::memset(text_, 0, sizeof text_);
-    arg_[0] = 0;
-    if (text != nullptr) lstrncpy(text_, text, kMethodMax);
-}
-
-const char* MethodText::param(const char* keyword) {
-    found_ = twGetMethodParam(text_, keyword, arg_) != 0;
-    if (!found_) arg_[0] = 0;
-    return arg_;
-}
-
-bool MethodText::has(const char* word) const {
-    return lstristr(text_, word) != nullptr;
-}
-
 std::vector<std::string> SplitTokens(std::string_view text, size_t max) {
     std::vector<std::string> tokens;
     size_t start = 0;

@@ -5,23 +5,15 @@
 #include <cstring>
 
 #include "frame/buffers.h"
+#include "frame/method_text.h"
 #include "include/fldkit.h"
 #include "strings/lstr.h"
 
 namespace fk {
 
-namespace {
-
-// A method copy with the spare bytes the link service's lookups need.
-struct Copy {
-    char s[kMethodCopy + 1 + 2] = {};
-    explicit Copy(const char* method) {
-        if (method) lstrncpy(s, method, kMethodCopy);
-    }
-};
-static_assert(sizeof(Copy::s) == sizeof g_fieldText);
-
-}  // namespace
+// An initiate hands the link service its method copy in the entry fields'
+// scratch buffer.
+static_assert(MethodShort::kSize == sizeof g_fieldText);
 
 bool IsDdeMessage(UINT msg) { return msg >= WM_DDE_FIRST && msg <= WM_DDE_LAST; }
 
@@ -30,12 +22,12 @@ void OpenControlLinks(HWND control, const char* method) {
     const bool client = lstristr(method, "@CLIENT") != nullptr;
     const bool server = lstristr(method, "@SERVER") != nullptr;
     if (client) {
-        Copy copy(method);
-        twInitiateDDE(control, copy.s);
+        MethodShort copy(method);
+        twInitiateDDE(control, copy.get());
     }
     if (server) {
-        Copy copy(method);
-        twInitiateDDE(control, copy.s);
+        MethodShort copy(method);
+        twInitiateDDE(control, copy.get());
     }
 }
 
@@ -52,9 +44,9 @@ void CloseControlLinks(HWND control) {
 }
 
 LRESULT RouteControlDde(HWND control, UINT msg, WPARAM wp, LPARAM lp, const char* method) {
-    Copy copy(method);
-    if (msg != WM_DDE_INITIATE) return twProcessDDE(control, msg, wp, lp, copy.s);
-    std::memcpy(g_fieldText, copy.s, sizeof g_fieldText);
+    MethodShort copy(method);
+    if (msg != WM_DDE_INITIATE) return twProcessDDE(control, msg, wp, lp, copy.get());
+    std::memcpy(g_fieldText, copy.get(), sizeof g_fieldText);
     return twProcessDDE(control, msg, wp, lp, g_fieldText);
 }
 

@@ -88,22 +88,18 @@ bool PostDde(HWND to, UINT msg, HWND from, UINT_PTR lo, UINT_PTR hi) {
     if (!Packed(msg)) {
         return PostMessageA(to, msg, reinterpret_cast<WPARAM>(from), MAKELPARAM(lo, hi)) != FALSE;
     }
-    HGLOBAL pair = fk::GlobalAllocate(kGlobalDde, 2 * sizeof(UINT_PTR));
-    if (pair == nullptr) return false;
+    GlobalBlock pair(fk::GlobalAllocate(kGlobalDde, 2 * sizeof(UINT_PTR)));
+    if (!pair) return false;
     {
-        GlobalLocked<UINT_PTR> p(pair);
-        if (!p) {
-            GlobalFree(pair);
-            return false;
-        }
+        GlobalLocked<UINT_PTR> p(pair.get());
+        if (!p) return false;
         p.get()[0] = lo;
         p.get()[1] = hi;
     }
-    if (!PostMessageA(to, msg, reinterpret_cast<WPARAM>(from), reinterpret_cast<LPARAM>(pair))) {
-        GlobalFree(pair);
-        return false;
-    }
-    if (SystemCopiesPosts(to) && GlobalSize(pair) != 0) GlobalFree(pair);
+    if (!PostMessageA(to, msg, reinterpret_cast<WPARAM>(from), reinterpret_cast<LPARAM>(pair.get()))) return false;
+    // Handed over, unless the system copied it for the partner (and has not
+    // freed ours already).
+    if (!SystemCopiesPosts(to) || GlobalSize(pair.get()) == 0) pair.release();
     return true;
 }
 
@@ -206,13 +202,10 @@ bool SameName(const std::string& ours, const char* received) {
 // other bits as allocated.
 HGLOBAL MakeData(const char* text, WORD set, WORD clear) {
     size_t length = std::strlen(text);
-    HGLOBAL block = fk::GlobalAllocate(kGlobalDde, length + 8);
-    if (block == nullptr) return nullptr;
-    GlobalLocked<BYTE> p(block);
-    if (!p) {
-        GlobalFree(block);
-        return nullptr;
-    }
+    GlobalBlock block(fk::GlobalAllocate(kGlobalDde, length + 8));
+    if (!block) return nullptr;
+    GlobalLocked<BYTE> p(block.get());
+    if (!p) return nullptr;
     WORD flags;
     std::memcpy(&flags, p.get(), 2);
     flags = static_cast<WORD>((flags & ~clear) | set);
@@ -220,7 +213,7 @@ HGLOBAL MakeData(const char* text, WORD set, WORD clear) {
     std::memcpy(p.get(), &flags, 2);
     std::memcpy(p.get() + 2, &format, 2);
     std::memcpy(p.get() + 4, text, length + 1);
-    return block;
+    return block.release();
 }
 
 // ---- client side of twInitiateDDE ----
@@ -229,17 +222,17 @@ void BroadcastInitiate(HWND control, ATOM app, ATOM topic) {
     SendMessageA(HWND_BROADCAST, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(control), MAKELPARAM(app, topic));
 }
 
-int InitiateClient(HWND control, MethodText& method, const char* argument) {
+int InitiateClient(HWND control, MethodFull& method, const char* argument) {
     auto tokens = SplitTokens(argument, 3);
     char* buffers[3] = {g_link.app, g_link.topic, g_link.item};
     for (size_t i = 0; i < tokens.size(); ++i) CopyCut(buffers[i], kNameSize, tokens[i]);
 
-    ATOM app = GlobalAddAtomA(g_link.app);
-    ATOM topic = GlobalAddAtomA(g_link.topic);
+    GlobalAtom app(GlobalAddAtomA(g_link.app));
+    GlobalAtom topic(GlobalAddAtomA(g_link.topic));
     g_link.server = nullptr;
     g_link.ownBroadcast = true;
     g_link.phase = kAnswering;
-    BroadcastInitiate(control, app, topic);
+    BroadcastInitiate(control, app.get(), topic.get());
 
     if (g_link.server == nullptr && !method.has("NOAUTOSTART")) {
         int answer = MessageBoxA(control, "Data links not available. Start remote Application?", "Quintaval",
@@ -248,39 +241,33 @@ int InitiateClient(HWND control, MethodText& method, const char* argument) {
             std::string command = std::string(g_link.app) + " " + g_link.topic;
             g_linkCalls.winExec(command.c_str(), SW_SHOWNORMAL);
             WaitMessage();
-            BroadcastInitiate(control, app, topic);
+            BroadcastInitiate(control, app.get(), topic.get());
         }
     }
     g_link.ownBroadcast = false;
-    if (app) GlobalDeleteAtom(app);
-    if (topic) GlobalDeleteAtom(topic);
+    app.reset();
+    topic.reset();
 
     HWND server = g_link.server;
     if (server == nullptr) return 0;
     SetPropA(control, kClientProp, server);
 
-    HGLOBAL options = fk::GlobalAllocate(kGlobalDde, 4);
-    if (options == nullptr) return 0;
+    GlobalBlock options(fk::GlobalAllocate(kGlobalDde, 4));
+    if (!options) return 0;
     if (g_link.item[0] != 0) SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(GlobalAddAtomA(g_link.item)));
-    ATOM item = GlobalAddAtomA(g_link.item);
+    GlobalAtom item(GlobalAddAtomA(g_link.item));
     {
-        GlobalLocked<WORD> p(options);
-        if (!p) {
-            GlobalFree(options);
-            if (item) GlobalDeleteAtom(item);
-            return 0;
-        }
+        GlobalLocked<WORD> p(options.get());
+        if (!p) return 0;
         p.get()[0] = static_cast<WORD>((p.get()[0] | kAckReq) & ~kDeferUpd);  // a hot link
         p.get()[1] = CF_TEXT;
     }
-    bool posted = false;
     if (IsWindow(g_link.server)) {
         g_link.phase = kAdvised;
-        posted = PostBlock(g_link.server, WM_DDE_ADVISE, control, options, item, true);
-    }
-    if (!posted) {
-        if (item) GlobalDeleteAtom(item);
-        GlobalFree(options);
+        if (PostBlock(g_link.server, WM_DDE_ADVISE, control, options.get(), item.get(), true)) {
+            options.release();
+            item.release();
+        }
     }
     return 1;
 }
@@ -293,20 +280,18 @@ int InitiateServer(HWND control, const char* argument) {
     char* buffers[3] = {g_link.app, g_link.topic, g_link.item};
     for (size_t i = 0; i < tokens.size(); ++i) CopyCut(buffers[i], kNameSize, tokens[i]);
 
-    ATOM app = GlobalAddAtomA(g_link.app);
-    ATOM topic = GlobalAddAtomA(g_link.topic);
+    GlobalAtom app(GlobalAddAtomA(g_link.app));
+    GlobalAtom topic(GlobalAddAtomA(g_link.topic));
     if (g_link.item[0] != 0) SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(GlobalAddAtomA(g_link.item)));
     g_link.ackClient = nullptr;
     g_link.phase = kAnnouncing;
     // All bits set, not HWND_BROADCAST: both reach every top-level window.
     SendMessageA(reinterpret_cast<HWND>(-1), WM_DDE_INITIATE, reinterpret_cast<WPARAM>(control),
-                 MAKELPARAM(app, topic));
+                 MAKELPARAM(app.get(), topic.get()));
     // Its answers came within the send. When nobody answered, the phase must
     // not stay at "announcing": any window could then send an acknowledgement
     // later and have a control register it as a client and push it values.
     if (g_link.phase == kAnnouncing) g_link.phase = kIdle;
-    if (app) GlobalDeleteAtom(app);
-    if (topic) GlobalDeleteAtom(topic);
     return g_link.ackClient != nullptr ? 1 : 0;
 }
 
@@ -316,7 +301,7 @@ void ItemName(HWND control, char* buffer) {
     AtomName(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropA(control, kItemProp))), buffer);
 }
 
-LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
+LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodFull& method) {
     AtomName(LOWORD(lp), g_link.gotApp);
     AtomName(HIWORD(lp), g_link.gotTopic);
     // The answer is sent to the partner: a handle that is not a window
@@ -332,9 +317,10 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
         g_link.phase = kAnswering;
         if (SameName(names.app, g_link.gotApp) && SameName(names.topic, g_link.gotTopic)) {
             ItemName(control, itemName);
-            ATOM app = GlobalAddAtomA(g_link.gotApp);
-            ATOM topic = GlobalAddAtomA(g_link.gotTopic);
-            LRESULT r = SendMessageA(partner, WM_DDE_ACK, reinterpret_cast<WPARAM>(control), MAKELPARAM(app, topic));
+            GlobalAtom app(GlobalAddAtomA(g_link.gotApp));
+            GlobalAtom topic(GlobalAddAtomA(g_link.gotTopic));
+            LRESULT r = SendMessageA(partner, WM_DDE_ACK, reinterpret_cast<WPARAM>(control),
+                                     MAKELPARAM(app.get(), topic.get()));
             if (r != 0 && (LOWORD(lp) & 0x8000) != 0) {
                 RegisterClient(control, partner);
                 // While a client control of this process is looking for its
@@ -342,8 +328,6 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
                 // partner is not written over it.
                 if (!g_link.ownBroadcast) g_link.server = partner;
             }
-            if (app) GlobalDeleteAtom(app);
-            if (topic) GlobalDeleteAtom(topic);
         }
         g_link.phase = kIdle;
         return 0;
@@ -351,19 +335,20 @@ LRESULT OnInitiate(HWND control, HWND partner, LPARAM lp, MethodText& method) {
 
     // A client answers a server's announcement. The "@CLIENT" test is made
     // on the shared field-text buffer, which the entry fields fill.
-    MethodText field(g_fieldText);
+    MethodFull field(g_fieldText);
     const char* clientArg = field.param("@CLIENT");
     if (!field.found()) return 0;
     if (partner == control || g_link.ownBroadcast) return 0;
     LinkNames names = NamesOf(clientArg);
     if (SameName(names.app, g_link.gotApp) && SameName(names.topic, g_link.gotTopic)) {
         ItemName(control, itemName);
-        ATOM app = GlobalAddAtomA(g_link.gotApp);
-        ATOM topic = GlobalAddAtomA(g_link.gotTopic);
+        GlobalAtom app(GlobalAddAtomA(g_link.gotApp));
+        GlobalAtom topic(GlobalAddAtomA(g_link.gotTopic));
         g_link.phase = kAnnouncing;
-        LRESULT r = SendMessageA(partner, WM_DDE_ACK, reinterpret_cast<WPARAM>(control), MAKELPARAM(kAckPositive, topic));
-        if (app) GlobalDeleteAtom(app);
-        if (topic) GlobalDeleteAtom(topic);
+        LRESULT r =
+            SendMessageA(partner, WM_DDE_ACK, reinterpret_cast<WPARAM>(control), MAKELPARAM(kAckPositive, topic.get()));
+        app.reset();
+        topic.reset();
         if (r != 0) SetPropA(control, kClientProp, partner);
     }
     g_link.phase = kIdle;
@@ -475,8 +460,8 @@ LRESULT OnRequest(HWND control, HWND partner, LPARAM lp) {
     char text[159] = {};
     GetWindowTextA(control, text, sizeof text);
     g_link.phase = kRequested;
-    HGLOBAL block = MakeData(text, kRelease | kResponse, kAckReq);
-    if (block == nullptr) {
+    GlobalBlock block(MakeData(text, kRelease | kResponse, kAckReq));
+    if (!block) {
         if (IsWindow(partner)) {
             PostDde(partner, WM_DDE_ACK, control, kAckFailedRequest, item);
         } else if (PartnerGone(partner)) {
@@ -484,10 +469,12 @@ LRESULT OnRequest(HWND control, HWND partner, LPARAM lp) {
         }
         return 0;
     }
-    if (!IsWindow(partner) || !PostBlock(partner, WM_DDE_DATA, control, block, item, true)) {
-        GlobalFree(block);
-        if (PartnerGone(partner)) DropHandedAtom(item);
+    if (IsWindow(partner) && PostBlock(partner, WM_DDE_DATA, control, block.get(), item, true)) {
+        block.release();
+        return 0;
     }
+    block.reset();
+    if (PartnerGone(partner)) DropHandedAtom(item);
     return 0;
 }
 
@@ -522,7 +509,7 @@ using namespace fk;
 
 int WINAPI twInitiateDDE(HWND hWnd, char* lpMethod) {
     if (GetPropA(hWnd, kClientProp) != nullptr) return 1;
-    MethodText method(lpMethod);
+    MethodFull method(lpMethod);
     const char* client = method.param("@CLIENT");
     if (method.found()) {
         std::string argument = client;
@@ -541,7 +528,7 @@ LRESULT WINAPI twProcessDDE(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam, c
     HWND partner = reinterpret_cast<HWND>(wParam);
     switch (msg) {
     case WM_DDE_INITIATE: {
-        MethodText method(lpMethod);
+        MethodFull method(lpMethod);
         return OnInitiate(hWnd, partner, lParam, method);
     }
     case WM_DDE_TERMINATE:
@@ -571,13 +558,13 @@ int WINAPI twProcessDDEData(HWND hWnd, char* lpText) {
     for (int n = 1; n <= kPushSlots; ++n) {
         HWND client = static_cast<HWND>(GetPropA(hWnd, SlotName(n).c_str()));
         if (client == nullptr) continue;
-        HGLOBAL block = MakeData(work.data(), kRelease, kAckReq | kResponse);
-        if (block == nullptr) return 0;
-        ATOM item = GlobalAddAtomA("Item");
+        GlobalBlock block(MakeData(work.data(), kRelease, kAckReq | kResponse));
+        if (!block) return 0;
+        GlobalAtom item(GlobalAddAtomA("Item"));
         g_link.phase = kPushed;
-        if (!IsWindow(client) || !PostBlock(client, WM_DDE_DATA, hWnd, block, item, true)) {
-            GlobalFree(block);
-            if (item) GlobalDeleteAtom(item);
+        if (IsWindow(client) && PostBlock(client, WM_DDE_DATA, hWnd, block.get(), item.get(), true)) {
+            block.release();
+            item.release();
         }
     }
     return 0;

@@ -11,6 +11,7 @@
 #include "frame/alloc.h"
 #include "frame/gdi.h"
 #include "frame/library.h"
+#include "frame/method_text.h"
 #include "include/fldkit.h"
 #include "links/links.h"
 #include "strings/lstr.h"
@@ -115,6 +116,8 @@ void FreeDrag(HGLOBAL drag) {
     }
     GlobalFree(drag);
 }
+// A drag block with the data block it names.
+using DragOwner = Owned<HGLOBAL, FreeDrag>;
 
 // ---- collecting the dragged data ----
 
@@ -299,7 +302,7 @@ HGLOBAL TextData(const char* text, bool* hasData) {
 // whose data is collected by class.
 LRESULT StartDrag(HWND source, const char* picture = nullptr) {
     RemovePropA(source, kArmedProp);
-    MethodText method(FetchMethod(source).c_str());
+    MethodFull method(FetchMethod(source).c_str());
     std::string channel = method.param("DRAGCHANNEL");
     std::string argument = method.param("DRAGSRC");
     if (!method.found()) return 0;
@@ -307,15 +310,12 @@ LRESULT StartDrag(HWND source, const char* picture = nullptr) {
     DWORD flags = Hex(tokens.size() > 0 ? tokens[0] : "", 0);
     std::string cursorName = tokens.size() > 1 ? tokens[1] : "";
 
-    HGLOBAL drag = fk::GlobalAllocate(kDragAlloc, sizeof(DragBlock));
-    if (drag == nullptr) return 0;
+    DragOwner drag(fk::GlobalAllocate(kDragAlloc, sizeof(DragBlock)));
+    if (!drag) return 0;
     bool hasData = false;
     {
-        LockedDrag d(drag);
-        if (!d.get()) {
-            GlobalFree(drag);
-            return 0;
-        }
+        LockedDrag d(drag.get());
+        if (!d.get()) return 0;
         DragBlock* b = d.get();
         b->source = source;
         b->id = GetWindowLongA(source, GWL_ID);
@@ -337,20 +337,16 @@ LRESULT StartDrag(HWND source, const char* picture = nullptr) {
         b->data = data;
     }
     ReleaseCapture();
-    if (!hasData) {
-        FreeDrag(drag);
-        return 0;
-    }
-    if (SendMessageA(GetParent(source), kDragStart, reinterpret_cast<WPARAM>(source), reinterpret_cast<LPARAM>(drag)) != 0) {
-        FreeDrag(drag);
+    if (!hasData) return 0;
+    if (SendMessageA(GetParent(source), kDragStart, reinterpret_cast<WPARAM>(source),
+                     reinterpret_cast<LPARAM>(drag.get())) != 0)
         return 1;
-    }
     HCURSOR cursor = nullptr;
     {
-        LockedDrag d(drag);
+        LockedDrag d(drag.get());
         if (d.get()) cursor = d.get()->cursor;
     }
-    return DragLoop(source, drag, cursor);
+    return DragLoop(source, drag.release(), cursor);
 }
 
 // ---- at the target ----
@@ -359,7 +355,7 @@ LRESULT OnAcceptQuery(HWND target, LPARAM lp) {
     if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return 0;
     LockedDrag d(reinterpret_cast<HGLOBAL>(lp));
     if (!d.get()) return 0;
-    MethodText method(FetchMethod(target).c_str());
+    MethodFull method(FetchMethod(target).c_str());
     std::string mine = method.param("DROPCHANNEL");
     std::string theirs(d.get()->channel, strnlen(d.get()->channel, sizeof d.get()->channel));
     if (mine.empty()) return theirs.empty() ? 1 : 0;
@@ -464,7 +460,7 @@ void DropOnList(HWND target, HWND source, const std::string& text, DWORD mode, D
 
 LRESULT OnDrop(HWND target, LPARAM lp) {
     if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return 0;
-    MethodText method(FetchMethod(target).c_str());
+    MethodFull method(FetchMethod(target).c_str());
     std::string argument = method.param("DROPTARG");
     if (!method.found()) return 0;
     auto tokens = SplitTokens(argument, 1);
@@ -531,7 +527,7 @@ LRESULT DragPictureName(HWND source, const char* name) {
 
 bool TakeDroppedText(HWND target, LPARAM lp, std::string* text) {
     if (GetPropA(target, kWantDropProp) == nullptr || lp == 0) return false;
-    MethodText method(FetchMethod(target).c_str());
+    MethodFull method(FetchMethod(target).c_str());
     method.param("DROPTARG");
     if (!method.found()) return false;
     HGLOBAL dragHandle = reinterpret_cast<HGLOBAL>(lp);
@@ -555,7 +551,7 @@ using namespace fk;
 LRESULT WINAPI twProcessDragDrop(HWND hWnd, UINT msg, WPARAM, LPARAM lParam) {
     switch (msg) {
     case WM_LBUTTONDOWN: {
-        MethodText method(FetchMethod(hWnd).c_str());
+        MethodFull method(FetchMethod(hWnd).c_str());
         if (method.has("@DRAGSRC")) {
             SetPropA(hWnd, kArmedProp, reinterpret_cast<HANDLE>(5));
             SetFocus(hWnd);

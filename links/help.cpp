@@ -113,7 +113,7 @@ int ShowLibraryHelp(HWND owner, int classNumber) {
 using namespace fk;
 
 int WINAPI twProcessHelp(HWND hWnd, char* lpMethod) {
-    MethodText method(lpMethod);
+    MethodFull method(lpMethod);
     std::string argument = method.param("@HELPWAVE");
     if (method.found() && !g_linkCalls.sndPlaySound(argument.c_str(), SND_ASYNC)) MessageBeep(0);
 
@@ -154,7 +154,7 @@ int WINAPI twProcessHelp(HWND hWnd, char* lpMethod) {
 }
 
 UINT WINAPI twExecProgram(HWND, char* lpMethod) {
-    MethodText method(lpMethod);
+    MethodFull method(lpMethod);
     std::string path = method.param("@PROG");
     HCURSOR previous = SetCursor(LoadCursorA(nullptr, IDC_WAIT));
     if (method.has("@UNIQUE")) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "frame/buffers.h"
+#include "frame/method_text.h"
 #include "links/hooks.h"
 
 namespace fk {
@@ -19,25 +20,6 @@ extern FkLinkHooks g_linkCalls;
 // style dialogs' Help button). 1 when help was opened, 0 when the file is
 // missing or the class number unknown.
 int ShowLibraryHelp(HWND owner, int classNumber);
-
-// A private, writable copy of a caller's method string (null reads as
-// empty), cut at kMethodMax characters, with the spare bytes that
-// twGetMethodParam needs behind it.
-class MethodText {
-public:
-    explicit MethodText(const char* text);
-    char* get() { return text_; }
-    // The keyword's argument ("" when absent); found() tells whether the
-    // keyword occurs at all.
-    const char* param(const char* keyword);
-    bool found() const { return found_; }
-    bool has(const char* word) const;  // plain word anywhere, any case
-
-private:
-    char text_[kMethodMax + 1 + 2];
-    char arg_[kMethodMax + 1 + 2];
-    bool found_ = false;
-};
 
 // Splits text at "," the way the link keywords read their arguments: empty
 // pieces are skipped, at most max pieces are returned.

@@ -1,11 +1,4 @@
-// Border refresh: controls call it when their 3D border, drawn on the
-// parent outside the control, must be wiped or redrawn.
+// Border refresh lives with the other shared control behaviour.
 #pragma once
 
-#include <windows.h>
-
-namespace fk {
-// Invalidates (with erasing) the parent's area under the control grown by
-// 6 pixels on every side.
-void RefreshBorder(HWND control);
-}
+#include "frame/control.h"

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "frame/library.h"
+#include "frame/method_text.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
@@ -68,8 +69,8 @@ LRESULT CALLBACK EditPartProc(HWND edit, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_KEYDOWN:
         if (wp != VK_F1) break;
         {
-            fk::MethodCopy copy(Method().get(combo));
-            twProcessHelp(combo, copy.s);
+            fk::MethodShort copy(Method().get(combo));
+            twProcessHelp(combo, copy.get());
         }
         return 0;
     case WM_NCDESTROY:

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "frame/library.h"
+#include "frame/method_text.h"
 #include "frame/method_window.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
@@ -207,8 +208,8 @@ LRESULT OnPaint(HWND h) {
 LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp) {
     TableState* s = fk::kTableState.get(h);
     if (wp == VK_F1) {
-        fk::MethodCopy copy(Method().get(h));
-        twProcessHelp(h, copy.s);
+        fk::MethodShort copy(Method().get(h));
+        twProcessHelp(h, copy.get());
         return 0;
     }
     // Moving by key starts a new search text; the key-down of a typed

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "frame/method_text.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
 #include "links/links.h"
@@ -11,10 +12,6 @@
 #include "strings/lstr.h"
 
 namespace fk {
-
-MethodCopy::MethodCopy(const char* method) {
-    if (method != nullptr) lstrncpy(s, method, kMethodCopy);
-}
 
 void CreateTableState(HWND h, CREATESTRUCTA* cs, DWORD add, DWORD remove) {
     auto* s = new TableState;
@@ -90,7 +87,7 @@ std::string LineKey(const char* line, char delimiter, int32_t column) {
 
 // The table a method string names: "@TBL(name)", read as a resource with
 // "@TBL(@RES(name))" or with a separate "@RES"; "" for none.
-std::string TableName(MethodText& m) {
+std::string TableName(MethodFull& m) {
     std::string name = m.param("@TBL");
     if (name.empty() || lstrnicmp(name.c_str(), "@RES", 4) == 0) return name;
     // "@RES" inside a "@TBL(@RES(...))" argument was handled above; here
@@ -129,7 +126,7 @@ void LayoutTable(HWND h, const TableBase& base, TableState& s, int clientWidth) 
 }
 
 void LoadTable(HWND h, const TableBase& base, TableState& s, const char* method) {
-    MethodText m(method);
+    MethodFull m(method);
     const std::string name = TableName(m);
     const int key = std::atoi(m.param("@KEY"));
     s.keyColumn = key < 1 ? 1 : (key > 1000 ? 1000 : key);

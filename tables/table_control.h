@@ -123,10 +123,4 @@ LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPAR
 using Restore = std::function<void()>;
 LRESULT SetTableMethod(HWND h, const TableBase& base, LPARAM lp, Restore (*keep)(HWND h, TableState& s));
 
-// A copy of at most 256 characters of the method string, for help and DDE.
-struct MethodCopy {
-    char s[kMethodCopy + 1 + 2] = {};
-    explicit MethodCopy(const char* method);
-};
-
 }  // namespace fk

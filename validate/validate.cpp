@@ -9,9 +9,9 @@
 #include "strings/lstr.h"
 #include "tables/table_text.h"
 #include "validate/buffers.h"
-#include "validate/dates.h"
+#include "validate/text/dates.h"
 #include "validate/error_notice.h"
-#include "validate/range_parse.h"
+#include "validate/text/range_parse.h"
 
 namespace {
 

@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-#include "fields/currency_formats.h"
-#include "fields/currency_text.h"
-#include "fields/date_text.h"
-#include "fields/mask.h"
-#include "fields/number_text.h"
+#include "fields/text/currency_formats.h"
+#include "fields/text/currency_text.h"
+#include "fields/text/date_text.h"
+#include "fields/text/mask.h"
+#include "fields/text/number_text.h"
 #include "frame/method.h"
 #include "strings/lstr.h"
-#include "validate/dates.h"
-#include "validate/range_parse.h"
+#include "validate/text/dates.h"
+#include "validate/text/range_parse.h"
 
 using namespace fk;
 

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "fields/currency_text.h"
+#include "fields/text/currency_text.h"
 
 namespace {
 

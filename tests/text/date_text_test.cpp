@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "fields/date_text.h"
+#include "fields/text/date_text.h"
 
 namespace {
 

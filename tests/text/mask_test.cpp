@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 
 namespace {
 

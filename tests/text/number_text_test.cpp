@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 
 namespace {
 

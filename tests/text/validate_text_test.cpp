@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "validate/dates.h"
-#include "validate/range_parse.h"
+#include "validate/text/dates.h"
+#include "validate/text/range_parse.h"
 
 namespace {
 

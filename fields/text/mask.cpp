@@ -1,4 +1,4 @@
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 
 #include <string.h>
 

@@ -1,7 +1,7 @@
 // The country-format table of the currency field. Pure data: no windows.h,
 // so it builds natively with the text routines as well. Row 0 is read from
 // WIN.INI at start-up (ReadCurrencyDefaults, fields/currency.cpp).
-#include "fields/currency_formats.h"
+#include "fields/text/currency_formats.h"
 
 namespace fk {
 

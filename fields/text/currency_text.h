@@ -12,7 +12,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "fields/currency_formats.h"
+#include "fields/text/currency_formats.h"
 
 namespace fk {
 

@@ -1,6 +1,6 @@
 // Text of the currency field: formatting, the text of a set value, and
 // reading values back. See currency_text.h for the buffer contract.
-#include "fields/currency_text.h"
+#include "fields/text/currency_text.h"
 
 #include <inttypes.h>
 #include <math.h>

@@ -1,4 +1,4 @@
-#include "fields/number_text.h"
+#include "fields/text/number_text.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,12 +1,12 @@
 // Range and choice tests: gathering bounds and items character by character
 // with the filter of the value's type, then comparing.
-#include "validate/range_parse.h"
+#include "validate/text/range_parse.h"
 
 #include <stdlib.h>
 #include <string.h>
 #include <time.h>
 
-#include "validate/dates.h"
+#include "validate/text/dates.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Dates and times: conversion between the broken-down time structure and the
 // fixed-width text that the date field shows.
-#include "validate/dates.h"
+#include "validate/text/dates.h"
 
 #include <stdio.h>
 #include <string.h>

@@ -1,13 +1,13 @@
-#include "fields/date_text.h"
+#include "fields/text/date_text.h"
 
 #include <ctype.h>
 #include <stdio.h>
 #include <string.h>
 
-#include "fields/mask.h"
+#include "fields/text/mask.h"
 #include "frame/method.h"
 #include "strings/lstr.h"
-#include "validate/dates.h"
+#include "validate/text/dates.h"
 
 namespace fk {
 
