@@ -60,7 +60,8 @@ Raw ReadRaw(HWND h) {
 uint32_t Style(HWND h) { return static_cast<uint32_t>(GetWindowLongA(h, GWL_STYLE)) & 0xFFFF; }
 void SetStyle(HWND h, uint32_t style) {
     const LONG old = GetWindowLongA(h, GWL_STYLE);
-    SetWindowLongA(h, GWL_STYLE, static_cast<LONG>((static_cast<uint32_t>(old) & 0xFFFF0000u) | (style & 0xFFFF)));
+    const LONG now = static_cast<LONG>((static_cast<uint32_t>(old) & 0xFFFF0000u) | (style & 0xFFFF));
+    if (now != old) SetWindowLongA(h, GWL_STYLE, now);
 }
 
 const char* Mask(HWND h) { return DateMask(Style(h)); }

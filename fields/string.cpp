@@ -134,12 +134,13 @@ void DeriveFromMethod(HWND h, const char* text, const FieldClass& cls) {
     const char* mask = m.param("@MASK");
     if (m.found() && MethodReplace(h, MethodSlot{W::Mask::kOffset}, mask) != nullptr) flags |= kFlagMask;
     // Bits are only ever added here.
-    LONG style = GetWindowLongA(h, GWL_STYLE);
+    const LONG old = GetWindowLongA(h, GWL_STYLE);
+    LONG style = old;
     if (m.has("@NUM")) style |= STR_NUMERIC;
     if (m.has("@ALPHA")) style |= STR_ALPHA;
     if (m.has("@UP")) style |= STR_UPPER;
     if (m.has("@AUTOFILL")) flags |= kFlagAutoFill;
-    SetWindowLongA(h, GWL_STYLE, style);
+    if (style != old) SetWindowLongA(h, GWL_STYLE, style);
     W::Flags::set(h, flags);
 }
 

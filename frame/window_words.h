@@ -1,4 +1,6 @@
-// Typed access to a window's extra bytes at fixed positions. Each class
+// Typed access to a window's extra bytes at fixed positions. A set that
+// would not change the word writes nothing: reading a word is cheap, a
+// write can cost a round trip to the window manager. Each class
 // describes its layout once with these (for example
 // `using Method = LongWord<26>;`) instead of scattering raw offsets, and
 // asserts that its last word ends at the extra-byte count its class
@@ -14,7 +16,9 @@ struct LongWord {
     static constexpr int kOffset = Offset;
     static constexpr int kEnd = Offset + 4;
     static LONG get(HWND h) { return GetWindowLongA(h, Offset); }
-    static void set(HWND h, LONG v) { SetWindowLongA(h, Offset, v); }
+    static void set(HWND h, LONG v) {
+        if (get(h) != v) SetWindowLongA(h, Offset, v);
+    }
 };
 
 template <int Offset>
@@ -22,7 +26,9 @@ struct ShortWord {
     static constexpr int kOffset = Offset;
     static constexpr int kEnd = Offset + 2;
     static WORD get(HWND h) { return GetWindowWord(h, Offset); }
-    static void set(HWND h, WORD v) { SetWindowWord(h, Offset, v); }
+    static void set(HWND h, WORD v) {
+        if (get(h) != v) SetWindowWord(h, Offset, v);
+    }
 };
 
 // A pointer kept in a 32-bit window word (32-bit Windows only).
@@ -31,7 +37,9 @@ struct PtrWord {
     static constexpr int kOffset = Offset;
     static constexpr int kEnd = Offset + 4;
     static T* get(HWND h) { return reinterpret_cast<T*>(GetWindowLongA(h, Offset)); }
-    static void set(HWND h, T* p) { SetWindowLongA(h, Offset, reinterpret_cast<LONG>(p)); }
+    static void set(HWND h, T* p) {
+        if (get(h) != p) SetWindowLongA(h, Offset, reinterpret_cast<LONG>(p));
+    }
 };
 
 // A pointer kept in a window property. The two superclasses use it for
