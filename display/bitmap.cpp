@@ -6,6 +6,7 @@
 
 #include "display/dib.h"
 #include "display/picture.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
 
@@ -47,9 +48,11 @@ std::unique_ptr<fk::Picture> FromResource(HINSTANCE module, LPCSTR name, SIZE) {
     return Made(fk::BitmapFromResource(module, name));
 }
 
-// Window words (16 extra bytes): the picture words of display/picture.h,
-// bytes 10-11 spare, the method string at 12.
-const fk::PictureClass kBitmap{"@BITMAP", fk::MethodSlot{12}, FromFile, FromResource};
+// Window words: the picture words of display/picture.h, bytes 10-11 spare,
+// the method string last.
+using Method = fk::PtrWord<char, 12>;
+static_assert(fk::picture_words::State::kEnd <= 10 && Method::kEnd == fk::kBitmapBytes);
+const fk::PictureClass kBitmap{"@BITMAP", fk::MethodSlot{Method::kOffset}, FromFile, FromResource};
 
 }  // namespace
 

@@ -13,6 +13,7 @@
 #include "display/dib.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/method_window.h"
 #include "frame/window_words.h"
@@ -32,12 +33,14 @@ struct ButtonImages {
     SIZE size{};
 };
 
-// Window words (18 extra bytes).
+// Window words.
 using Images = fk::PtrWord<ButtonImages, 0>;  // null for a text button
 using Font = fk::LongWord<4>;                  // WM_SETFONT handle; 0 is the system font
 using State = fk::ShortWord<8>;                // BST_CHECKED, BST_PUSHED, BST_FOCUS and the two below
-// bytes 10-13 spare
-const fk::MethodSlot kMethod{14};
+using Spare = fk::SpareBytes<State::kEnd, 4>;
+using Method = fk::PtrWord<char, Spare::kEnd>;
+static_assert(Method::kEnd == fk::kButtonBytes);
+const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr WORD kTracking = 0x0100;  // the mouse is captured since the button went down on it
 constexpr WORD kSpaceDown = 0x0200; // the space bar holds the button down

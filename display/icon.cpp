@@ -8,6 +8,7 @@
 
 #include "display/dib.h"
 #include "display/picture.h"
+#include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "include/fldkit.h"
 
@@ -57,9 +58,11 @@ std::unique_ptr<fk::Picture> FromResource(HINSTANCE module, LPCSTR name, SIZE cl
     return Made(static_cast<HICON>(LoadImageA(module, name, IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
 }
 
-// Window words (14 extra bytes): the picture words of display/picture.h,
-// the method string at 10.
-const fk::PictureClass kIcon{"@ICON", fk::MethodSlot{10}, FromFile, FromResource};
+// Window words: the picture words of display/picture.h, the method string
+// last.
+using Method = fk::PtrWord<char, 10>;
+static_assert(fk::picture_words::State::kEnd == Method::kOffset && Method::kEnd == fk::kIconBytes);
+const fk::PictureClass kIcon{"@ICON", fk::MethodSlot{Method::kOffset}, FromFile, FromResource};
 
 }  // namespace
 
