@@ -170,6 +170,18 @@ void AtomName(ATOM atom, char* buffer) {
     if (atom == 0 || GlobalGetAtomNameA(atom, buffer, kNameSize) == 0) buffer[0] = 0;
 }
 
+// The control owns one reference of its item atom. A link opened again (its
+// method string sent anew) takes a new reference, then gives back the one
+// the property held: the atom never leaves the table while the control
+// holds it, and no reference is left behind.
+void KeepItemAtom(HWND control, const char* item) {
+    if (item[0] == 0) return;
+    const ATOM held = AtomOf(reinterpret_cast<UINT_PTR>(GetPropA(control, kItemProp)));
+    const ATOM fresh = GlobalAddAtomA(item);
+    SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(fresh)));
+    if (held != 0) GlobalDeleteAtom(held);
+}
+
 // The first n from 1 whose "SERVER"n property is free (no upper bound).
 void RegisterClient(HWND control, HWND client) {
     int n = 1;
@@ -254,7 +266,7 @@ int InitiateClient(HWND control, MethodFull& method, const char* argument) {
 
     GlobalBlock options(fk::GlobalAllocate(kGlobalDde, 4));
     if (!options) return 0;
-    if (g_link.item[0] != 0) SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(GlobalAddAtomA(g_link.item)));
+    KeepItemAtom(control, g_link.item);
     GlobalAtom item(GlobalAddAtomA(g_link.item));
     {
         GlobalLocked<WORD> p(options.get());
@@ -282,7 +294,7 @@ int InitiateServer(HWND control, const char* argument) {
 
     GlobalAtom app(GlobalAddAtomA(g_link.app));
     GlobalAtom topic(GlobalAddAtomA(g_link.topic));
-    if (g_link.item[0] != 0) SetPropA(control, kItemProp, reinterpret_cast<HANDLE>(GlobalAddAtomA(g_link.item)));
+    KeepItemAtom(control, g_link.item);
     g_link.ackClient = nullptr;
     g_link.phase = kAnnouncing;
     // All bits set, not HWND_BROADCAST: both reach every top-level window.

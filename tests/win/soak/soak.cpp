@@ -159,6 +159,34 @@ void StepTyping(Cycle& c) {
     SetFocus(c.parent);
 }
 
+// The item of the server link the reconfigure step sends: a reference of
+// it left behind keeps the atom in the table after the soak.
+#define kAgainItem "FkSoakAgainItem"
+
+// Reconfigured while it lives, as applications do: a server link sent
+// twice, the setting messages of the fields and tables, a style bit
+// switched and switched back, then the control's own method string again.
+void StepReconfigure(Cycle& c) {
+    const char* server = "@SERVER(FkSoakAgain,Sheet," kAgainItem ")";
+    SendMessageA(c.control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(server));
+    SendMessageA(c.control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(server));
+    SendMessageA(c.control, GXM_SETLIMIT, 1, 8);
+    SendMessageA(c.control, GXM_SETDROPTARGET, 1, 0);
+    if (std::string(c.cls) == FK_CLASS_STRING) {
+        SendMessageA(c.control, GXM_MASK, 1, reinterpret_cast<LPARAM>("##-##"));
+        SendMessageA(c.control, GXM_EXCLUDE, 1, reinterpret_cast<LPARAM>("xyz"));
+        SendMessageA(c.control, GXM_AUTOTAB, 1, 0);
+    }
+    const char* display = (c.n % 2) ? "2,1" : "1,2";
+    SendMessageA(c.control, GXM_SETDISPLAY, 0, reinterpret_cast<LPARAM>(display));
+    SendMessageA(c.control, GXM_SETCOLWIDTHS, 0, reinterpret_cast<LPARAM>("20,30"));
+    const LONG_PTR style = GetWindowLongPtrA(c.control, GWL_STYLE);
+    SetWindowLongPtrA(c.control, GWL_STYLE, style ^ WS_BORDER);
+    SetWindowPos(c.control, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
+    SetWindowLongPtrA(c.control, GWL_STYLE, style);
+    SendMessageA(c.control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(c.method));
+}
+
 // The control becomes a client of the server field, which then pushes it
 // a value; the link ends when the control is destroyed.
 void StepDdeLink(Cycle& c) {
@@ -224,7 +252,7 @@ const Step kSteps[] = {
     {"create", StepCreate},         {"configure", StepConfigure},
     {"set/get value", StepSetGetValue}, {"validate", StepValidate},
     {"clipboard", StepClipboard},   {"typing", StepTyping},
-    {"dde link", StepDdeLink},      {"drag", StepDrag},
+    {"reconfigure", StepReconfigure}, {"dde link", StepDdeLink},      {"drag", StepDrag},
     {"paint", StepPaint},           {"editing core", StepEditingCore},
     {"destroy", StepDestroy},
 };
@@ -435,6 +463,10 @@ int main(int argc, char** argv) {
     DestroyWindow(parent);
     twFreeTable(nullptr);
     DeleteFileA(g_table.c_str());
+    if (GlobalFindAtomA(kAgainItem) != 0) {
+        std::printf("\nthe item atom of a reconfigured server is still in the table\n");
+        grew = true;
+    }
     std::printf("\n%s\n", grew ? "FAILED: a figure grew over the soak" : "flat: every figure ended where it started");
     return grew ? 1 : 0;
 }
