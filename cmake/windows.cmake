@@ -16,6 +16,7 @@ file(GLOB FK_DLL_SOURCES CONFIGURE_DEPENDS
   ${CMAKE_SOURCE_DIR}/links/*.cpp
   ${CMAKE_SOURCE_DIR}/display/*.cpp
   ${CMAKE_SOURCE_DIR}/design/*.cpp
+  ${CMAKE_SOURCE_DIR}/access/*.cpp
 )
 # The pure routines come in through fk_text, whatever folder they live in.
 get_target_property(FK_TEXT_SRCS fk_text SOURCES)
@@ -39,7 +40,7 @@ target_compile_options(fldkit32 PRIVATE -Wall -Wextra)
 # fk_text is linked whole so that every exported text routine is in the DLL.
 target_link_libraries(fldkit32 PRIVATE
   -Wl,--whole-archive fk_text -Wl,--no-whole-archive
-  user32 gdi32 kernel32 shell32 winmm advapi32)
+  user32 gdi32 kernel32 shell32 winmm advapi32 oleacc ole32 oleaut32 uuid)
 # Plain (undecorated) export names; the .def lists them with decorations.
 target_link_options(fldkit32 PRIVATE -Wl,--kill-at ${FK_STATIC_RUNTIME})
 
@@ -63,7 +64,7 @@ set_target_properties(fldkit32_odr PROPERTIES
   ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/odr)
 target_include_directories(fldkit32_odr PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include)
 target_compile_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS})
-target_link_libraries(fldkit32_odr PRIVATE user32 gdi32 kernel32 shell32 winmm advapi32)
+target_link_libraries(fldkit32_odr PRIVATE user32 gdi32 kernel32 shell32 winmm advapi32 oleacc ole32 oleaut32 uuid)
 target_link_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS} -Wl,--kill-at ${FK_STATIC_RUNTIME})
 add_test(NAME odr_lto COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target fldkit32_odr --parallel 2)
 set_tests_properties(odr_lto PROPERTIES TIMEOUT 1200)

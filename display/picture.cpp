@@ -1,3 +1,4 @@
+#include "access/classes.h"
 #include "display/picture.h"
 
 #include <shellapi.h>
@@ -124,6 +125,7 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
 }
 
 LRESULT OnDestroy(HWND h, const PictureClass& cls) {
+    ForgetAccessible(h);
     std::unique_ptr<Picture> picture(words::Image::get(h));
     words::Image::set(h, nullptr);
     MethodFree(h, words::kName);
@@ -236,6 +238,8 @@ LRESULT PictureProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const PictureClass& 
         return OnCreate(h, lp, cls);
     case WM_DESTROY:
         return OnDestroy(h, cls);
+    case WM_GETOBJECT:
+        return AnswerGetObject(h, wp, lp, kPictureAccess);
     case WM_SETTEXT:
         return OnSetText(h, wp, lp, cls);
     case WM_PAINT:

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string>
 
+#include "access/classes.h"
 #include "frame/library.h"
 #include "frame/method_text.h"
 #include "frame/method_window.h"
@@ -187,6 +188,8 @@ LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 }  // namespace
 
 LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_GETOBJECT) return fk::AnswerGetObject(h, wp, lp, fk::kCBTableAccess);
+    const fk::ValueWatch watch(h, fk::MayChangeComboText(msg), [](HWND w, const void*) { return Text(w); });
     if (fk::IsDdeMessage(msg)) return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);

@@ -1,0 +1,137 @@
+// What a screen reader learns of the entry fields: role text, the label as
+// name, the shown text as value, what the field accepts as description.
+
+#include <oleacc.h>
+
+#include <cstdio>
+
+#include "access/classes.h"
+#include "fields/entry_field.h"
+#include "fields/number_field.h"
+#include "include/fldkit.h"
+#include "links/control_links.h"
+
+namespace fk {
+
+namespace {
+
+const FieldClass& Field(const void* owner) { return *static_cast<const FieldClass*>(owner); }
+
+std::string Trimmed(std::string s) {
+    while (!s.empty() && s.back() == ' ') s.pop_back();
+    return s;
+}
+
+std::string ClassName(HWND h) {
+    char name[32] = "";
+    GetClassNameA(h, name, sizeof name);
+    return name;
+}
+
+bool Is(const std::string& cls, const char* name) { return lstrcmpiA(cls.c_str(), name) == 0; }
+
+void Append(std::string& to, const std::string& part) {
+    if (part.empty()) return;
+    if (!to.empty()) to += ", ";
+    to += part;
+}
+
+std::string StringAccepts(HWND h, const FieldClass& cls) {
+    const LONG style = GetWindowLongA(h, GWL_STYLE);
+    std::string out = "text";
+    if (style & STR_NUMERIC) out = "digits";
+    else if (style & STR_ALPHA) out = "letters";
+    else if (style & STR_ALPHANUM) out = "letters and digits";
+    if (style & STR_UPPER) Append(out, "capitals");
+    else if (style & STR_LOWER) Append(out, "small letters");
+    else if (style & STR_FIRSTCHARUPPER) Append(out, "first letter capital");
+    if (cls.view) {
+        const FieldView v = cls.view(h);
+        if (v.mask != nullptr && *v.mask) Append(out, std::string("pattern ") + v.mask);
+    }
+    return out;
+}
+
+std::string DateAccepts(HWND h) {
+    static const char* const kOrders[] = {"", "", "MM DD YY", "MM DD YYYY", "DD MM YY", "DD MM YYYY", "YY MM DD", "YYYY MM DD"};
+    const LRESULT format = SendMessageA(h, GXM_DATE_GETFORMAT, 0, 0);
+    const unsigned order = HIWORD(format);
+    const char separator = static_cast<char>(LOWORD(format));
+    if (order < 2 || order > 7) return "date";
+    std::string text = kOrders[order];
+    if (separator != 0)
+        for (char& c : text)
+            if (c == ' ') c = separator;
+    return "date " + text;
+}
+
+std::string Description(HWND h, const void* owner) {
+    const std::string cls = ClassName(h);
+    std::string out;
+    if (Is(cls, "gxString32")) out = StringAccepts(h, Field(owner));
+    else if (Is(cls, "gxNumeric32")) out = "whole number";
+    else if (Is(cls, "gxReal32")) out = "number";
+    else if (Is(cls, "gxCurrency32")) out = "amount";
+    else if (Is(cls, "gxDate32")) out = DateAccepts(h);
+    if (Field(owner).limit >= 0) {
+        const auto limit = static_cast<WORD>(GetWindowWord(h, Field(owner).limit));
+        if (limit > 0) {
+            char text[48];
+            std::snprintf(text, sizeof text, "at most %u characters", limit);
+            Append(out, text);
+        }
+    }
+    return out;
+}
+
+bool PutValue(HWND h, const char* text) {
+    if (!IsWindowEnabled(h)) return false;
+    SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    return true;
+}
+
+}  // namespace
+
+std::string FieldShownText(HWND h, const void* owner) {
+    const FieldClass& cls = Field(owner);
+    if (cls.view) {
+        const FieldView v = cls.view(h);
+        if (v.text.s[0] == 0) return {};
+        return Trimmed(FieldToScreen(v.text.s, v.mask, v.noFill, 0).s);
+    }
+    if (&cls.on == &kNumberHandlers) return Trimmed(ShownNumberText(h, static_cast<const NumberClass&>(cls)).s);
+    return Trimmed(ReadFieldText(h).s);
+}
+
+bool MayChangeFieldText(UINT msg) {
+    switch (msg) {
+    case WM_CHAR:
+    case WM_KEYDOWN:
+    case WM_SETTEXT:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_VSCROLL:
+    case WM_LBUTTONUP:
+    case WM_PASTE:
+    case WM_CUT:
+    case WM_CLEAR:
+    case WM_UNDO:
+    case EM_REPLACESEL:
+    case GXM_SETMETHOD:
+    case GXM_SETVALUE:
+    case GXM_DROPDATA:
+    case GXM_MASK:
+        return true;
+    default:
+        return IsDdeMessage(msg);
+    }
+}
+
+const AccessClass kEntryFieldAccess{
+    .role = ROLE_SYSTEM_TEXT,
+    .value = FieldShownText,
+    .description = Description,
+    .putValue = PutValue,
+};
+
+}  // namespace fk
