@@ -259,6 +259,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* out) override {
         return text(child, out, [](ControlAccessible& self, LONG id) {
+            if (id == CHILDID_SELF && self.cls_.hasDefault && !self.cls_.hasDefault(self.h_)) return std::string();
             const char* action = id == CHILDID_SELF ? self.cls_.defaultAction : self.cls_.children->defaultAction;
             return std::string(action ? action : "");
         });
@@ -376,7 +377,7 @@ public:
         const LONG id = ChildIdOf(child);
         if (!validChild(id)) return E_INVALIDARG;
         if (id == CHILDID_SELF) {
-            if (cls_.doDefault == nullptr) return DISP_E_MEMBERNOTFOUND;
+            if (cls_.doDefault == nullptr || (cls_.hasDefault && !cls_.hasDefault(h_))) return DISP_E_MEMBERNOTFOUND;
             return cls_.doDefault(h_) ? S_OK : E_FAIL;
         }
         if (cls_.children->doDefault == nullptr) return DISP_E_MEMBERNOTFOUND;
@@ -417,7 +418,7 @@ private:
         LONG state = 0;
         if (style & WS_DISABLED) state |= STATE_SYSTEM_UNAVAILABLE;
         if (!IsWindowVisible(h_)) state |= STATE_SYSTEM_INVISIBLE;
-        if (cls_.focusable && (style & WS_DISABLED) == 0) state |= STATE_SYSTEM_FOCUSABLE;
+        if ((cls_.focusable || (style & WS_TABSTOP)) && (style & WS_DISABLED) == 0) state |= STATE_SYSTEM_FOCUSABLE;
         if (GetFocus() == h_) state |= STATE_SYSTEM_FOCUSED;
         if (cls_.state) state |= cls_.state(h_);
         return state;

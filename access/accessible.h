@@ -55,11 +55,14 @@ struct AccessClass {
     // States beyond those every window has (unavailable, invisible,
     // focusable, focused).
     LONG (*state)(HWND h) = nullptr;
+    // Takes the focus (false: only when the application made it a tab stop).
     bool focusable = true;
     // put_accValue; null: refused.
     bool (*putValue)(HWND h, const char* text) = nullptr;
     const char* defaultAction = nullptr;
     bool (*doDefault)(HWND h) = nullptr;
+    // Whether the default action is there for this control (null: always).
+    bool (*hasDefault)(HWND h) = nullptr;
     const AccessChildren* children = nullptr;
 };
 

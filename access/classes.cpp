@@ -218,14 +218,20 @@ std::string PictureName(HWND h, const void*) {
     const std::string label = LabelBefore(h);
     return label.empty() ? WindowTextOf(h) : label;
 }
+// A picture that starts a program opens it, as a double click does: the
+// key goes the way of the keyboard's Enter.
+bool StartsProgram(HWND h) {
+    char method[kMethodMax + 1] = "";
+    SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(method));
+    return MethodShort(method).has("@PROG");
+}
+bool OpenProgram(HWND h) { return IsWindowEnabled(h) && PostMessageA(h, WM_KEYDOWN, VK_RETURN, 0) != FALSE; }
+
 std::string OwnText(HWND h, const void*) { return WithoutAmpersand(WindowTextOf(h)); }
 LONG ReadOnly(HWND) { return STATE_SYSTEM_READONLY; }
 
-std::string TickerName(HWND h, const void*) {
-    const std::string label = LabelBefore(h);
-    return label.empty() ? WindowTextOf(h) : label;
-}
-std::string TickerValue(HWND h, const void*) { return WindowTextOf(h); }
+// The whole text, not the slice that is scrolling past.
+std::string TickerText(HWND h, const void*) { return WindowTextOf(h); }
 LONG TickerState(HWND) { return STATE_SYSTEM_READONLY | STATE_SYSTEM_MARQUEED; }
 
 // ---- gxColor32: three sliders, red, green and blue ----
@@ -360,12 +366,18 @@ const AccessClass kCBTableAccess{
     .role = ROLE_SYSTEM_COMBOBOX, .value = ComboValue, .putValue = ComboPut, .children = &kComboParts};
 const AccessClass kButtonAccess{
     .role = ROLE_SYSTEM_PUSHBUTTON, .name = ButtonName, .state = ButtonState, .defaultAction = "Press", .doDefault = ButtonPress};
-const AccessClass kPictureAccess{.role = ROLE_SYSTEM_GRAPHIC, .name = PictureName, .state = ReadOnly, .focusable = false};
+const AccessClass kPictureAccess{.role = ROLE_SYSTEM_GRAPHIC,
+                                  .name = PictureName,
+                                  .state = ReadOnly,
+                                  .focusable = false,
+                                  .defaultAction = "Open",
+                                  .doDefault = OpenProgram,
+                                  .hasDefault = StartsProgram};
 const AccessClass kText3DAccess{.role = ROLE_SYSTEM_STATICTEXT, .name = OwnText, .state = ReadOnly, .focusable = false};
 const AccessClass kFrame3DAccess{.role = ROLE_SYSTEM_GROUPING, .name = OwnText, .focusable = false};
 const AccessClass kLineAccess{.role = ROLE_SYSTEM_SEPARATOR, .name = [](HWND, const void*) { return std::string(); }, .focusable = false};
 const AccessClass kTickerAccess{
-    .role = ROLE_SYSTEM_STATICTEXT, .name = TickerName, .value = TickerValue, .state = TickerState, .focusable = false};
+    .role = ROLE_SYSTEM_STATICTEXT, .name = TickerText, .state = TickerState, .focusable = false};
 const AccessClass kColorAccess{
     .role = ROLE_SYSTEM_GROUPING, .value = ColourValue, .description = ColourDescription, .children = &kComponents};
 

@@ -198,6 +198,23 @@ LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
     return 0;
 }
 
+// From the keyboard (a picture the application made a tab stop): Enter or
+// the space bar starts the program, as the mouse does.
+LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
+    if (wp != VK_RETURN && wp != VK_SPACE) return DefWindowProcA(h, WM_KEYDOWN, wp, lp);
+    Launch(h, cls);
+    return 0;
+}
+
+// A picture that starts a program wants Enter, which a dialog would
+// otherwise give its default button.
+LRESULT OnGetDlgCode(HWND h, LPARAM lp, const PictureClass& cls) {
+    const auto* msg = reinterpret_cast<const MSG*>(lp);
+    if (msg != nullptr && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN && MethodHas(h, cls, "@PROG"))
+        return DLGC_WANTMESSAGE;
+    return 0;
+}
+
 LRESULT OnCaptureChanged(HWND h, LPARAM lp) {
     if (reinterpret_cast<HWND>(lp) != h) SetState(h, 0);
     return 0;
@@ -262,6 +279,10 @@ LRESULT PictureProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const PictureClass& 
         return OnLButtonUp(h, wp, lp, cls);
     case WM_CAPTURECHANGED:
         return OnCaptureChanged(h, lp);
+    case WM_KEYDOWN:
+        return OnKeyDown(h, wp, lp, cls);
+    case WM_GETDLGCODE:
+        return OnGetDlgCode(h, lp, cls);
     case WM_DROPFILES:
         return OnDropFiles(h, wp, cls);
     case GXM_SETMETHOD:

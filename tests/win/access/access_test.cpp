@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "links/hooks.h"
 #include "tests/support/pump.h"
 #include "tests/support/window.h"
 
@@ -168,7 +169,7 @@ TEST(Access, EveryClassTellsRoleNameAndValue) {
         {"gxText3D32", 0, "&Total", ROLE_SYSTEM_STATICTEXT, "Total", ""},
         {"gxFrame3D32", 0, "Address", ROLE_SYSTEM_GROUPING, "Address", ""},
         {"gxLine32", 0, "", ROLE_SYSTEM_SEPARATOR, "", ""},
-        {"gxTicker32", 0, "Prices rise at noon", ROLE_SYSTEM_STATICTEXT, "Quantity:", "Prices rise at noon"},
+        {"gxTicker32", 0, "Prices rise at noon", ROLE_SYSTEM_STATICTEXT, "Prices rise at noon", ""},
         {"gxColor32", 0, "", ROLE_SYSTEM_GROUPING, "Quantity:", "red 0, green 0, blue 0"},
     };
     for (const auto& c : cases) {
@@ -342,6 +343,41 @@ TEST(Access, PictureButtonTakesTheNameItsApplicationGives) {
     HWND button = form.add("gxButton32", BTN_TOOLBAR, "TBCLEAR", nullptr);
     SendMessageA(button, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@ACCNAME(Clear the form)"));
     EXPECT_EQ(HearWindow(button).name, "Clear the form");
+}
+
+std::vector<std::string> g_started;
+UINT WINAPI FakeExec(LPCSTR command, UINT) { return g_started.push_back(command), 33; }
+
+// A picture that starts a program does so from the keyboard and through
+// its default action, as a double click does; one without a program has
+// no action and leaves Enter to the dialog.
+TEST(Access, PictureStartsItsProgramWithoutTheMouse) {
+    const FkLinkHooks fakes{nullptr, FakeExec, nullptr, nullptr, nullptr, nullptr};
+    fkSetLinkHooks(&fakes);
+    Form form;
+    HWND with = form.add("gxBitmap32", 0, "", "Help:");
+    HWND without = form.add("gxIcon32", 0, "", "Logo:");
+    SendMessageA(with, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@PROG(notepad.exe)@CMDLINE(a.txt)"));
+    MSG enter{with, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    EXPECT_EQ(SendMessageA(with, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&enter)), DLGC_WANTMESSAGE);
+    enter.hwnd = without;
+    EXPECT_EQ(SendMessageA(without, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&enter)), 0);
+
+    g_started.clear();
+    for (WPARAM key : {WPARAM{VK_RETURN}, WPARAM{VK_SPACE}, WPARAM{'A'}}) SendMessageA(with, WM_KEYDOWN, key, 0);
+    EXPECT_EQ(g_started, (std::vector<std::string>{"notepad.exe a.txt", "notepad.exe a.txt"}));
+
+    g_started.clear();
+    Acc a = ObjectOf(with);
+    ASSERT_TRUE(a);
+    EXPECT_EQ(Hear(a.get()).action, "Open");
+    ASSERT_EQ(a->accDoDefaultAction(Child(CHILDID_SELF)), S_OK);
+    EXPECT_TRUE(PumpUntil([] { return g_started.size() == 1; }));
+    Acc b = ObjectOf(without);
+    ASSERT_TRUE(b);
+    EXPECT_EQ(Hear(b.get()).action, "");
+    EXPECT_EQ(b->accDoDefaultAction(Child(CHILDID_SELF)), DISP_E_MEMBERNOTFOUND);
+    fkSetLinkHooks(nullptr);
 }
 
 TEST(Access, ColourComponentsAreSlidersReadAndSet) {
