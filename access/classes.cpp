@@ -231,7 +231,11 @@ std::string OwnText(HWND h, const void*) { return WithoutAmpersand(WindowTextOf(
 LONG ReadOnly(HWND) { return STATE_SYSTEM_READONLY; }
 
 // The whole text, not the slice that is scrolling past.
-std::string TickerText(HWND h, const void*) { return WindowTextOf(h); }
+std::string TickerText(HWND h, const void*) {
+    std::string text = WindowTextOf(h);
+    while (!text.empty() && text.back() == ' ') text.pop_back();
+    return text;
+}
 LONG TickerState(HWND) { return STATE_SYSTEM_READONLY | STATE_SYSTEM_MARQUEED; }
 
 // ---- gxColor32: three sliders, red, green and blue ----

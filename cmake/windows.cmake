@@ -160,3 +160,20 @@ set_tests_properties(design_host PROPERTIES
   TIMEOUT 120
   PASS_REGULAR_EXPRESSION "after the style dialog"
   FAIL_REGULAR_EXPRESSION "gave no class list")
+
+# The screen-reader transcript: reads a dialog through oleacc from another
+# process. The demo runs it at the end of its script (--transcript FILE);
+# scripts/demo.sh keeps docs/accessibility.md as it writes it.
+add_executable(fkreader tools/fkreader.cpp)
+target_compile_options(fkreader PRIVATE -Wall -Wextra)
+target_link_libraries(fkreader PRIVATE oleacc ole32 oleaut32 uuid user32)
+target_link_options(fkreader PRIVATE ${FK_STATIC_RUNTIME})
+install(TARGETS fkreader RUNTIME DESTINATION bin)
+add_dependencies(fkdemo fkreader)
+add_test(NAME demo_transcript COMMAND fkdemo --auto --transcript transcript.md)
+set_tests_properties(demo_transcript PROPERTIES
+  ENVIRONMENT "${FK_WINE_ENV}"
+  FIXTURES_REQUIRED wine
+  TIMEOUT 300
+  PASS_REGULAR_EXPRESSION "Screen reader transcript: [1-9][0-9] controls read"
+  FAIL_REGULAR_EXPRESSION "could not be started|took too long|no object")
