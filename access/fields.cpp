@@ -38,7 +38,7 @@ void Append(std::string& to, const std::string& part) {
 
 std::string StringAccepts(HWND h, const FieldClass& cls) {
     const LONG style = GetWindowLongA(h, GWL_STYLE);
-    std::string out = "text";
+    std::string out;
     if (style & STR_NUMERIC) out = "digits";
     else if (style & STR_ALPHA) out = "letters";
     else if (style & STR_ALPHANUM) out = "letters and digits";

@@ -343,7 +343,7 @@ static void WriteTranscript(HWND dlg, const char* path) {
     GetModuleFileNameA(NULL, exe, sizeof exe);
     slash = strrchr(exe, '\\');
     if (slash != NULL) slash[1] = 0;
-    sprintf(command, "\"%sfkreader.exe\" --window %lx --out \"%s\"", exe, (unsigned long)(ULONG_PTR)dlg, path);
+    sprintf(command, "\"%sfkreader.exe\" --window %p --out \"%s\"", exe, (void*)dlg, path);
     memset(&si, 0, sizeof si);
     si.cb = sizeof si;
     if (!CreateProcessA(NULL, command, NULL, NULL, FALSE, 0, NULL, NULL, &si, &pi)) {
