@@ -474,16 +474,17 @@ std::vector<HWND> g_watching;
 // destroyed, at the next request after it is gone).
 struct Handed {
     HWND window;
-    ControlAccessible* object;
+    ComRef<ControlAccessible> object;
 };
 std::vector<Handed> g_handed;
 
+// The window goes: its object lets go of it, remote readers are cut off,
+// and the table's reference is given back.
 void Drop(std::vector<Handed>::iterator at) {
-    ControlAccessible* object = at->object;
+    ComRef<ControlAccessible> object = std::move(at->object);
     g_handed.erase(at);
     object->disconnect();
-    CoDisconnectObject(static_cast<IAccessible*>(object), 0);
-    object->Release();
+    CoDisconnectObject(static_cast<IAccessible*>(object.get()), 0);
 }
 
 void DropGone() {
@@ -511,11 +512,12 @@ LRESULT AnswerGetObject(HWND h, WPARAM wp, LPARAM lp, const AccessClass& cls, co
     }
     ControlAccessible* object = nullptr;
     if (at != g_handed.end()) {
-        object = at->object;
+        object = at->object.get();
     } else {
-        object = new (std::nothrow) ControlAccessible(h, cls, owner);
-        if (object == nullptr) return 0;
-        g_handed.push_back({h, object});
+        ComRef<ControlAccessible> made(new (std::nothrow) ControlAccessible(h, cls, owner));
+        if (!made) return 0;
+        object = made.get();
+        g_handed.push_back({h, std::move(made)});
     }
     const LRESULT r = LresultFromObject(IID_IAccessible, wp, static_cast<IAccessible*>(object));
     return FAILED(r) ? 0 : r;
@@ -526,7 +528,11 @@ void ForgetAccessible(HWND h) {
     if (at != g_handed.end()) Drop(at);
 }
 
-size_t AccessibleObjectsHeld() { return g_handed.size(); }
+}  // namespace fk
+
+extern "C" int WINAPI fkAccessibleObjects() { return static_cast<int>(fk::g_handed.size()); }
+
+namespace fk {
 
 std::string WindowTextOf(HWND h) {
     char text[1024] = "";

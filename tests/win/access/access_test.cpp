@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "access/accessible.h"
 #include "include/fldkit.h"
 #include "links/hooks.h"
 #include "tests/support/pump.h"
@@ -482,7 +483,9 @@ TEST(Access, ObjectsOutliveTheirWindowsQuietly) {
             a = ObjectOf(h);
             ASSERT_TRUE(a);
             SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("1"));  // events while it lives
+            EXPECT_EQ(fkAccessibleObjects(), 1);
         }
+        EXPECT_EQ(fkAccessibleObjects(), 0);  // the window took its object along
         BSTR s = nullptr;
         const HRESULT gone = a->get_accName(Child(CHILDID_SELF), &s);
         EXPECT_TRUE(gone == RPC_E_DISCONNECTED || gone == E_FAIL) << std::hex << gone;
