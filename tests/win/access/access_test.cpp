@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <oleacc.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -230,34 +231,38 @@ TEST(Access, EntryFieldsRaiseOneValueChangePerChange) {
     EXPECT_EQ(Listener::Count(EVENT_OBJECT_FOCUS, field), 1);  // the system's, not a second one of ours
     const struct {
         const char* what;
+        bool selectAll;  // the whole text selected first
+        BYTE held;       // a key held down (0: none)
         UINT msg;
         WPARAM wp;
         const char* text;
         int events;
         const char* after;
     } steps[] = {
-        {"a digit typed", WM_CHAR, '7', nullptr, 1, "7"},
-        {"a letter refused", WM_CHAR, 'x', nullptr, 0, "7"},
-        {"another digit", WM_CHAR, '3', nullptr, 1, "73"},
-        {"backspace", WM_KEYDOWN, VK_BACK, nullptr, 1, "7"},
-        {"text set", WM_SETTEXT, 0, "42", 1, "42"},
-        {"the same text again", WM_SETTEXT, 0, "42", 0, "42"},
-        {"value set", GXM_SETVALUE, 0, "55", 1, "55"},
-        {"selection typed over", EM_REPLACESEL, '9', nullptr, 1, "9"},
+        {"a digit typed", false, 0, WM_CHAR, '7', nullptr, 1, "7"},
+        {"a letter refused", false, 0, WM_CHAR, 'x', nullptr, 0, "7"},
+        {"another digit", false, 0, WM_CHAR, '3', nullptr, 1, "73"},
+        {"backspace", false, 0, WM_KEYDOWN, VK_BACK, nullptr, 1, "7"},
+        {"text set", false, 0, WM_SETTEXT, 0, "42", 1, "42"},
+        {"the same text again", false, 0, WM_SETTEXT, 0, "42", 0, "42"},
+        {"value set", false, 0, GXM_SETVALUE, 0, nullptr, 1, "55"},
+        {"cut (Shift+Delete)", true, VK_SHIFT, WM_KEYDOWN, VK_DELETE, nullptr, 1, ""},
+        {"pasted (Shift+Insert)", false, VK_SHIFT, WM_KEYDOWN, VK_INSERT, nullptr, 1, "55"},
+        {"selection typed over", true, 0, WM_CHAR, '9', nullptr, 1, "9"},
     };
     for (const auto& s : steps) {
         SCOPED_TRACE(s.what);
+        if (s.selectAll) SendMessageA(field, EM_SETSEL, 0, -1);
+        BYTE keys[256] = {}, saved[256] = {};
+        GetKeyboardState(saved);
+        std::copy(saved, saved + 256, keys);
+        if (s.held) keys[s.held] = 0x80;
+        SetKeyboardState(keys);
         Listener::Clear();
-        if (s.msg == GXM_SETVALUE) {
-            LONG v = 55;
-            SendMessageA(field, s.msg, 0, reinterpret_cast<LPARAM>(&v));
-        } else if (s.msg == EM_REPLACESEL) {
-            SendMessageA(field, EM_SETSEL, 0, -1);
-            Listener::Clear();
-            SendMessageA(field, WM_CHAR, s.wp, 1);
-        } else {
-            SendMessageA(field, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text));
-        }
+        LONG number = 55;
+        const LPARAM lp = s.msg == GXM_SETVALUE ? reinterpret_cast<LPARAM>(&number) : reinterpret_cast<LPARAM>(s.text);
+        SendMessageA(field, s.msg, s.wp, lp);
+        SetKeyboardState(saved);
         EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, field), s.events);
         if (s.after) EXPECT_EQ(HearWindow(field).value, s.after);
     }
