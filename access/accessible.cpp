@@ -87,10 +87,14 @@ bool ClientOnScreen(HWND h, RECT& r) {
     return true;
 }
 
+// Objects alive, whoever holds them (the table, readers, COM's stubs).
+LONG g_alive = 0;
+
 class ControlAccessible final : public IAccessible {
 public:
     ControlAccessible(HWND h, const AccessClass& cls, const void* owner) : h_(h), cls_(cls), owner_(owner) {
         CreateStdAccessibleObject(h, OBJID_CLIENT, IID_IAccessible, standard_.putVoid());
+        ++g_alive;
     }
 
     bool describedBy(const AccessClass& cls) const { return &cls_ == &cls; }
@@ -400,7 +404,7 @@ public:
     }
 
 private:
-    ~ControlAccessible() = default;
+    ~ControlAccessible() { --g_alive; }
 
     bool alive() const { return h_ != nullptr && IsWindow(h_); }
 
@@ -530,7 +534,7 @@ void ForgetAccessible(HWND h) {
 
 }  // namespace fk
 
-extern "C" int WINAPI fkAccessibleObjects() { return static_cast<int>(fk::g_handed.size()); }
+extern "C" int WINAPI fkAccessibleObjects() { return static_cast<int>(fk::g_alive); }
 
 namespace fk {
 

@@ -109,7 +109,8 @@ private:
 
 }  // namespace fk
 
-// How many accessible objects the library holds: one per live window that a
-// reader asked for one. Exported for the tests and the soak run, which check
-// that destroyed windows leave none behind; not in the public header.
+// How many accessible objects are alive: those of live windows that a reader
+// asked for, and those readers still hold. Exported for the tests and the
+// soak run, which check that nothing keeps one once its window and its
+// readers are gone; not in the public header.
 extern "C" int WINAPI fkAccessibleObjects(void);
