@@ -8,6 +8,7 @@
 #include "access/classes.h"
 #include "fields/entry_field.h"
 #include "fields/number_field.h"
+#include "frame/method_text.h"
 #include "include/fldkit.h"
 #include "links/control_links.h"
 
@@ -65,6 +66,29 @@ std::string DateAccepts(HWND h) {
     return "date " + text;
 }
 
+// What validation will ask of the value: "required" ("@MND"), "1 to 99"
+// ("@RNG(1,99)"), "one of A, B" ("@CHC(A,B)").
+std::string Demands(HWND h) {
+    char method[kMethodMax + 1] = "";
+    SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(method));
+    MethodShort copy(method);
+    std::string out;
+    if (copy.has("@MND")) out = "required";
+    std::string range = copy.param("@RNG");
+    if (copy.found() && !range.empty()) {
+        const size_t comma = range.find(',');
+        if (comma != std::string::npos && range.find(',', comma + 1) == std::string::npos)
+            range = range.substr(0, comma) + " to " + range.substr(comma + 1);
+        Append(out, range);
+    }
+    std::string choice = copy.param("@CHC");
+    if (copy.found() && !choice.empty()) {
+        for (size_t at = choice.find(','); at != std::string::npos; at = choice.find(',', at + 2)) choice.replace(at, 1, ", ");
+        Append(out, "one of " + choice);
+    }
+    return out;
+}
+
 std::string Description(HWND h, const void* owner) {
     const std::string cls = ClassName(h);
     std::string out;
@@ -73,6 +97,7 @@ std::string Description(HWND h, const void* owner) {
     else if (Is(cls, "gxReal32")) out = "number";
     else if (Is(cls, "gxCurrency32")) out = "amount";
     else if (Is(cls, "gxDate32")) out = DateAccepts(h);
+    Append(out, Demands(h));
     if (Field(owner).limit >= 0) {
         const auto limit = static_cast<WORD>(GetWindowWord(h, Field(owner).limit));
         if (limit > 0) {

@@ -197,6 +197,8 @@ TEST(Access, FieldsTellWhatTheyAcceptAndTheirStates) {
     HWND numeric = form.add("gxNumeric32", NUM_LONG, "", "Count:");
     EXPECT_EQ(HearWindow(date).description, "date DD.MM.YYYY");
     EXPECT_EQ(HearWindow(numeric).description, "whole number");
+    SendMessageA(numeric, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MND@RNG(1,99)@LIMIT(2)"));
+    EXPECT_EQ(HearWindow(numeric).description, "whole number, required, 1 to 99, at most 2 characters");
 
     SetFocus(numeric);
     EXPECT_EQ(HearWindow(numeric).state & (STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED),
