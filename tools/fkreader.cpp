@@ -148,7 +148,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    std::FILE* out = outPath ? std::fopen(outPath, "w") : stdout;
+    std::FILE* out = outPath ? std::fopen(outPath, "wb") : stdout;  // the same bytes on every system
     if (out == nullptr) {
         std::fprintf(stderr, "fkreader: cannot write %s\n", outPath);
         return 2;
