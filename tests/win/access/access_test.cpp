@@ -4,6 +4,8 @@
 // bad child ids and after their windows are gone.
 
 #include <gtest/gtest.h>
+#include <windows.h>
+#include <dde.h>
 #include <oleacc.h>
 
 #include <algorithm>
@@ -97,7 +99,7 @@ Heard HearWindow(HWND h, LONG child = CHILDID_SELF) {
 // A form as a dialog lays it out: each control after its label.
 class Form {
 public:
-    Form() : parent_(MakeParent(nullptr, 600, 500)) {}
+    explicit Form(WNDPROC proc = nullptr) : parent_(MakeParent(proc, 600, 500)) {}
     HWND add(const char* cls, DWORD style, const char* text, const char* label = "&Quantity:") {
         const int y = 10 + 30 * static_cast<int>(windows_.size());
         if (label) windows_.emplace_back(CreateWindowExA(0, "static", label, WS_CHILD | WS_VISIBLE, 10, y, 80, 20, parent_,
@@ -272,6 +274,36 @@ TEST(Access, EntryFieldsRaiseOneValueChangePerChange) {
         EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, field), s.events);
         if (s.after) EXPECT_EQ(HearWindow(field).value, s.after);
     }
+}
+
+// A dialog hands the initiate broadcast to its children.
+LRESULT CALLBACK ForwardInitiates(HWND self, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg != WM_DDE_INITIATE) return DefWindowProcA(self, msg, wp, lp);
+    for (HWND c = GetWindow(self, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) SendMessageA(c, msg, wp, lp);
+    return 0;
+}
+
+// A linked client field shows what its server sends: each update is one
+// change for a reader, in the client as in the ticker.
+TEST(Access, DdeUpdatesAreValueChanges) {
+    Listener listener;
+    Form servers(ForwardInitiates), clients(ForwardInitiates);
+    HWND server = servers.add("gxString32", 0, "");
+    SendMessageA(server, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@SERVER(FkAcc,Prices,Item)"));
+    HWND field = clients.add("gxString32", 0, "");
+    HWND ticker = clients.add("gxTicker32", 0, "", nullptr);
+    for (HWND c : {field, ticker})
+        SendMessageA(c, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@CLIENT(FkAcc,Prices,Item)NOAUTOSTART"));
+    PumpIdle();
+    ASSERT_EQ(GetPropA(field, "CLIENT"), server);
+    SetFocus(server);
+    Listener::Clear();
+    for (char c : std::string("42")) SendMessageA(server, WM_CHAR, static_cast<WPARAM>(c), 1);
+    PumpIdle();
+    EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, field), 2);
+    EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, ticker), 2);
+    EXPECT_EQ(HearWindow(field).value, "42");
+    EXPECT_EQ(HearWindow(ticker).name, "42");
 }
 
 TEST(Access, StringFieldTypingAndMaskShowTheScreenText) {
