@@ -1,9 +1,9 @@
 // gxLine32: the etched separator line. Purely decorative: clicks go through
 // it to what lies beneath.
 
-#include "access/classes.h"
 #include "display/line.h"
 
+#include "access/classes.h"
 #include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/window_words.h"

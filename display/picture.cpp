@@ -1,4 +1,3 @@
-#include "access/classes.h"
 #include "display/picture.h"
 
 #include <shellapi.h>
@@ -6,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "display/dib.h"
 #include "display/paint_util.h"
