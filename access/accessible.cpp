@@ -3,6 +3,7 @@
 #include <oleacc.h>
 
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "access/classes.h"
@@ -57,7 +58,7 @@ bool IsDecoration(HWND h) {
     const std::string cls = ClassOf(h);
     if (lstrcmpiA(cls.c_str(), "gxLine32") == 0 || lstrcmpiA(cls.c_str(), "gxFrame3D32") == 0) return true;
     if (lstrcmpiA(cls.c_str(), "static") == 0) return !IsStaticText(h);  // rectangles, frames, pictures
-    if (lstrcmpiA(cls.c_str(), "button") == 0) return (GetWindowLongA(h, GWL_STYLE) & 0x0F) == BS_GROUPBOX;
+    if (lstrcmpiA(cls.c_str(), "button") == 0) return (GetWindowLongA(h, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
     return false;
 }
 
@@ -70,8 +71,7 @@ HWND LabelWindow(HWND h) {
     return nullptr;
 }
 
-// ---- the objects of live windows ----
-
+// ---- the objects ----
 
 LONG ChildIdOf(const VARIANT& v) { return v.vt == VT_I4 ? v.lVal : v.vt == VT_EMPTY ? CHILDID_SELF : -1; }
 
