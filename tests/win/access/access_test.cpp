@@ -189,7 +189,9 @@ TEST(Access, EveryClassTellsRoleNameAndValue) {
         const Heard heard = HearWindow(h);
         EXPECT_EQ(heard.role, c.role);
         EXPECT_EQ(heard.name, c.name);
-        if (c.value) EXPECT_EQ(heard.value, c.value);
+        if (c.value) {
+            EXPECT_EQ(heard.value, c.value);
+        }
     }
 }
 
@@ -272,7 +274,9 @@ TEST(Access, EntryFieldsRaiseOneValueChangePerChange) {
         SendMessageA(field, s.msg, s.wp, lp);
         SetKeyboardState(saved);
         EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, field), s.events);
-        if (s.after) EXPECT_EQ(HearWindow(field).value, s.after);
+        if (s.after) {
+            EXPECT_EQ(HearWindow(field).value, s.after);
+        }
     }
 }
 
