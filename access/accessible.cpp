@@ -578,6 +578,10 @@ char LabelMnemonic(HWND h) {
 
 void RaiseEvent(HWND h, DWORD event, LONG child) { NotifyWinEvent(event, h, OBJID_CLIENT, child); }
 
+void RaiseValueChangeUnlessWatched(HWND h) {
+    if (std::find(g_watching.begin(), g_watching.end(), h) == g_watching.end()) RaiseEvent(h, EVENT_OBJECT_VALUECHANGE);
+}
+
 ValueWatch::ValueWatch(HWND h, bool watched, Reader read, const void* owner) {
     if (!watched || std::find(g_watching.begin(), g_watching.end(), h) != g_watching.end()) return;
     h_ = h;

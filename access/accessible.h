@@ -88,6 +88,10 @@ std::string WindowTextOf(HWND h);
 // NotifyWinEvent for the control's client object.
 void RaiseEvent(HWND h, DWORD event, LONG child = CHILDID_SELF);
 
+// EVENT_OBJECT_VALUECHANGE for a change already made (an edit part's
+// EN_CHANGE), unless a watch of h is under way: that one tells.
+void RaiseValueChangeUnlessWatched(HWND h);
+
 // Raises EVENT_OBJECT_VALUECHANGE once when what read() answers for h
 // differs after a message from what it answered before. Nested watches of
 // the same window (a message that sends itself another) leave it to the

@@ -318,10 +318,15 @@ std::string GivenName(HWND h) {
     return copy.found() ? std::string(name) : std::string();
 }
 
-bool MayChangeComboText(UINT msg) {
+bool MayChangeComboText(UINT msg, WPARAM wp) {
     switch (msg) {
     case WM_COMMAND:
+        return HIWORD(wp) != EN_CHANGE;
     case WM_SETTEXT:
+    case WM_PASTE:
+    case WM_CUT:
+    case WM_CLEAR:
+    case WM_UNDO:
     case WM_KEYDOWN:
     case WM_CHAR:
     case WM_LBUTTONUP:

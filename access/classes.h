@@ -20,7 +20,10 @@ bool MayChangeFieldText(UINT msg);
 
 extern const AccessClass kTableAccess;
 extern const AccessClass kCBTableAccess;
-bool MayChangeComboText(UINT msg);
+// The messages to the combo table, or to its edit part, after which it may
+// show another key (an edit part's EN_CHANGE tells of a change already
+// made: RaiseValueChangeUnlessWatched).
+bool MayChangeComboText(UINT msg, WPARAM wp);
 extern const AccessClass kButtonAccess;
 // gxBitmap32 and gxIcon32.
 extern const AccessClass kPictureAccess;

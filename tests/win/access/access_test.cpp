@@ -485,6 +485,16 @@ TEST(Access, ComboTableOffersItsItemButtonAndList) {
     SendMessageA(combo, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("BLUE"));
     EXPECT_EQ(Hear(a.get()).value, "BLUE");
     EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, combo), 1);
+    // Typing in the edit part: "b" completes to the key.
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(combo, &info));
+    SetWindowTextA(info.hwndItem, "");
+    SetFocus(info.hwndItem);
+    Listener::Clear();
+    SendMessageA(info.hwndItem, WM_CHAR, 'b', 1);
+    EXPECT_EQ(Hear(a.get()).value, "BLUE");
+    EXPECT_EQ(Listener::Count(EVENT_OBJECT_VALUECHANGE, combo), 1);
 }
 
 // ---- bad input ----
