@@ -330,6 +330,7 @@ TEST(Access, TableRowsAreChildrenAndSelectionIsAnnounced) {
     Listener listener;
     Form form;
     HWND table = form.add("gxTable32", WS_BORDER | WS_VSCROLL, "", "Fruit:");
+    SetWindowPos(table, nullptr, 0, 0, 200, 120, SWP_NOMOVE | SWP_NOZORDER);
     for (const char* row : {"Apple", "Banana", "Cherry"}) SendMessageA(table, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
     Acc a = ObjectOf(table);
     ASSERT_TRUE(a);
@@ -364,6 +365,22 @@ TEST(Access, TableRowsAreChildrenAndSelectionIsAnnounced) {
         ASSERT_EQ(a->get_accSelection(&sel), S_OK);
         EXPECT_EQ(sel.lVal, s.row);
     }
+
+    // A reader chooses a row, and finds the row under a point of it.
+    Listener::Clear();
+    ASSERT_EQ(a->accSelect(SELFLAG_TAKESELECTION, Child(2)), S_OK);
+    char key[64] = "";
+    SendMessageA(table, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(key));
+    EXPECT_STREQ(key, "Banana");
+    EXPECT_EQ(Listener::Count(EVENT_OBJECT_SELECTION, table, 2), 1);
+    LONG x = 0, y = 0, cx = 0, cy = 0;
+    ASSERT_EQ(a->accLocation(&x, &y, &cx, &cy, Child(3)), S_OK);
+    EXPECT_GT(cx, 0);
+    VARIANT hit;
+    VariantInit(&hit);
+    ASSERT_EQ(a->accHitTest(x + cx / 2, y + cy / 2, &hit), S_OK);
+    EXPECT_EQ(hit.vt, VT_I4);
+    EXPECT_EQ(hit.lVal, 3);
 }
 
 // ---- button, colour, combo ----
