@@ -53,25 +53,42 @@ std::string Cell(std::string s) {
     return s;
 }
 
+// Roles and states in English words of our own, so that the page reads the
+// same whatever the language of the system it was made on; a role not in
+// the table is named by the system.
 std::string RoleText(LONG role) {
+    static const struct {
+        LONG role;
+        const char* text;
+    } kRoles[] = {{ROLE_SYSTEM_CLIENT, "client"},       {ROLE_SYSTEM_GROUPING, "grouping"},
+                  {ROLE_SYSTEM_SEPARATOR, "separator"}, {ROLE_SYSTEM_LIST, "list"},
+                  {ROLE_SYSTEM_LISTITEM, "list item"},  {ROLE_SYSTEM_GRAPHIC, "graphic"},
+                  {ROLE_SYSTEM_STATICTEXT, "static text"}, {ROLE_SYSTEM_TEXT, "editable text"},
+                  {ROLE_SYSTEM_PUSHBUTTON, "push button"}, {ROLE_SYSTEM_COMBOBOX, "combo box"},
+                  {ROLE_SYSTEM_SLIDER, "slider"}};
+    for (const auto& r : kRoles)
+        if (r.role == role) return r.text;
     char text[128] = "";
     GetRoleTextA(static_cast<DWORD>(role), text, sizeof text);
     return text;
 }
 
-// The states a reader speaks of (not focusable, which every control is).
+// The states a reader speaks of (not focusable, which every control is, nor
+// off-screen, which depends on the fonts of the machine).
 std::string StateText(LONG state) {
-    static const DWORD kSpoken[] = {STATE_SYSTEM_UNAVAILABLE, STATE_SYSTEM_SELECTED,  STATE_SYSTEM_FOCUSED,
-                                    STATE_SYSTEM_PRESSED,     STATE_SYSTEM_CHECKED,   STATE_SYSTEM_READONLY,
-                                    STATE_SYSTEM_DEFAULT,     STATE_SYSTEM_PROTECTED, STATE_SYSTEM_MARQUEED,
-                                    STATE_SYSTEM_INVISIBLE};
+    static const struct {
+        DWORD bit;
+        const char* text;
+    } kSpoken[] = {{STATE_SYSTEM_UNAVAILABLE, "unavailable"}, {STATE_SYSTEM_SELECTED, "selected"},
+                   {STATE_SYSTEM_FOCUSED, "focused"},         {STATE_SYSTEM_PRESSED, "pressed"},
+                   {STATE_SYSTEM_CHECKED, "checked"},         {STATE_SYSTEM_READONLY, "read only"},
+                   {STATE_SYSTEM_DEFAULT, "default"},         {STATE_SYSTEM_PROTECTED, "protected"},
+                   {STATE_SYSTEM_MARQUEED, "marqueed"}};
     std::string out;
-    for (DWORD bit : kSpoken) {
-        if ((static_cast<DWORD>(state) & bit) == 0) continue;
-        char text[64] = "";
-        GetStateTextA(bit, text, sizeof text);
+    for (const auto& s : kSpoken) {
+        if ((static_cast<DWORD>(state) & s.bit) == 0) continue;
         if (!out.empty()) out += ", ";
-        out += text;
+        out += s.text;
     }
     return out;
 }
