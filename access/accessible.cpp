@@ -230,7 +230,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT child, BSTR* out) override {
         return text(child, out, [](ControlAccessible& self, LONG id) {
-            const char key = id == CHILDID_SELF && self.cls_.name == nullptr ? LabelMnemonic(self.h_) : 0;
+            char key = 0;
+            if (id == CHILDID_SELF && self.cls_.shortcut) key = self.cls_.shortcut(self.h_);
+            else if (id == CHILDID_SELF && self.cls_.name == nullptr) key = LabelMnemonic(self.h_);
             return key ? std::string("Alt+") + key : std::string();
         });
     }
@@ -563,8 +565,10 @@ std::string LabelBefore(HWND h) {
 
 char LabelMnemonic(HWND h) {
     HWND label = LabelWindow(h);
-    if (label == nullptr) return 0;
-    const std::string text = WindowTextOf(label);
+    return label != nullptr ? MnemonicIn(WindowTextOf(label)) : 0;
+}
+
+char MnemonicIn(const std::string& text) {
     for (size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] != '&') continue;
         if (text[i + 1] == '&') {

@@ -55,6 +55,9 @@ struct AccessClass {
     // States beyond those every window has (unavailable, invisible,
     // focusable, focused).
     LONG (*state)(HWND h) = nullptr;
+    // The key that goes to the control with Alt (0: none); null: the
+    // label's, when the control is named by its label.
+    char (*shortcut)(HWND h) = nullptr;
     // Takes the focus (false: only when the application made it a tab stop).
     bool focusable = true;
     // put_accValue; null: refused.
@@ -79,8 +82,10 @@ void ForgetAccessible(HWND h);
 // with its first "&" taken out; frames and lines between are passed over,
 // any other control ends the search. Empty when there is none.
 std::string LabelBefore(HWND h);
-// The character after the label's "&" (0: none).
+// The character after the label's "&" (0: none), and after the first
+// single "&" of a text.
 char LabelMnemonic(HWND h);
+char MnemonicIn(const std::string& text);
 
 // The window text (at most 1023 characters).
 std::string WindowTextOf(HWND h);

@@ -197,6 +197,11 @@ std::string ButtonName(HWND h, const void*) {
     const std::string label = LabelBefore(h);
     return label.empty() ? WindowTextOf(h) : label;
 }
+// A text button's own "&" key; a picture button's is its label's.
+char ButtonShortcut(HWND h) {
+    if ((GetWindowLongA(h, GWL_STYLE) & BTN_KINDMASK) == BTN_TEXT) return MnemonicIn(WindowTextOf(h));
+    return LabelMnemonic(h);
+}
 LONG ButtonState(HWND h) {
     LONG state = 0;
     const LRESULT s = SendMessageA(h, BM_GETSTATE, 0, 0);
@@ -374,7 +379,12 @@ const AccessClass kTableAccess{.role = ROLE_SYSTEM_LIST, .children = &kRows};
 const AccessClass kCBTableAccess{
     .role = ROLE_SYSTEM_COMBOBOX, .value = ComboValue, .putValue = ComboPut, .children = &kComboParts};
 const AccessClass kButtonAccess{
-    .role = ROLE_SYSTEM_PUSHBUTTON, .name = ButtonName, .state = ButtonState, .defaultAction = "Press", .doDefault = ButtonPress};
+    .role = ROLE_SYSTEM_PUSHBUTTON,
+    .name = ButtonName,
+    .state = ButtonState,
+    .shortcut = ButtonShortcut,
+    .defaultAction = "Press",
+    .doDefault = ButtonPress};
 const AccessClass kPictureAccess{.role = ROLE_SYSTEM_GRAPHIC,
                                   .name = PictureName,
                                   .state = ReadOnly,

@@ -228,6 +228,12 @@ TEST(Access, LabelIsTheStaticTextBeforeTheControl) {
     BSTR key = nullptr;
     ASSERT_EQ(a->get_accKeyboardShortcut(Child(CHILDID_SELF), &key), S_OK);
     EXPECT_EQ(Narrow(key), "Alt+m");
+    HWND save = form.add("gxButton32", BTN_TEXT, "&Save", nullptr);
+    Acc b = ObjectOf(save);
+    ASSERT_TRUE(b);
+    key = nullptr;
+    ASSERT_EQ(b->get_accKeyboardShortcut(Child(CHILDID_SELF), &key), S_OK);
+    EXPECT_EQ(Narrow(key), "Alt+S");
 }
 
 // ---- events ----
