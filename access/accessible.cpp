@@ -218,7 +218,10 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT child, BSTR* out) override {
-        return text(child, out, [](ControlAccessible&, LONG) { return std::string(); });
+        return text(child, out, [](ControlAccessible& self, LONG id) {
+            if (id != CHILDID_SELF || self.cls_.help == nullptr) return std::string();
+            return self.cls_.help(self.h_, self.owner_);
+        });
     }
 
     HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT child, LONG* topic) override {

@@ -52,6 +52,8 @@ struct AccessClass {
     // The value; null: none.
     std::string (*value)(HWND h, const void* owner) = nullptr;
     std::string (*description)(HWND h, const void* owner) = nullptr;
+    // The help text; null: none.
+    std::string (*help)(HWND h, const void* owner) = nullptr;
     // States beyond those every window has (unavailable, invisible,
     // focusable, focused).
     LONG (*state)(HWND h) = nullptr;

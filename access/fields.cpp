@@ -109,6 +109,15 @@ std::string Description(HWND h, const void* owner) {
     return out;
 }
 
+// The field's own words for a value it refuses ("@MSG"), heard before
+// typing one.
+std::string Help(HWND h, const void*) {
+    char method[kMethodMax + 1] = "";
+    SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(method));
+    MethodShort copy(method);
+    return copy.param("@MSG");
+}
+
 bool PutValue(HWND h, const char* text) {
     if (!IsWindowEnabled(h)) return false;
     SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
@@ -156,6 +165,7 @@ const AccessClass kEntryFieldAccess{
     .role = ROLE_SYSTEM_TEXT,
     .value = FieldShownText,
     .description = Description,
+    .help = Help,
     .putValue = PutValue,
 };
 

@@ -201,8 +201,13 @@ TEST(Access, FieldsTellWhatTheyAcceptAndTheirStates) {
     HWND numeric = form.add("gxNumeric32", NUM_LONG, "", "Count:");
     EXPECT_EQ(HearWindow(date).description, "date DD.MM.YYYY");
     EXPECT_EQ(HearWindow(numeric).description, "whole number");
-    SendMessageA(numeric, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MND@RNG(1,99)@LIMIT(2)"));
+    SendMessageA(numeric, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MND@RNG(1,99)@LIMIT(2)@MSG(1 to 99, please.)"));
     EXPECT_EQ(HearWindow(numeric).description, "whole number, required, 1 to 99, at most 2 characters");
+    Acc n = ObjectOf(numeric);
+    ASSERT_TRUE(n);
+    BSTR help = nullptr;
+    ASSERT_EQ(n->get_accHelp(Child(CHILDID_SELF), &help), S_OK);
+    EXPECT_EQ(Narrow(help), "1 to 99, please.");
 
     SetFocus(numeric);
     EXPECT_EQ(HearWindow(numeric).state & (STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED),
