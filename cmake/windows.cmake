@@ -16,6 +16,7 @@ file(GLOB FK_DLL_SOURCES CONFIGURE_DEPENDS
   ${CMAKE_SOURCE_DIR}/links/*.cpp
   ${CMAKE_SOURCE_DIR}/display/*.cpp
   ${CMAKE_SOURCE_DIR}/design/*.cpp
+  ${CMAKE_SOURCE_DIR}/access/*.cpp
 )
 # The pure routines come in through fk_text, whatever folder they live in.
 get_target_property(FK_TEXT_SRCS fk_text SOURCES)
@@ -39,7 +40,7 @@ target_compile_options(fldkit32 PRIVATE -Wall -Wextra)
 # fk_text is linked whole so that every exported text routine is in the DLL.
 target_link_libraries(fldkit32 PRIVATE
   -Wl,--whole-archive fk_text -Wl,--no-whole-archive
-  user32 gdi32 kernel32 shell32 winmm advapi32)
+  user32 gdi32 kernel32 shell32 winmm advapi32 oleacc ole32 oleaut32 uuid)
 # Plain (undecorated) export names; the .def lists them with decorations.
 target_link_options(fldkit32 PRIVATE -Wl,--kill-at ${FK_STATIC_RUNTIME})
 
@@ -63,7 +64,7 @@ set_target_properties(fldkit32_odr PROPERTIES
   ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/odr)
 target_include_directories(fldkit32_odr PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include)
 target_compile_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS})
-target_link_libraries(fldkit32_odr PRIVATE user32 gdi32 kernel32 shell32 winmm advapi32)
+target_link_libraries(fldkit32_odr PRIVATE user32 gdi32 kernel32 shell32 winmm advapi32 oleacc ole32 oleaut32 uuid)
 target_link_options(fldkit32_odr PRIVATE ${FK_ODR_FLAGS} -Wl,--kill-at ${FK_STATIC_RUNTIME})
 add_test(NAME odr_lto COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target fldkit32_odr --parallel 2)
 set_tests_properties(odr_lto PROPERTIES TIMEOUT 1200)
@@ -159,3 +160,27 @@ set_tests_properties(design_host PROPERTIES
   TIMEOUT 120
   PASS_REGULAR_EXPRESSION "after the style dialog"
   FAIL_REGULAR_EXPRESSION "gave no class list")
+
+# The screen-reader transcript: reads a dialog through oleacc from another
+# process. The demo runs it at the end of its script (--transcript FILE);
+# scripts/demo.sh keeps docs/accessibility.md as it writes it.
+add_executable(fkreader tools/fkreader.cpp)
+target_compile_options(fkreader PRIVATE -Wall -Wextra)
+target_link_libraries(fkreader PRIVATE oleacc ole32 oleaut32 uuid user32)
+target_link_options(fkreader PRIVATE ${FK_STATIC_RUNTIME})
+install(TARGETS fkreader RUNTIME DESTINATION bin)
+add_dependencies(fkdemo fkreader)
+add_test(NAME demo_transcript COMMAND fkdemo --auto --transcript transcript.md)
+set_tests_properties(demo_transcript PROPERTIES
+  ENVIRONMENT "${FK_WINE_ENV}"
+  FIXTURES_REQUIRED wine
+  TIMEOUT 300
+  PASS_REGULAR_EXPRESSION "Screen reader transcript: [1-9][0-9] controls read"
+  FAIL_REGULAR_EXPRESSION "could not be started|took too long|no object"
+  FIXTURES_SETUP transcript)
+# docs/accessibility.md is what the demo's run writes: a change to what a
+# screen reader hears is a change to that page (scripts/demo.sh rewrites it).
+add_test(NAME accessibility_doc_current
+  COMMAND ${CMAKE_COMMAND} -E compare_files --ignore-eol ${CMAKE_BINARY_DIR}/transcript.md
+          ${CMAKE_SOURCE_DIR}/docs/accessibility.md)
+set_tests_properties(accessibility_doc_current PROPERTIES FIXTURES_REQUIRED transcript TIMEOUT 60)

@@ -86,3 +86,8 @@ foreach(mode header msvc cmake pkgconfig)
             -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DCC=${CMAKE_C_COMPILER} -P ${CMAKE_SOURCE_DIR}/cmake/consumer_test.cmake)
   set_tests_properties(consumer_${mode} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 300)
 endforeach()
+
+# The assistive client of the accessibility tests reads through oleacc.
+if(TARGET access_tests)
+  target_link_libraries(access_tests PRIVATE oleacc ole32 oleaut32 uuid)
+endif()

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+#include "access/classes.h"
 #include "display/dib.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
@@ -51,9 +52,11 @@ int Kind(HWND h) { return Style(h) & BTN_KINDMASK; }
 bool IsToggle(HWND h) { return (Style(h) & BTN_TOGGLE) != 0; }
 
 void SetState(HWND h, WORD state) {
-    if (State::get(h) == state) return;
+    const WORD was = State::get(h);
+    if (was == state) return;
     State::set(h, state);
     InvalidateRect(h, nullptr, FALSE);
+    if ((was ^ state) & BST_CHECKED) fk::RaiseEvent(h, EVENT_OBJECT_STATECHANGE);
 }
 
 // ---- images ----
@@ -217,6 +220,7 @@ LRESULT OnCreate(HWND h) {
 }
 
 LRESULT OnDestroy(HWND h) {
+    fk::ForgetAccessible(h);
     std::unique_ptr<ButtonImages> images(Images::get(h));
     Images::set(h, nullptr);
     fk::MethodFree(h, kMethod);
@@ -363,6 +367,8 @@ LRESULT WINAPI gxButtonWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnCreate(h);
     case WM_DESTROY:
         return OnDestroy(h);
+    case WM_GETOBJECT:
+        return fk::AnswerGetObject(h, wp, lp, fk::kButtonAccess);
     case WM_PAINT:
         return OnPaint(h);
     case WM_ERASEBKGND:

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/control.h"
@@ -236,10 +237,12 @@ LRESULT OnVScroll(HWND h, WPARAM wp, LPARAM lp) {
     default:  // SB_ENDSCROLL: nothing changed
         return 0;
     }
+    const bool changed = g_colorWork.rgb[i] != v;
     g_colorWork.rgb[i] = v;
     StoreWork(h);  // before the bar moves: its repaint reloads the working copy
     ShowComponent(h, i);
     FillSwatch(h);
+    if (changed) fk::RaiseColourChanged(h, i);
     fk::NotifyParent(h, GXN_COLORCHANGED);
     return 0;
 }
@@ -276,12 +279,18 @@ LRESULT OnSetValue(HWND h, LPARAM lp) {
     if (lp == 0) return 0;
     LoadWork(h);
     const DWORD colour = *reinterpret_cast<const DWORD*>(lp);
-    for (int i = 0; i < 3; ++i) g_colorWork.rgb[i] = static_cast<WORD>((colour >> (8 * i)) & 0xFF);
+    bool changed[3] = {};
+    for (int i = 0; i < 3; ++i) {
+        const auto v = static_cast<WORD>((colour >> (8 * i)) & 0xFF);
+        changed[i] = g_colorWork.rgb[i] != v;
+        g_colorWork.rgb[i] = v;
+    }
     // Stored first: moving a bar repaints it, and its WM_CTLCOLORSCROLLBAR
     // reloads the working copy from the window.
     StoreWork(h);
     for (int i = 0; i < 3; ++i) ShowComponent(h, i);
     InvalidateRect(h, &g_colorWork.swatch, FALSE);
+    fk::RaiseColoursChanged(h, changed);
     return 0;
 }
 
@@ -298,8 +307,11 @@ LRESULT WINAPI gxColorWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
+        fk::ForgetAccessible(h);
         LoadWork(h);
         break;  // the method string goes below
+    case WM_GETOBJECT:
+        return fk::AnswerGetObject(h, wp, lp, fk::kColorAccess);
     case WM_SIZE:
         return OnSize(h, lp);
     case WM_PAINT:

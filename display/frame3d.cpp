@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 
+#include "access/classes.h"
 #include "display/paint_util.h"
 #include "display/static_words.h"
 #include "frame/gdi.h"
@@ -135,8 +136,11 @@ LRESULT WINAPI gxFrame3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
+        fk::ForgetAccessible(h);
         fk::MethodFree(h, words::kMethod);
         return 0;
+    case WM_GETOBJECT:
+        return fk::AnswerGetObject(h, wp, lp, fk::kFrame3DAccess);
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
         return 0;

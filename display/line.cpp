@@ -3,6 +3,7 @@
 
 #include "display/line.h"
 
+#include "access/classes.h"
 #include "frame/extra_bytes.h"
 #include "frame/gdi.h"
 #include "frame/window_words.h"
@@ -53,8 +54,11 @@ LRESULT WINAPI gxLineWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND:
         return 0;
     case WM_DESTROY:
+        ForgetAccessible(h);
         MethodFree(h, kMethod);
         return 0;
+    case WM_GETOBJECT:
+        return AnswerGetObject(h, wp, lp, kLineAccess);
     case WM_PAINT:
         return OnPaint(h);
     case WM_NCHITTEST:

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "display/dib.h"
 #include "display/paint_util.h"
@@ -124,6 +125,7 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
 }
 
 LRESULT OnDestroy(HWND h, const PictureClass& cls) {
+    ForgetAccessible(h);
     std::unique_ptr<Picture> picture(words::Image::get(h));
     words::Image::set(h, nullptr);
     MethodFree(h, words::kName);
@@ -196,6 +198,23 @@ LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
     return 0;
 }
 
+// From the keyboard (a picture the application made a tab stop): Enter or
+// the space bar starts the program, as the mouse does.
+LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
+    if (wp != VK_RETURN && wp != VK_SPACE) return DefWindowProcA(h, WM_KEYDOWN, wp, lp);
+    Launch(h, cls);
+    return 0;
+}
+
+// A picture that starts a program wants Enter, which a dialog would
+// otherwise give its default button.
+LRESULT OnGetDlgCode(HWND h, LPARAM lp, const PictureClass& cls) {
+    const auto* msg = reinterpret_cast<const MSG*>(lp);
+    if (msg != nullptr && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN && MethodHas(h, cls, "@PROG"))
+        return DLGC_WANTMESSAGE;
+    return 0;
+}
+
 LRESULT OnCaptureChanged(HWND h, LPARAM lp) {
     if (reinterpret_cast<HWND>(lp) != h) SetState(h, 0);
     return 0;
@@ -236,6 +255,8 @@ LRESULT PictureProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const PictureClass& 
         return OnCreate(h, lp, cls);
     case WM_DESTROY:
         return OnDestroy(h, cls);
+    case WM_GETOBJECT:
+        return AnswerGetObject(h, wp, lp, kPictureAccess);
     case WM_SETTEXT:
         return OnSetText(h, wp, lp, cls);
     case WM_PAINT:
@@ -258,6 +279,10 @@ LRESULT PictureProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const PictureClass& 
         return OnLButtonUp(h, wp, lp, cls);
     case WM_CAPTURECHANGED:
         return OnCaptureChanged(h, lp);
+    case WM_KEYDOWN:
+        return OnKeyDown(h, wp, lp, cls);
+    case WM_GETDLGCODE:
+        return OnGetDlgCode(h, lp, cls);
     case WM_DROPFILES:
         return OnDropFiles(h, wp, cls);
     case GXM_SETMETHOD:

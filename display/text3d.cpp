@@ -3,6 +3,7 @@
 
 #include <dde.h>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "display/static_words.h"
@@ -82,6 +83,7 @@ LRESULT OnSetMethod(HWND h, LPARAM lp) {
 }
 
 LRESULT OnDestroy(HWND h) {
+    fk::ForgetAccessible(h);
     fk::CloseControlLinks(h);
     fk::MethodFree(h, words::kMethod);
     return 0;
@@ -95,6 +97,8 @@ LRESULT WINAPI gxText3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         return OnCreate(h);
     case WM_DESTROY:
         return OnDestroy(h);
+    case WM_GETOBJECT:
+        return fk::AnswerGetObject(h, wp, lp, fk::kText3DAccess);
     case WM_ENABLE:
         InvalidateRect(h, nullptr, TRUE);
         return 0;

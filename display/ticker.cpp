@@ -5,6 +5,7 @@
 
 #include <dde.h>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "display/paint_util.h"
 #include "frame/buffers.h"
@@ -183,12 +184,16 @@ LRESULT OnGetType(HWND h, LPARAM lp) {
 }  // namespace
 
 LRESULT WINAPI gxTickerWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    const fk::ValueWatch watch(h, fk::MayChangeTickerText(msg), [](HWND w, const void*) { return fk::WindowTextOf(w); });
     switch (msg) {
     case WM_CREATE:
         return OnCreate(h);
     case WM_DESTROY:
+        fk::ForgetAccessible(h);
         OnDestroy(h);
         break;  // the method string goes below
+    case WM_GETOBJECT:
+        return fk::AnswerGetObject(h, wp, lp, fk::kTickerAccess);
     case WM_TIMER:
         return OnTimer(h, wp, lp);
     case WM_PAINT:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "access/classes.h"
 #include "display/border.h"
 #include "fields/edit_core.h"
 #include "frame/control.h"
@@ -23,6 +24,7 @@ LRESULT OnCreate(HWND h, const FieldClass& cls) {
 }
 
 LRESULT OnDestroy(HWND h, const FieldClass& cls) {
+    ForgetAccessible(h);
     MethodFree(h, cls.method);
     if (cls.destroyed) cls.destroyed(h);
     FieldReleaseLinks(h);
@@ -50,6 +52,8 @@ LRESULT Call(ValueHandler handler, HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return handler ? handler(h, wp, lp) : DefWindowProcA(h, msg, wp, lp);
 }
 
+LRESULT Dispatch(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls);
+
 }  // namespace
 
 void ReadLimitAndDropTarget(HWND h, MethodFull& method, const FieldClass& cls) {
@@ -57,7 +61,16 @@ void ReadLimitAndDropTarget(HWND h, MethodFull& method, const FieldClass& cls) {
     if (method.has("@DROPTARG")) SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
 }
 
+// A screen reader hears of every change of the text the field shows.
 LRESULT EntryFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls) {
+    if (msg == WM_GETOBJECT) return AnswerGetObject(h, wp, lp, kEntryFieldAccess, &cls);
+    const ValueWatch watch(h, MayChangeFieldText(msg), FieldShownText, &cls);
+    return Dispatch(h, msg, wp, lp, cls);
+}
+
+namespace {
+
+LRESULT Dispatch(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls) {
     const FieldHandlers& on = cls.on;
     const bool hasLimit = cls.limit >= 0;
     switch (msg) {
@@ -105,6 +118,8 @@ LRESULT EntryFieldProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass&
     if (IsDdeMessage(msg)) return RouteControlDde(h, msg, wp, lp, cls.method.get(h));
     return DefWindowProcA(h, msg, wp, lp);
 }
+
+}  // namespace
 
 // ---------------------------------------------------------------------
 // The masked text model

@@ -4,11 +4,13 @@
 
      fkdemo.exe                 shows the form; OK validates every field
                                 and prints the values
-     fkdemo.exe --auto [--shot FILE.bmp]
+     fkdemo.exe --auto [--shot FILE.bmp] [--transcript FILE.md]
                                 fills the form as a user would (typing,
                                 leaving fields, setting values), validates,
                                 prints what each field holds, optionally
-                                saves a picture of the form, and closes
+                                saves a picture of the form and has
+                                fkreader.exe write what a screen reader
+                                announces on it, and closes
 
    Validation errors reach the dialog as GXN_ERROR notices; in --auto mode the
    demo prints them and answers "handled" so that no message box waits for a
@@ -25,6 +27,7 @@
 
 static BOOL g_auto = FALSE;
 static const char* g_shot = NULL;
+static const char* g_transcript = NULL;
 static int g_errors = 0;
 
 struct FieldSetup {
@@ -237,8 +240,15 @@ static BOOL OnToolbar(HWND dlg, int id) {
     return FALSE;
 }
 
+/* The pictures have no text a screen reader could speak: "@ACCNAME" names
+   them. */
 static void ConfigurePictures(HWND dlg) {
-    SendDlgItemMessageA(dlg, IDC_LOGO, GXM_SETMETHOD, 0, (LPARAM)"@INVERT@PROG(notepad.exe)@CMDLINE(README.md)");
+    SendDlgItemMessageA(dlg, IDC_LOGO, GXM_SETMETHOD, 0,
+                        (LPARAM)"@INVERT@PROG(notepad.exe)@CMDLINE(README.md)@ACCNAME(FieldKit logo)");
+    SendDlgItemMessageA(dlg, IDC_TB_CLEAR, GXM_SETMETHOD, 0, (LPARAM)"@ACCNAME(Clear)");
+    SendDlgItemMessageA(dlg, IDC_TB_CHECK, GXM_SETMETHOD, 0, (LPARAM)"@ACCNAME(Check)");
+    SendDlgItemMessageA(dlg, IDC_TB_LOCK, GXM_SETMETHOD, 0, (LPARAM)"@ACCNAME(Lock)");
+    SendDlgItemMessageA(dlg, IDC_STATUS, GXM_SETMETHOD, 0, (LPARAM)"@ACCNAME(Status)");
 }
 
 /* The script presses Check and Lock as a user would click them. */
@@ -322,6 +332,38 @@ static void SaveShot(HWND dlg, const char* path) {
     ReleaseDC(dlg, screen);
 }
 
+/* fkreader.exe (beside this program) reads the form from its own process,
+   as a screen reader does; the form answers it while this waits. */
+static void WriteTranscript(HWND dlg, const char* path) {
+    char exe[MAX_PATH], command[2 * MAX_PATH + 64];
+    char* slash;
+    STARTUPINFOA si;
+    PROCESS_INFORMATION pi;
+    DWORD start = GetTickCount();
+    GetModuleFileNameA(NULL, exe, sizeof exe);
+    slash = strrchr(exe, '\\');
+    if (slash != NULL) slash[1] = 0;
+    sprintf(command, "\"%sfkreader.exe\" --window %p --out \"%s\"", exe, (void*)dlg, path);
+    memset(&si, 0, sizeof si);
+    si.cb = sizeof si;
+    if (!CreateProcessA(NULL, command, NULL, NULL, FALSE, 0, NULL, NULL, &si, &pi)) {
+        printf("The screen reader transcript could not be started (error %lu)\n", GetLastError());
+        return;
+    }
+    while (MsgWaitForMultipleObjects(1, &pi.hProcess, FALSE, 1000, QS_ALLINPUT) != WAIT_OBJECT_0) {
+        MSG m;
+        while (PeekMessageA(&m, NULL, 0, 0, PM_REMOVE)) DispatchMessageA(&m);
+        if (GetTickCount() - start > 120000) {
+            printf("The screen reader transcript took too long\n");
+            TerminateProcess(pi.hProcess, 1);
+            break;
+        }
+    }
+    printf("Screen reader transcript: %s\n", path);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+}
+
 static void RunScript(HWND dlg) {
     int refused;
     printf("Filling the form as a user would...\n");
@@ -335,6 +377,7 @@ static void RunScript(HWND dlg) {
         SaveShot(dlg, g_shot);
     }
     PicturesScriptEnd(dlg);
+    if (g_transcript != NULL) WriteTranscript(dlg, g_transcript);
     printf("Leaving the quantity empty and validating again:\n");
     SetDlgItemTextA(dlg, IDC_QUANTITY, "");
     refused = ValidateAll(dlg);
@@ -412,6 +455,8 @@ int main(int argc, char** argv) {
             g_auto = TRUE;
         else if (strcmp(argv[i], "--shot") == 0 && i + 1 < argc)
             g_shot = argv[++i];
+        else if (strcmp(argv[i], "--transcript") == 0 && i + 1 < argc)
+            g_transcript = argv[++i];
     }
     /* Loading FLDKIT32.dll registers the classes the template names; the
        class list is what a dialog editor asks for. */

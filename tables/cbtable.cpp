@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string>
 
+#include "access/classes.h"
 #include "frame/library.h"
 #include "frame/method_text.h"
 #include "frame/method_window.h"
@@ -60,6 +61,7 @@ LRESULT CALLBACK EditPartProc(HWND edit, UINT msg, WPARAM wp, LPARAM lp) {
     const auto base = reinterpret_cast<WNDPROC>(GetPropA(edit, kEditBase));
     if (base == nullptr) return DefWindowProcA(edit, msg, wp, lp);
     HWND combo = GetParent(edit);
+    const fk::ValueWatch watch(combo, fk::MayChangeComboText(msg, wp), [](HWND w, const void*) { return Text(w); });
     switch (msg) {
     case WM_CHAR: {
         const LRESULT r = CallWindowProcA(base, edit, msg, wp, lp);
@@ -171,6 +173,7 @@ LRESULT OnMeasureItem(HWND h, WPARAM wp, LPARAM lp) {
 // A server control hands every change of its edit part to its clients.
 LRESULT OnCommand(HWND h, WPARAM wp, LPARAM lp) {
     const LRESULT r = CallBase(h, WM_COMMAND, wp, lp);
+    if (HIWORD(wp) == EN_CHANGE) fk::RaiseValueChangeUnlessWatched(h);
     if (HIWORD(wp) == EN_CHANGE && GetPropA(h, "SERVER") != nullptr) {
         std::string text = Text(h);
         twProcessDDEData(h, text.data());
@@ -187,6 +190,8 @@ LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 }  // namespace
 
 LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_GETOBJECT) return fk::AnswerGetObject(h, wp, lp, fk::kCBTableAccess);
+    const fk::ValueWatch watch(h, fk::MayChangeComboText(msg, wp), [](HWND w, const void*) { return Text(w); });
     if (fk::IsDdeMessage(msg)) return fk::RouteControlDde(h, msg, wp, lp, Method().get(h));
     switch (msg) {
     case WM_NCCREATE: return OnNcCreate(h, wp, lp);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "access/classes.h"
 #include "frame/library.h"
 #include "frame/method_text.h"
 #include "frame/method_window.h"
@@ -59,6 +60,7 @@ void SelectionMayHaveChanged(HWND h, TableState* s) {
     const LRESULT now = Selected(h);
     if (now == s->shownSelection) return;
     s->shownSelection = now;
+    fk::RaiseRowSelected(h, now);
     if (GetPropA(h, "SERVER") != nullptr) {
         std::string key = SelectedKey(h);
         twProcessDDEData(h, key.data());
@@ -292,6 +294,7 @@ LRESULT OnFocus(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     if (s != nullptr) s->typedLength = 0;
     const LRESULT r = CallBase(h, msg, wp, lp);
     InvalidateRect(h, nullptr, FALSE);
+    if (msg == WM_SETFOCUS) fk::RaiseRowFocused(h);
     return r;
 }
 
@@ -316,6 +319,7 @@ LRESULT WINAPI gxTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CREATE: return OnCreate(h, wp, lp);
     case WM_DESTROY: return fk::TableDestroy(h, Base(), wp, lp);
     case WM_NCDESTROY: return fk::TableNcDestroy(h, Base(), wp, lp);
+    case WM_GETOBJECT: return fk::AnswerGetObject(h, wp, lp, fk::kTableAccess);
     case WM_PAINT: return OnPaint(h);
     case WM_ERASEBKGND: return 1;  // WM_PAINT fills every pixel
     case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);

@@ -1,5 +1,7 @@
 #include "tables/table_control.h"
 
+#include "access/accessible.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -40,6 +42,7 @@ void TakeCreationMethod(HWND h, const CREATESTRUCTA* cs) {
 }
 
 LRESULT TableDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp) {
+    ForgetAccessible(h);
     CloseControlLinks(h);
     RemovePropA(h, "@DRAGSRC");
     RemovePropA(h, "@WANTDROP");
