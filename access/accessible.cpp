@@ -539,7 +539,7 @@ void ForgetAccessible(HWND h) {
 
 }  // namespace fk
 
-extern "C" int WINAPI fkAccessibleObjects() { return static_cast<int>(fk::g_alive); }
+extern "C" int WINAPI twCountAccessibleObjects() { return static_cast<int>(fk::g_alive); }
 
 namespace fk {
 

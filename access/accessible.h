@@ -124,4 +124,4 @@ private:
 // asked for, and those readers still hold. Exported for the tests and the
 // soak run, which check that nothing keeps one once its window and its
 // readers are gone; not in the public header.
-extern "C" int WINAPI fkAccessibleObjects(void);
+extern "C" int WINAPI twCountAccessibleObjects(void);

@@ -88,6 +88,9 @@ foreach(mode header msvc cmake pkgconfig)
 endforeach()
 
 # The assistive client of the accessibility tests reads through oleacc.
-if(TARGET access_tests)
-  target_link_libraries(access_tests PRIVATE oleacc ole32 oleaut32 uuid)
-endif()
+# So does the soak's screen-reader step.
+foreach(reader access_tests soak_tests)
+  if(TARGET ${reader})
+    target_link_libraries(${reader} PRIVATE oleacc ole32 oleaut32 uuid)
+  endif()
+endforeach()

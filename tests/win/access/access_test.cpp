@@ -37,7 +37,7 @@ public:
     }
     void TearDown() override {
         PumpIdle();
-        EXPECT_EQ(fkAccessibleObjects(), 0) << "an object outlived its window and its readers";
+        EXPECT_EQ(twCountAccessibleObjects(), 0) << "an object outlived its window and its readers";
         CoUninitialize();
     }
 };
@@ -568,7 +568,7 @@ TEST(Access, ObjectsOutliveTheirWindowsQuietly) {
             a = ObjectOf(h);
             ASSERT_TRUE(a);
             SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("1"));  // events while it lives
-            EXPECT_EQ(fkAccessibleObjects(), 1);
+            EXPECT_EQ(twCountAccessibleObjects(), 1);
         }
         BSTR s = nullptr;
         const HRESULT gone = a->get_accName(Child(CHILDID_SELF), &s);
@@ -578,10 +578,10 @@ TEST(Access, ObjectsOutliveTheirWindowsQuietly) {
         LONG count = 0;
         EXPECT_TRUE(FAILED(a->get_accChildCount(&count)));
         EXPECT_TRUE(FAILED(a->accDoDefaultAction(Child(CHILDID_SELF))));
-        EXPECT_EQ(fkAccessibleObjects(), 1);  // the reader's, no longer the window's
+        EXPECT_EQ(twCountAccessibleObjects(), 1);  // the reader's, no longer the window's
         a.reset();
         PumpIdle();
-        EXPECT_EQ(fkAccessibleObjects(), 0);
+        EXPECT_EQ(twCountAccessibleObjects(), 0);
     }
 }
 

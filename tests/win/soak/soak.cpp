@@ -17,7 +17,9 @@
 #include <windows.h>
 
 #include <dde.h>
+#include <oleacc.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -25,6 +27,7 @@
 #include <string>
 #include <vector>
 
+#include "access/accessible.h"
 #include "include/fldkit.h"
 #include "tests/support/resources.h"
 
@@ -215,6 +218,36 @@ void StepDrag(Cycle& c) {
     ReleaseCapture();
 }
 
+// A screen reader asks for the control's object and reads it (its first
+// children too), then lets it go; the control's destroy ends the object.
+void StepScreenReader(Cycle& c) {
+    IAccessible* acc = nullptr;
+    if (FAILED(AccessibleObjectFromWindow(c.control, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                          reinterpret_cast<void**>(&acc))) ||
+        acc == nullptr)
+        return;
+    long children = 0;
+    acc->get_accChildCount(&children);
+    for (long id = 0; id <= std::min(children, 3L); ++id) {
+        VARIANT child;
+        VariantInit(&child);
+        child.vt = VT_I4;
+        child.lVal = id;
+        VARIANT role, state;
+        VariantInit(&role);
+        VariantInit(&state);
+        acc->get_accRole(child, &role);
+        acc->get_accState(child, &state);
+        for (auto read : {&IAccessible::get_accName, &IAccessible::get_accValue, &IAccessible::get_accDescription}) {
+            BSTR text = nullptr;
+            if (SUCCEEDED((acc->*read)(child, &text))) SysFreeString(text);
+        }
+        VariantClear(&role);
+        VariantClear(&state);
+    }
+    acc->Release();
+}
+
 void StepPaint(Cycle& c) {
     InvalidateRect(c.control, nullptr, TRUE);
     UpdateWindow(c.control);
@@ -249,11 +282,18 @@ struct Step {
 
 // The cycle; further steps slot in before StepDestroy.
 const Step kSteps[] = {
-    {"create", StepCreate},         {"configure", StepConfigure},
-    {"set/get value", StepSetGetValue}, {"validate", StepValidate},
-    {"clipboard", StepClipboard},   {"typing", StepTyping},
-    {"reconfigure", StepReconfigure}, {"dde link", StepDdeLink},      {"drag", StepDrag},
-    {"paint", StepPaint},           {"editing core", StepEditingCore},
+    {"create", StepCreate},
+    {"configure", StepConfigure},
+    {"set/get value", StepSetGetValue},
+    {"validate", StepValidate},
+    {"clipboard", StepClipboard},
+    {"typing", StepTyping},
+    {"reconfigure", StepReconfigure},
+    {"dde link", StepDdeLink},
+    {"drag", StepDrag},
+    {"screen reader", StepScreenReader},
+    {"paint", StepPaint},
+    {"editing core", StepEditingCore},
     {"destroy", StepDestroy},
 };
 
@@ -408,6 +448,7 @@ int main(int argc, char** argv) {
     }
     if (cycles < 1) cycles = 1;
     setvbuf(stdout, nullptr, _IONBF, 0);
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);  // as a reader's host would
 
     char dir[MAX_PATH];
     GetTempPathA(MAX_PATH, dir);
@@ -463,6 +504,10 @@ int main(int argc, char** argv) {
     DestroyWindow(parent);
     twFreeTable(nullptr);
     DeleteFileA(g_table.c_str());
+    if (const int objects = twCountAccessibleObjects(); objects != 0) {
+        std::printf("\n%d accessible object(s) outlived their windows\n", objects);
+        grew = true;
+    }
     if (GlobalFindAtomA(kAgainItem) != 0) {
         std::printf("\nthe item atom of a reconfigured server is still in the table\n");
         grew = true;
