@@ -12,6 +12,10 @@ set(FK_WINE_ENV
   "WINEDEBUG=-all"
   "FK_SOURCE_DIR=${CMAKE_SOURCE_DIR}"
 )
+# The 64-bit tree's prefix is a win64 one, which runs 32-bit programs too.
+if(FK_BITS EQUAL 64)
+  list(APPEND FK_WINE_ENV "WINEARCH=win64")
+endif()
 
 # Support code shared by the tests (message box watcher, window helpers).
 file(GLOB FK_TEST_SUPPORT CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
@@ -63,7 +67,7 @@ endif()
 
 # The DLL imports only system DLLs (the runtime is linked statically).
 add_test(NAME dll_imports_system_only
-  COMMAND ${CMAKE_COMMAND} -DDLL=$<TARGET_FILE:fldkit32> -DOBJDUMP=${TOOL_PREFIX}-objdump
+  COMMAND ${CMAKE_COMMAND} -DDLL=$<TARGET_FILE:${FK_LIB}> -DOBJDUMP=${TOOL_PREFIX}-objdump
           -P ${CMAKE_SOURCE_DIR}/cmake/check_imports.cmake)
 set_tests_properties(dll_imports_system_only PROPERTIES TIMEOUT 60)
 
@@ -78,11 +82,18 @@ set_tests_properties(demo_form PROPERTIES
   FAIL_REGULAR_EXPRESSION "could not be created|gave no class list|picture missing")
 
 # An application author's build: the header in every language level, links
-# through fldkit32.lib, the CMake package and pkg-config, against an install.
+# through fldkit32.lib (fldkit64.lib), the CMake package and pkg-config,
+# against an install.
+if(FK_BITS EQUAL 64)
+  set(FK_OTHER_TOOLCHAIN ${CMAKE_SOURCE_DIR}/cmake/mingw-i686.cmake)
+else()
+  set(FK_OTHER_TOOLCHAIN ${CMAKE_SOURCE_DIR}/cmake/mingw-x86_64.cmake)
+endif()
 foreach(mode header msvc cmake pkgconfig)
   add_test(NAME consumer_${mode}
     COMMAND ${CMAKE_COMMAND} -E env ${FK_WINE_ENV}
             ${CMAKE_COMMAND} -DMODE=${mode} -DBUILD=${CMAKE_BINARY_DIR} -DSOURCE=${CMAKE_SOURCE_DIR}
-            -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DCC=${CMAKE_C_COMPILER} -P ${CMAKE_SOURCE_DIR}/cmake/consumer_test.cmake)
+            -DTOOLCHAIN=${CMAKE_TOOLCHAIN_FILE} -DCC=${CMAKE_C_COMPILER} -DBITS=${FK_BITS}
+            -DOTHER_TOOLCHAIN=${FK_OTHER_TOOLCHAIN} -P ${CMAKE_SOURCE_DIR}/cmake/consumer_test.cmake)
   set_tests_properties(consumer_${mode} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 300)
 endforeach()

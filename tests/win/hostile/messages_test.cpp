@@ -1,5 +1,6 @@
 // Hostile input through the message set and the editing core.
 #include "tests/win/hostile/hostile.h"
+#include "tests/support/bitness.h"
 
 using namespace fktest;
 
@@ -76,8 +77,8 @@ TEST_F(HostileMessages, EveryClass) {
     HWND h = Create(parent, FK_CLASS_STRING);
     for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a longer text for a block of its own):x"}) {
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-        ASSERT_NE(GetWindowLongA(h, 26), 0);
-        SendMessageA(h, GXM_SETMETHOD, 0, GetWindowLongA(h, 26));
+        ASSERT_NE(fktest::TextWord(h, 26, 34), nullptr);
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(fktest::TextWord(h, 26, 34)));
         EXPECT_EQ(GetMethod(h, copy), text);
     }
     DestroyWindow(h);
