@@ -97,3 +97,29 @@ foreach(mode header msvc cmake pkgconfig)
             -DOTHER_TOOLCHAIN=${FK_OTHER_TOOLCHAIN} -P ${CMAKE_SOURCE_DIR}/cmake/consumer_test.cmake)
   set_tests_properties(consumer_${mode} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 300)
 endforeach()
+
+# What needs both DLLs: a 32-bit and a 64-bit program linked over DDE both
+# ways, and the demo drawn alike by both. The program of the DDE test is
+# built in both trees (each is the other's partner); the 32-bit tree runs
+# both tests against the 64-bit tree (FK_OTHER_BUILD), skipping them until
+# that tree is built.
+add_executable(cross_dde ${CMAKE_SOURCE_DIR}/tests/cross/cross_dde.cpp)
+target_link_libraries(cross_dde PRIVATE fk_testsupport fldkit gtest)
+target_link_options(cross_dde PRIVATE ${FK_STATIC_RUNTIME})
+if(FK_BITS EQUAL 32 AND FK_OTHER_BUILD)
+  add_test(NAME cross_dde COMMAND cross_dde)
+  set_tests_properties(cross_dde PROPERTIES
+    ENVIRONMENT "${FK_WINE_ENV};FK_PEER_EXE=Z:${FK_OTHER_BUILD}/bin/cross_dde.exe"
+    FIXTURES_REQUIRED wine
+    SKIP_RETURN_CODE 77
+    TIMEOUT 300)
+  add_test(NAME demo_same_picture
+    COMMAND ${CMAKE_COMMAND} -E env ${FK_WINE_ENV}
+            ${CMAKE_COMMAND} -DDEMO32=$<TARGET_FILE:fkdemo> -DDEMO64=${FK_OTHER_BUILD}/bin/fkdemo64.exe
+            -DWORK=${CMAKE_BINARY_DIR}/demo_compare -DCOMPARE=${CMAKE_SOURCE_DIR}/tests/cross/compare_bmp.py
+            -P ${CMAKE_SOURCE_DIR}/cmake/demo_compare.cmake)
+  set_tests_properties(demo_same_picture PROPERTIES
+    FIXTURES_REQUIRED wine
+    SKIP_REGULAR_EXPRESSION "no 64-bit demo at"
+    TIMEOUT 300)
+endif()

@@ -131,7 +131,7 @@ TEST_F(HostileDrag, BadDragBlocks) {
         HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(FieldDragBlock));  // first: freed data stays dead
         const bool owned = c.data <= kFreedBlock;  // data of ours, to be taken or left
         HGLOBAL data = owned ? Block(c.data == kUnterminated ? "uuuuuuuu" : "dropped") : c.data == kFreedData ? Block("freed!!")
-                     : c.data == kForeign ? reinterpret_cast<HGLOBAL>(0x00C0FFEE) : nullptr;
+                     : c.data == kForeign ? ForeignHandle() : nullptr;
         if (c.data == kFreedData) GlobalFree(data);
         auto* block = static_cast<FieldDragBlock*>(GlobalLock(drag));
         block->hSource = c.source, block->dwFlags = 1, block->dwKind = c.kind;

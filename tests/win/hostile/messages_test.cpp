@@ -46,14 +46,15 @@ TEST_F(HostileMessages, EveryClass) {
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
         uint32_t seed = 1;
         for (UINT msg : numbers) {
-            for (WPARAM wp : {0u, 1u, 4u, 12u, 0xFFFFFFFFu}) {
-                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%X", msg, wp);
+            for (WPARAM wp : JunkNumbers()) {
+                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%llX", msg, static_cast<unsigned long long>(wp));
                 NowTrying(cls, what);
                 SendMessageA(h, msg, wp, 0);
                 FillRandom(garbage.data(), garbage.size(), seed++);
                 garbage.data()[63] = 0;
                 SendMessageA(h, msg, wp, reinterpret_cast<LPARAM>(garbage.data()));
-                if (LParamIsANumber(msg, wp)) SendMessageA(h, msg, wp, 1), SendMessageA(h, msg, wp, 0xDEADBEEF);
+                if (LParamIsANumber(msg, wp))
+                    for (UINT_PTR lp : {UINT_PTR(1), UINT_PTR(0xDEADBEEF), JunkNumbers().back()}) SendMessageA(h, msg, wp, LPARAM(lp));
             }
         }
         Paint(h);
