@@ -1,7 +1,8 @@
 // A 32-bit and a 64-bit application linked over DDE, both ways: the test
 // process (one bitness) is client of a partner's "@SERVER" field and server
 // of a partner's "@CLIENT" field, the partner being this program built with
-// the other bitness (FK_PEER_EXE). Exit code 77: no partner to run.
+// the other bitness (FK_PEER_EXE). Each is also refused the other's DLL.
+// Exit code 77: no partner to run.
 #include <windows.h>
 #include <gtest/gtest.h>
 
@@ -65,6 +66,15 @@ int Client(const std::string& prefix, const std::string& expected) {
     if (GetPropA(client, "CLIENT") == nullptr) return 7;
     SetEvent(linked);
     return PumpUntil([&] { return Text(client) == expected; }, 30000) ? 0 : 6;
+}
+
+// "--load <path>": the DLL of the other bitness is refused by the system:
+// 0 when LoadLibraryA fails with ERROR_BAD_EXE_FORMAT, 8 when it loads, 9
+// on another error.
+int Load(const char* path) {
+    HMODULE dll = LoadLibraryA(path);
+    if (dll != nullptr) return FreeLibrary(dll), 8;
+    return GetLastError() == ERROR_BAD_EXE_FORMAT ? 0 : 9;
 }
 
 // ---- the test ------------------------------------------------------------
@@ -150,6 +160,22 @@ TEST(CrossBitness, ServerOfTheOtherBitnesssClient) {
     CloseHandle(linked);
 }
 
+// Each process is refused the other's DLL, and goes on: the system's answer,
+// never a crash.
+TEST(CrossBitness, EachBitnessIsRefusedTheOthersDll) {
+    std::string here = PeerExe();
+    here = here.substr(0, here.find_last_of("/\\") + 1);
+    const std::string other = here + (sizeof(void*) == 8 ? "FLDKIT32.dll" : "FLDKIT64.dll");
+    char own[MAX_PATH] = "";
+    GetModuleFileNameA(GetModuleHandleA(FK_DLL_NAME), own, MAX_PATH);
+    ASSERT_NE(GetFileAttributesA(other.c_str()), INVALID_FILE_ATTRIBUTES) << other;
+    EXPECT_EQ(Load(other.c_str()), 0) << other;
+    EXPECT_NE(GetModuleHandleA(FK_DLL_NAME), nullptr) << "our own DLL stays";
+    Peer peer(PeerExe(), std::string("--load \"") + own + "\"");
+    ASSERT_TRUE(peer.Started());
+    EXPECT_EQ(peer.ExitCode(20000), 0u) << own << ": 8 loaded, 9 another error";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -158,6 +184,7 @@ int main(int argc, char** argv) {
     if (LoadLibraryA(FK_DLL_NAME) == nullptr) return 3;
     if (argc >= 3 && std::strcmp(argv[1], "--serve") == 0) return Serve(argv[2]);
     if (argc >= 4 && std::strcmp(argv[1], "--client") == 0) return Client(argv[2], argv[3]);
+    if (argc >= 3 && std::strcmp(argv[1], "--load") == 0) return Load(argv[2]);
     const char* peer = PeerExe();
     if (peer == nullptr || GetFileAttributesA(peer) == INVALID_FILE_ATTRIBUTES) {
         std::printf("no partner of the other bitness (FK_PEER_EXE: %s): build the other tree first\n",
