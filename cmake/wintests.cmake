@@ -71,6 +71,15 @@ add_test(NAME dll_imports_system_only
           -P ${CMAKE_SOURCE_DIR}/cmake/check_imports.cmake)
 set_tests_properties(dll_imports_system_only PROPERTIES TIMEOUT 60)
 
+# No pointer or handle squeezed through a 32-bit integer in a way the
+# compilers let pass (explicit double casts, pointers from 32-bit window
+# words). The sources are the same for both trees: the 64-bit one checks.
+if(FK_BITS EQUAL 64)
+  add_test(NAME pointer_casts COMMAND ${CMAKE_COMMAND} -DSOURCE=${CMAKE_SOURCE_DIR}
+           -P ${CMAKE_SOURCE_DIR}/cmake/check_pointer_casts.cmake)
+  set_tests_properties(pointer_casts PROPERTIES TIMEOUT 60)
+endif()
+
 # The demo form runs its script to the end: a dialog from a template with
 # every entry field, filled, validated and read back.
 add_test(NAME demo_form COMMAND fkdemo --auto)
