@@ -7,3 +7,7 @@ wineboot -i
 wineserver -w
 wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
 wineserver -w
+# A program that crashes ends at once, with its backtrace, instead of waiting
+# for an answer to the crash dialog until the test's timeout.
+wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null
+wineserver -w

@@ -50,8 +50,9 @@ std::unique_ptr<fk::Picture> FromResource(HINSTANCE module, LPCSTR name, SIZE) {
 
 // Window words: the picture words of display/picture.h, bytes 10-11 spare,
 // the method string last.
-using Method = fk::PtrWord<char, 12>;
-static_assert(fk::picture_words::State::kEnd <= 10 && Method::kEnd == fk::kBitmapBytes);
+using Method = fk::PtrWord<char, 12, 32>;
+static_assert(fk::picture_words::State::kEnd <= 10 && fk::picture_words::Name::kEnd64 == Method::kOffset64 &&
+              fk::EndsAt<Method, Method>(fk::kBitmapExtra.bits32, fk::kBitmapExtra.bits64));
 const fk::PictureClass kBitmap{"@BITMAP", fk::MethodSlot{Method::kOffset}, FromFile, FromResource};
 
 }  // namespace

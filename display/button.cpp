@@ -35,12 +35,12 @@ struct ButtonImages {
 };
 
 // Window words.
-using Images = fk::PtrWord<ButtonImages, 0>;  // null for a text button
-using Font = fk::LongWord<4>;                  // WM_SETFONT handle; 0 is the system font
-using State = fk::ShortWord<8>;                // BST_CHECKED, BST_PUSHED, BST_FOCUS and the two below
+using Images = fk::PtrWord<ButtonImages, 0, 18>;  // null for a text button
+using Font = fk::HandleWord<HFONT, 4>;            // WM_SETFONT handle; 0 is the system font
+using State = fk::ShortWord<8>;                  // BST_CHECKED, BST_PUSHED, BST_FOCUS and the two below
 using Spare = fk::SpareBytes<State::kEnd, 4>;
-using Method = fk::PtrWord<char, Spare::kEnd>;
-static_assert(Method::kEnd == fk::kButtonBytes);
+using Method = fk::PtrWord<char, Spare::kEnd, Images::kEnd64>;
+static_assert(fk::EndsAt<Method, Method>(fk::kButtonExtra.bits32, fk::kButtonExtra.bits64));
 const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr WORD kTracking = 0x0100;  // the mouse is captured since the button went down on it
@@ -184,7 +184,7 @@ void DrawTextFace(HWND h, HDC dc, ImageIndex index, RECT rc) {
     DrawFrameControl(dc, &rc, DFC_BUTTON, frame);
     char text[160];
     const int len = fk::ReadWindowText(h, text);
-    SelectObj font(dc, reinterpret_cast<HFONT>(Font::get(h)));
+    SelectObj font(dc, Font::get(h));
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, GetSysColor(index == kDisabled ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
     if (index == kDown) OffsetRect(&rc, 1, 1);
@@ -255,7 +255,7 @@ LRESULT OnSetText(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
-    Font::set(h, static_cast<LONG>(wp));
+    Font::set(h, reinterpret_cast<HFONT>(wp));
     if (lp) InvalidateRect(h, nullptr, FALSE);
     return 0;
 }
@@ -381,7 +381,7 @@ LRESULT WINAPI gxButtonWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_SETFONT:
         return OnSetFont(h, wp, lp);
     case WM_GETFONT:
-        return Font::get(h);
+        return reinterpret_cast<LRESULT>(Font::get(h));
     case WM_GETDLGCODE:
         return OnGetDlgCode(h);
     case WM_SETFOCUS:

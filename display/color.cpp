@@ -49,8 +49,8 @@ using SwatchTop = fk::ShortWord<28>;
 using SwatchRight = fk::ShortWord<30>;
 using SwatchBottom = fk::ShortWord<32>;
 using PanelId = fk::ShortWord<34>;    // the white panel behind the bars
-using Method = fk::PtrWord<char, 36>;
-static_assert(Method::kEnd == fk::kColorBytes);
+using Method = fk::PtrWord<char, 36, 40>;
+static_assert(fk::EndsAt<Method, Method>(fk::kColorExtra.bits32, fk::kColorExtra.bits64));
 const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr int kPanelId = 9;

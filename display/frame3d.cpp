@@ -104,7 +104,7 @@ LRESULT OnPaint(HWND h) {
     const int len = fk::ReadWindowText(h, text);
     fk::PaintDC dc(h);
     if (dc.get() == nullptr) return 0;
-    SelectObj font(dc, reinterpret_cast<HFONT>(words::Font::get(h)));
+    SelectObj font(dc, words::Font::get(h));
     SelectObj hollow(dc, GetStockObject(NULL_BRUSH));
     RECT rc;
     GetClientRect(h, &rc);
@@ -121,7 +121,7 @@ LRESULT OnPaint(HWND h) {
 
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
     auto font = reinterpret_cast<HFONT>(wp);
-    words::Font::set(h, reinterpret_cast<LONG>(font));
+    words::Font::set(h, font);
     const fk::FontMetrics m = fk::ReadFontMetrics(h, font);
     words::CharWidth::set(h, m.avgWidth);
     words::CharHeight::set(h, m.height);
@@ -153,7 +153,7 @@ LRESULT WINAPI gxFrame3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_SETFONT:
         return OnSetFont(h, wp, lp);
     case WM_GETFONT:
-        return words::Font::get(h);
+        return reinterpret_cast<LRESULT>(words::Font::get(h));
     case WM_NCHITTEST:
         return HTTRANSPARENT;
     case WM_GETDLGCODE:

@@ -60,8 +60,9 @@ std::unique_ptr<fk::Picture> FromResource(HINSTANCE module, LPCSTR name, SIZE cl
 
 // Window words: the picture words of display/picture.h, the method string
 // last.
-using Method = fk::PtrWord<char, 10>;
-static_assert(fk::picture_words::State::kEnd == Method::kOffset && Method::kEnd == fk::kIconBytes);
+using Method = fk::PtrWord<char, 10, 32>;
+static_assert(fk::picture_words::State::kEnd == Method::kOffset32 && fk::picture_words::Name::kEnd64 == Method::kOffset64 &&
+              fk::EndsAt<Method, Method>(fk::kIconExtra.bits32, fk::kIconExtra.bits64));
 const fk::PictureClass kIcon{"@ICON", fk::MethodSlot{Method::kOffset}, FromFile, FromResource};
 
 }  // namespace

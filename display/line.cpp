@@ -15,9 +15,9 @@ namespace fk {
 namespace {
 
 // Window words: the method string, then spare bytes.
-using Method = PtrWord<char, 0>;
+using Method = PtrWord<char, 0, 8>;
 using Spare = SpareBytes<4, 4>;
-static_assert(Spare::kEnd == kLineBytes);
+static_assert(EndsAt<Spare, Method>(kLineExtra.bits32, kLineExtra.bits64));
 const MethodSlot kMethod{Method::kOffset};
 
 void Stroke(HDC dc, COLORREF colour, int x1, int y1, int x2, int y2) {

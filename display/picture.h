@@ -33,8 +33,10 @@ struct PictureClass {
 
 // Window words both classes keep in front of their method string.
 namespace picture_words {
-using Image = PtrWord<Picture, 0>;            // the picture, or null
-inline constexpr MethodSlot kName{4};         // local block: file or resource name it came from
+// In the 64-bit build the pointers start behind the larger class's 16 bytes.
+using Image = PtrWord<Picture, 0, 16>;        // the picture, or null
+using Name = PtrPlace<4, 24>;                 // local block: file or resource name it came from
+inline constexpr MethodSlot kName{Name::kOffset};
 using State = ShortWord<8>;                   // kPressed, kTracking
 }  // namespace picture_words
 

@@ -32,7 +32,7 @@ int TextX(LONG style, int width, int textWidth) {
 }
 
 LRESULT OnCreate(HWND h) {
-    RecordMetrics(h, reinterpret_cast<HFONT>(words::Font::get(h)));
+    RecordMetrics(h, words::Font::get(h));
     return 0;
 }
 
@@ -41,7 +41,7 @@ LRESULT OnPaint(HWND h) {
     const int len = fk::ReadWindowText(h, text);
     fk::PaintDC dc(h);
     if (dc.get() == nullptr) return 0;
-    SelectObj font(dc, reinterpret_cast<HFONT>(words::Font::get(h)));
+    SelectObj font(dc, words::Font::get(h));
     SIZE size{};
     GetTextExtentPoint32A(dc, text, len, &size);
     RECT rc;
@@ -71,7 +71,7 @@ LRESULT OnPaint(HWND h) {
 }
 
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
-    words::Font::set(h, static_cast<LONG>(wp));
+    words::Font::set(h, reinterpret_cast<HFONT>(wp));
     RecordMetrics(h, reinterpret_cast<HFONT>(wp));
     if (lp) InvalidateRect(h, nullptr, TRUE);
     return 0;
@@ -113,7 +113,7 @@ LRESULT WINAPI gxText3DWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_SETFONT:
         return OnSetFont(h, wp, lp);
     case WM_GETFONT:
-        return words::Font::get(h);
+        return reinterpret_cast<LRESULT>(words::Font::get(h));
     case kSetSetting:
         words::Setting::set(h, static_cast<WORD>(wp));
         return static_cast<WORD>(wp);

@@ -23,15 +23,15 @@ namespace {
 using fk::SelectObj;
 
 // Window words.
-using Font = fk::LongWord<0>;         // WM_SETFONT handle; 0 is the system font
+using Font = fk::HandleWord<HFONT, 0>;  // WM_SETFONT handle; 0 is the system font
 using CharWidth = fk::ShortWord<4>;   // average character width of the font
 using CharHeight = fk::ShortWord<6>;  // character height of the font
 using Interval = fk::LongWord<8>;     // restart interval in ms, 0 until set by 0x0402
 using Limit = fk::ShortWord<12>;      // "@LIMIT" argument, 0 when absent
 using Position = fk::ShortWord<14>;   // scroll position, a character index into the line
-using Method = fk::PtrWord<char, 16>;
+using Method = fk::PtrWord<char, 16, 22>;
 using Spare = fk::SpareBytes<20, 2>;
-static_assert(Spare::kEnd == fk::kTickerBytes);
+static_assert(fk::EndsAt<Spare, Method>(fk::kTickerExtra.bits32, fk::kTickerExtra.bits64));
 const fk::MethodSlot kMethod{Method::kOffset};
 
 constexpr UINT_PTR kTimerId = 99;
@@ -78,7 +78,7 @@ void TimerStep(HWND h) {
     GetClientRect(h, &rc);
     fk::WindowDC dc(h);
     if (dc.get() == nullptr) return;
-    SelectObj font(dc, reinterpret_cast<HFONT>(Font::get(h)));
+    SelectObj font(dc, Font::get(h));
 
     char line[kMaxLeadIn + 160 + kTrailing + 1];
     int len = BuildLeadIn(dc, rc.right, step, line);
@@ -100,7 +100,7 @@ void TimerStep(HWND h) {
 }
 
 LRESULT OnCreate(HWND h) {
-    RecordMetrics(h, reinterpret_cast<HFONT>(Font::get(h)));
+    RecordMetrics(h, Font::get(h));
     SetTimer(h, kTimerId, kFirstInterval, nullptr);
     Position::set(h, 0);
     return 0;
@@ -127,7 +127,7 @@ LRESULT OnPaint(HWND h) {
 }
 
 LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
-    Font::set(h, static_cast<LONG>(wp));
+    Font::set(h, reinterpret_cast<HFONT>(wp));
     RecordMetrics(h, reinterpret_cast<HFONT>(wp));
     if (lp) InvalidateRect(h, nullptr, TRUE);
     return 0;
@@ -135,7 +135,7 @@ LRESULT OnSetFont(HWND h, WPARAM wp, LPARAM lp) {
 
 // Only the low 16 bits of the handle come back; callers of the 16-bit
 // library saw the whole handle that way.
-LRESULT OnGetFont(HWND h) { return static_cast<WORD>(Font::get(h)); }
+LRESULT OnGetFont(HWND h) { return static_cast<WORD>(HandleToLong(Font::get(h))); }
 
 LRESULT OnStop(HWND h, WPARAM wp) {
     KillTimer(h, kTimerId);

@@ -44,9 +44,9 @@ static_assert(kCurrRightJust == CURR_RIGHTJUST && kCurrSuppress == CURR_SUPPRESS
 // and, last, the method string.
 struct CurrencyWords : NumberWords {
     using Country = ShortWord<24>;  // row of the country-format table
-    using Method = PtrWord<char, 26>;
+    using Method = PtrWord<char, 26, 30>;
 };
-static_assert(CurrencyWords::Method::kEnd == kCurrencyBytes);
+static_assert(EndsAt<CurrencyWords::Method, CurrencyWords::Method>(kCurrencyExtra.bits32, kCurrencyExtra.bits64));
 using W = CurrencyWords;
 
 // Value type codes of this field.

@@ -25,9 +25,9 @@ namespace {
 struct DateWords : FieldWords {
     using Modified = ShortWord<20>;  // set to 1 by every edit
     using AutoFill = ShortWord<22>;  // 0x0100 with "@AUTOFILL"
-    using Method = PtrWord<char, 24>;
+    using Method = PtrWord<char, 24, 28>;
 };
-static_assert(DateWords::Method::kEnd == kDateBytes);
+static_assert(EndsAt<DateWords::Method, DateWords::Method>(kDateExtra.bits32, kDateExtra.bits64));
 using W = DateWords;
 const MethodSlot kMethod{W::Method::kOffset};
 

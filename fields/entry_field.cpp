@@ -85,7 +85,7 @@ LRESULT Dispatch(HWND h, UINT msg, WPARAM wp, LPARAM lp, const FieldClass& cls) 
     case WM_SHOWWINDOW: return ShowWindowWipingBorder(h, wp, lp, cls.border3DBits);
     case WM_SETTEXT: return Call(on.setText, h, msg, wp, lp, cls);
     case WM_SETFONT: return FieldSetFont(h, wp, lp);
-    case WM_GETFONT: return FieldWords::Font::get(h);
+    case WM_GETFONT: return reinterpret_cast<LRESULT>(FieldWords::Font::get(h));
     case WM_GETDLGCODE: return kFieldDialogCode;
     case WM_CHAR: return Call(on.character, h, msg, wp, lp, cls);
     case WM_KEYDOWN: return Call(on.keyDown, h, msg, wp, lp, cls);

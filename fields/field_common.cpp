@@ -72,7 +72,7 @@ LRESULT FieldGetSel(HWND h, WPARAM wp, LPARAM lp) {
 }
 
 LRESULT FieldSetFont(HWND h, WPARAM wp, LPARAM lp) {
-    FieldWords::Font::set(h, static_cast<LONG>(wp));
+    FieldWords::Font::set(h, reinterpret_cast<HFONT>(wp));
     MeasureFieldFont(h);
     if (lp) {
         InvalidateRect(h, nullptr, TRUE);

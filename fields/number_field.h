@@ -37,9 +37,10 @@ struct NumberWords : FieldWords {
 
 // The numeric and real fields: the method-string pointer right behind.
 struct NumericWords : NumberWords {
-    using Method = PtrWord<char, 24>;
+    using Method = PtrWord<char, 24, 28>;
 };
-static_assert(NumericWords::Method::kEnd == kNumericBytes && NumericWords::Method::kEnd == kRealBytes);
+static_assert(EndsAt<NumericWords::Method, NumericWords::Method>(kNumericExtra.bits32, kNumericExtra.bits64) &&
+              EndsAt<NumericWords::Method, NumericWords::Method>(kRealExtra.bits32, kRealExtra.bits64));
 
 // Style bit all number classes share (NUM_, REAL_, CURR_ alike).
 inline constexpr LONG kNumberRightJust = 0x0010;

@@ -32,10 +32,10 @@ struct StringWords : FieldWords {
     using Limit = ShortWord<20>;     // character limit; 0 = none
     using Modified = ShortWord<22>;  // set to 1 when the user changes the text
     using Flags = ShortWord<24>;     // 0x0100 mask in force, 0x0200 "@AUTOFILL"
-    using Method = PtrWord<char, 26>;
-    using Mask = PtrWord<char, 30>;
+    using Method = PtrWord<char, 26, 34>;
+    using Mask = PtrWord<char, 30, 42>;
 };
-static_assert(StringWords::Mask::kEnd == kStringBytes);
+static_assert(EndsAt<StringWords::Mask, StringWords::Mask>(kStringExtra.bits32, kStringExtra.bits64));
 using W = StringWords;
 const MethodSlot kMethod{W::Method::kOffset};
 

@@ -13,7 +13,7 @@ namespace fk {
 
 bool MethodSlot::set(HWND h, char* block) const {
     SetLastError(0);
-    SetWindowLongA(h, offset, reinterpret_cast<LONG>(block));
+    SetWindowLongPtrA(h, offset, reinterpret_cast<LONG_PTR>(block));
     return GetLastError() == 0;
 }
 

@@ -9,9 +9,9 @@
 namespace fk {
 
 struct MethodSlot {
-    int offset;  // position of the pointer in the window's extra bytes
+    int offset;  // position of the pointer-wide word in the window's extra bytes
 
-    char* get(HWND h) const { return reinterpret_cast<char*>(GetWindowLongA(h, offset)); }
+    char* get(HWND h) const { return reinterpret_cast<char*>(GetWindowLongPtrA(h, offset)); }
     // False when the window has no such word (the pointer was not stored).
     bool set(HWND h, char* block) const;
 };

@@ -102,7 +102,7 @@ void RegisterRow(const ClassRow& row) {
 void DeleteTraced(HGDIOBJ obj, const char* format) {
     if (obj == nullptr) return;
     DeleteObject(obj);
-    Trace(format, reinterpret_cast<unsigned long>(obj));
+    Trace(format, static_cast<unsigned long>(HandleToULong(obj)));
 }
 
 }  // namespace

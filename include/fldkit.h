@@ -1,9 +1,11 @@
 /*
- * fldkit.h - public interface of FLDKIT32.dll, the FieldKit control library.
+ * fldkit.h - public interface of FLDKIT32.dll and FLDKIT64.dll, the FieldKit
+ * control library, for 32-bit and 64-bit programs.
  *
- * Usable from C and C++. Link with libfldkit32.a (the import library) or load
- * FLDKIT32.dll at run time. All exported functions use the standard Windows
- * calling convention (WINAPI) and are exported under their plain names.
+ * Usable from C and C++. Link with libfldkit32.a / libfldkit64.a (the import
+ * libraries) or load the DLL of the program's bitness at run time. All
+ * exported functions use the standard Windows calling convention (WINAPI)
+ * and are exported under their plain names.
  */
 #ifndef FLDKIT_H
 #define FLDKIT_H
@@ -13,6 +15,15 @@
 
 #ifdef __cplusplus
 extern "C" {
+#endif
+
+/* The DLL that goes with the program being compiled: a 32-bit program
+   loads FLDKIT32.dll, a 64-bit one FLDKIT64.dll (the system refuses the
+   other). For LoadLibraryA and GetModuleHandleA. */
+#ifdef _WIN64
+#define FK_DLL_NAME "FLDKIT64.dll"
+#else
+#define FK_DLL_NAME "FLDKIT32.dll"
 #endif
 
 /* ------------------------------------------------------------------------
@@ -269,8 +280,9 @@ extern "C" {
  * Records
  * ---------------------------------------------------------------------- */
 
-/* Sent with GXN_ERROR: a 60-byte moveable global block, valid only during
-   the notification (copy what you keep). */
+/* Sent with GXN_ERROR: a moveable global block (60 bytes from FLDKIT32.dll,
+   80 from FLDKIT64.dll), valid only during the notification (copy what you
+   keep). */
 typedef struct tagFieldErrorNotice {
     HWND  hWnd;        /* the control */
     LONG  nId;         /* its identifier */
@@ -296,16 +308,44 @@ typedef struct tagCTLCLASSLIST {
     CTLCLASS Classes[15];
 } CTLCLASSLIST;
 
-/* Layout checks: these records are interchange formats of 32-bit Windows. */
+/* The drag block: the handle in lParam of the drag-and-drop messages
+   (0x0D11-0x0D13), a GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE block
+   (64 bytes from FLDKIT32.dll, 80 from FLDKIT64.dll). */
+typedef struct tagFieldDragBlock {
+    HWND    hSource;        /* the control the text comes from */
+    LONG    nId;            /* its identifier */
+    DWORD   dwFlags;        /* bit 0: move (the source loses the text) */
+    DWORD   dwKind;         /* always 1; a target refuses any other */
+    char    szChannel[30];  /* drag channel, zero-terminated */
+    BYTE    reserved1[2];
+    HCURSOR hCursor;        /* 0: the library's drag cursor */
+    BYTE    reserved2[8];
+    HGLOBAL hData;          /* the text, a block of the same kind */
+} FieldDragBlock;
+
+/* Layout checks: these records are interchange formats. FLDKIT32.dll keeps
+   the layouts of 32-bit Windows; FLDKIT64.dll the same fields in the same
+   order, each at its natural 64-bit alignment. FK_LAYOUT(a, b) is a in a
+   32-bit build and b in a 64-bit one. */
+#ifdef _WIN64
+#define FK_LAYOUT(bits32, bits64) (bits64)
+#else
+#define FK_LAYOUT(bits32, bits64) (bits32)
+#endif
 #define FK_LAYOUT_CHECK(name, cond) typedef char fk_layout_##name[(cond) ? 1 : -1]
-FK_LAYOUT_CHECK(notice_size, sizeof(FieldErrorNotice) == 60);
-FK_LAYOUT_CHECK(notice_type, offsetof(FieldErrorNotice, nType) == 8);
-FK_LAYOUT_CHECK(notice_error, offsetof(FieldErrorNotice, nError) == 12);
-FK_LAYOUT_CHECK(notice_caption, offsetof(FieldErrorNotice, lpCaption) == 24);
-FK_LAYOUT_CHECK(ctlclass_size, sizeof(CTLCLASS) == 32);
-FK_LAYOUT_CHECK(ctlclass_name, offsetof(CTLCLASS, szClass) == 12);
-FK_LAYOUT_CHECK(classlist_size, sizeof(CTLCLASSLIST) == 484);
-FK_LAYOUT_CHECK(classlist_first, offsetof(CTLCLASSLIST, Classes) == 4);
+FK_LAYOUT_CHECK(notice_size, sizeof(FieldErrorNotice) == FK_LAYOUT(60, 80));
+FK_LAYOUT_CHECK(notice_type, offsetof(FieldErrorNotice, nType) == FK_LAYOUT(8, 12));
+FK_LAYOUT_CHECK(notice_error, offsetof(FieldErrorNotice, nError) == FK_LAYOUT(12, 16));
+FK_LAYOUT_CHECK(notice_caption, offsetof(FieldErrorNotice, lpCaption) == FK_LAYOUT(24, 40));
+FK_LAYOUT_CHECK(notice_reserved, offsetof(FieldErrorNotice, reserved) == FK_LAYOUT(28, 48));
+FK_LAYOUT_CHECK(ctlclass_size, sizeof(CTLCLASS) == FK_LAYOUT(32, 48));
+FK_LAYOUT_CHECK(ctlclass_name, offsetof(CTLCLASS, szClass) == FK_LAYOUT(12, 24));
+FK_LAYOUT_CHECK(classlist_size, sizeof(CTLCLASSLIST) == FK_LAYOUT(484, 728));
+FK_LAYOUT_CHECK(classlist_first, offsetof(CTLCLASSLIST, Classes) == FK_LAYOUT(4, 8));
+FK_LAYOUT_CHECK(drag_size, sizeof(FieldDragBlock) == FK_LAYOUT(64, 80));
+FK_LAYOUT_CHECK(drag_channel, offsetof(FieldDragBlock, szChannel) == FK_LAYOUT(16, 20));
+FK_LAYOUT_CHECK(drag_cursor, offsetof(FieldDragBlock, hCursor) == FK_LAYOUT(48, 56));
+FK_LAYOUT_CHECK(drag_data, offsetof(FieldDragBlock, hData) == FK_LAYOUT(60, 72));
 
 /* ------------------------------------------------------------------------
  * Library frame
@@ -494,10 +534,10 @@ typedef struct tagCTLSTYLE {
 typedef DWORD (WINAPI *LPFNSTRTOID)(LPSTR text);
 typedef UINT  (WINAPI *LPFNIDTOSTR)(UINT id, LPSTR buffer, UINT size);
 
-FK_LAYOUT_CHECK(ctltype_size, sizeof(CTLTYPE) == 48);
+FK_LAYOUT_CHECK(ctltype_size, sizeof(CTLTYPE) == FK_LAYOUT(48, 56));
 FK_LAYOUT_CHECK(ctltype_bits, offsetof(CTLTYPE, hToolBit) == 40);
-FK_LAYOUT_CHECK(ctlinfo_size, sizeof(CTLINFO) == 708);
-FK_LAYOUT_CHECK(ctlinfo_types, offsetof(CTLINFO, Type) == 132);
+FK_LAYOUT_CHECK(ctlinfo_size, sizeof(CTLINFO) == FK_LAYOUT(708, 808));
+FK_LAYOUT_CHECK(ctlinfo_types, offsetof(CTLINFO, Type) == FK_LAYOUT(132, 136));
 FK_LAYOUT_CHECK(ctlstyle_title, offsetof(CTLSTYLE, szTitle) == 44);
 FK_LAYOUT_CHECK(ctlstyle_data, offsetof(CTLSTYLE, CtlDataSize) == FK_CTLSTYLE_BASE);
 FK_LAYOUT_CHECK(ctlstyle_size, sizeof(CTLSTYLE) == 396);

@@ -4,6 +4,7 @@
 // the mouse captured by the source.
 
 #include <cctype>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -33,8 +34,8 @@ constexpr int kFilterSize = 120;
 const char kArmedProp[] = "@DRAGSRC";
 const char kWantDropProp[] = "@WANTDROP";
 
-// The 64-byte drag block.
-#pragma pack(push, 1)
+// The drag block: 64 bytes in the 32-bit build; in the 64-bit one the same
+// fields in the same order, each at its natural alignment (80 bytes).
 struct DragBlock {
     HWND source;
     LONG id;
@@ -46,8 +47,13 @@ struct DragBlock {
     BYTE unused2[8];
     HGLOBAL data;
 };
-#pragma pack(pop)
-static_assert(sizeof(DragBlock) == 64, "drag block layout");
+// The public record (FieldDragBlock) is the same block under the names
+// applications use.
+static_assert(sizeof(DragBlock) == sizeof(FieldDragBlock) && offsetof(DragBlock, id) == offsetof(FieldDragBlock, nId) &&
+                  offsetof(DragBlock, channel) == offsetof(FieldDragBlock, szChannel) &&
+                  offsetof(DragBlock, cursor) == offsetof(FieldDragBlock, hCursor) &&
+                  offsetof(DragBlock, data) == offsetof(FieldDragBlock, hData),
+              "drag block layout");
 constexpr DWORD kMoveBit = 1;
 
 // Process-wide drag state: one drag at a time.

@@ -434,12 +434,12 @@ static BOOL PrintClasses(void) {
     const CTLCLASSLIST* list;
     long n, i;
     if (block == NULL) {
-        printf("FLDKIT32.dll gave no class list\n");
+        printf("%s gave no class list\n", FK_DLL_NAME);
         return FALSE;
     }
     list = (const CTLCLASSLIST*)GlobalLock(block);
     n = (long)list->nClasses;
-    printf("FLDKIT32.dll: %ld classes:", n);
+    printf("%s: %ld classes:", FK_DLL_NAME, n);
     for (i = 0; i < n; ++i) printf(" %s", list->Classes[i].szClass);
     printf("\n\n");
     GlobalUnlock(block);
@@ -458,7 +458,7 @@ int main(int argc, char** argv) {
         else if (strcmp(argv[i], "--transcript") == 0 && i + 1 < argc)
             g_transcript = argv[++i];
     }
-    /* Loading FLDKIT32.dll registers the classes the template names; the
+    /* Loading the DLL registers the classes the template names; the
        class list is what a dialog editor asks for. */
     if (!PrintClasses()) return 1;
     result = DialogBoxParamA(GetModuleHandleA(NULL), MAKEINTRESOURCEA(IDD_ORDER), NULL, OrderProc, 0);

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian 12 machine lacks to build and test FieldKit:
-# i386 multiarch, the i686 mingw-w64 cross compiler, 32-bit Wine, Xvfb, CMake
+# i386 multiarch, the i686 and x86-64 mingw-w64 cross compilers, 32-bit and
+# 64-bit Wine, Xvfb, CMake
 # and clang with libFuzzer. Then makes sure 32-bit programs (32-bit Wine) can
 # run: natively where the kernel runs them, otherwise under QEMU's user-mode
 # emulator, registered for i386 programs with the kernel's binfmt_misc.
@@ -23,6 +24,8 @@ fail() {  # one clear message, then stop
 install_packages() {
     local need=()
     command -v i686-w64-mingw32-g++-posix >/dev/null 2>&1 || need+=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686)
+    command -v x86_64-w64-mingw32-g++-posix >/dev/null 2>&1 || need+=(gcc-mingw-w64-x86-64 g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64)
+    [ -e /usr/lib/wine/wine64 ] || need+=(wine64)
     command -v wine >/dev/null 2>&1 || need+=(wine wine32 wine64)
     [ -e /usr/lib/wine/wine ] || [ -e /usr/lib/i386-linux-gnu/wine ] || dpkg -s wine32 >/dev/null 2>&1 || need+=(wine32)
     command -v Xvfb >/dev/null 2>&1 || need+=(xvfb)
@@ -48,7 +51,8 @@ install_packages() {
     # The i386 security index is sometimes broken; the packages we need are still found.
     $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on"
 
-    local pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32 wine64 xvfb xauth cmake
+    local pkgs=(gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686
+                gcc-mingw-w64-x86-64 g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 wine wine32 wine64 xvfb xauth cmake
                 googletest libgtest-dev libbenchmark-dev python3 clang libclang-rt-14-dev llvm lld pkg-config)
     if ! $SUDO apt-get install -y -q --no-install-recommends "${pkgs[@]}"; then
         echo "setup: retrying with the bookworm release pinned"

@@ -1,4 +1,4 @@
-// The design host: loads FLDKIT32.dll as a dialog editor does (ListClasses,
+// The design host: loads FLDKIT32.dll (FLDKIT64.dll when 64-bit) as a dialog editor does (ListClasses,
 // then each class's Info), shows the toolbox of the fifteen classes with
 // their pictures and descriptions, places one control of each class on a
 // sheet at its default size and style, opens a control's style dialog on a
@@ -344,9 +344,9 @@ void ScriptedRun() {
 int main(int argc, char** argv) {
     const bool scripted = argc > 2 && std::string(argv[1]) == "--auto";
     if (scripted) g_out = argv[2];
-    HMODULE dll = LoadLibraryA("FLDKIT32.dll");
+    HMODULE dll = LoadLibraryA(FK_DLL_NAME);
     if (dll == nullptr || !LoadClasses(dll)) {
-        std::printf("FLDKIT32.dll gave no class list\n");
+        std::printf("%s gave no class list\n", FK_DLL_NAME);
         return 1;
     }
     MeasureFont();

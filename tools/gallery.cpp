@@ -312,7 +312,7 @@ void Buttons() {
 
 int main(int argc, char** argv) {
     if (argc > 1) g_out = argv[1];
-    if (!LoadLibraryA("FLDKIT32.dll")) {
+    if (!LoadLibraryA(FK_DLL_NAME)) {
         std::printf("FLDKIT32.dll not found\n");
         return 1;
     }

@@ -1,21 +1,27 @@
-/* Linked by lld-link against fldkit32.lib, Microsoft's import-library
-   format: the decorated stdcall names bind to the DLL's plain exports. No
-   C runtime and no Windows headers: it declares what it calls. */
+/* Linked by lld-link against fldkit32.lib (fldkit64.lib when 64-bit),
+   Microsoft's import-library format: in 32-bit code the decorated stdcall
+   names bind to the DLL's plain exports. No C runtime and no Windows
+   headers: it declares what it calls. */
 typedef void* HANDLE;
-__declspec(dllimport) char* __stdcall lstrcomma(char* text, char sep, char dp);
-__declspec(dllimport) int __stdcall lstrcount(const char* text, char c);
-__declspec(dllimport) int __stdcall twGetMethodParam(char* method, const char* keyword, char* argument);
-__declspec(dllimport) HANDLE __stdcall GetStdHandle(unsigned long which);
-__declspec(dllimport) int __stdcall WriteFile(HANDLE file, const void* bytes, unsigned long count,
+#if defined(_M_X64)
+#define CALL /* one calling convention in 64-bit code */
+#else
+#define CALL __stdcall
+#endif
+__declspec(dllimport) char* CALL lstrcomma(char* text, char sep, char dp);
+__declspec(dllimport) int CALL lstrcount(const char* text, char c);
+__declspec(dllimport) int CALL twGetMethodParam(char* method, const char* keyword, char* argument);
+__declspec(dllimport) HANDLE CALL GetStdHandle(unsigned long which);
+__declspec(dllimport) int CALL WriteFile(HANDLE file, const void* bytes, unsigned long count,
                                               unsigned long* written, void* overlapped);
-__declspec(dllimport) void __stdcall ExitProcess(unsigned code);
+__declspec(dllimport) void CALL ExitProcess(unsigned code);
 
 static void Copy(char* to, const char* from) {
     while ((*to++ = *from++) != 0) {
     }
 }
 
-void __stdcall start(void) {
+void CALL start(void) {
     char number[32], method[40], argument[40];
     unsigned long length = 0, written = 0;
     int ok;

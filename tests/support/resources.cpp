@@ -7,7 +7,7 @@
 namespace fktest {
 namespace {
 // 64K entries; a live object has a type, unique is its handle's high word, owner's low word the process id
-// (0 under Wine and for stock objects). Windows points PEB->GdiSharedHandleTable (0x94) at it; 32-bit Wine 8
+// (0 under Wine and for stock objects). Windows points PEB->GdiSharedHandleTable (0x94; 0xF8 in 64-bit) at it; 32-bit Wine 8
 // leaves that null: the table is then the committed region of that size describing two fresh objects.
 #pragma pack(push, 1)
 struct GdiEntry { uint64_t object; uint32_t owner; uint16_t unique; uint8_t type, flags; uint64_t user; };
@@ -30,7 +30,11 @@ bool IsHandleTable(const GdiEntry* table) {
 }
 
 const GdiEntry* FindGdiTable() {
+#ifdef _WIN64
+    const auto* const* fromPeb = reinterpret_cast<const GdiEntry* const*>(__readgsqword(0x60) + 0xF8);
+#else
     const auto* const* fromPeb = reinterpret_cast<const GdiEntry* const*>(__readfsdword(0x30) + 0x94);
+#endif
     if (IsHandleTable(*fromPeb)) return *fromPeb;
     SYSTEM_INFO si;
     GetSystemInfo(&si);

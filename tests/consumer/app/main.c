@@ -1,6 +1,6 @@
-/* A program that links FLDKIT32.dll through its import library: a string
-   field from the DLL's class and a string routine. Exit code 0 when both
-   answered as expected. */
+/* A program that links FLDKIT32.dll (FLDKIT64.dll when 64-bit) through its
+   import library: a string field from the DLL's class and a string routine.
+   Exit code 0 when both answered as expected. */
 #include <stdio.h>
 #include <string.h>
 
@@ -19,6 +19,7 @@ int main(void) {
     GetWindowTextA(field, text, sizeof text);
     DestroyWindow(field);
     lstrcomma(number, ',', '.');
-    printf("%s | %s\n", number, text);
+    printf("%s | %s | %s\n", number, text, GetModuleHandleA(FK_DLL_NAME) != NULL ? FK_DLL_NAME : "no DLL");
+    if (GetModuleHandleA(FK_DLL_NAME) == NULL) return 3;
     return strcmp(number, "1,234,567") == 0 && strcmp(text, "order 42") == 0 ? 0 : 1;
 }

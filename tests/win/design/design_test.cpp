@@ -67,7 +67,7 @@ bool NamesToken(const std::string& text, const std::string& name) {
 }
 
 TEST(Design, ClassListHoldsEveryClassesEntries) {
-    HMODULE dll = GetModuleHandleA("FLDKIT32.dll");
+    HMODULE dll = GetModuleHandleA(FK_DLL_NAME);
     for (int i = 0; i < 15; ++i) {
         const Entries e = EntriesOf(i);
         ASSERT_TRUE(e.info && e.style && e.flags) << kClasses[i].name;
@@ -85,7 +85,7 @@ TEST(Design, InfoBlocksOfEveryClass) {
         const ClassRow& row = kClasses[i];
         HGLOBAL block = EntriesOf(i).info();
         ASSERT_NE(block, nullptr) << row.name;
-        EXPECT_EQ(GlobalSize(block), 708u);
+        EXPECT_EQ(GlobalSize(block), sizeof(CTLINFO));  // 708 bytes from FLDKIT32.dll, 808 from FLDKIT64.dll
         const CTLINFO info = *static_cast<CTLINFO*>(GlobalLock(block));
         GlobalUnlock(block);
         EXPECT_EQ(GlobalFree(block), nullptr);

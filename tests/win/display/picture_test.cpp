@@ -167,9 +167,9 @@ TEST(Bitmap, ClicksStartTheProgramThroughTwExecProgram) {
 HGLOBAL DragBlock(const std::string& text) {
     HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, text.size() + 1);
     std::memcpy(GlobalLock(data), text.c_str(), text.size()), GlobalUnlock(data);
-    HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 64);
-    auto* words = static_cast<DWORD*>(GlobalLock(drag));
-    words[3] = 1, words[15] = reinterpret_cast<DWORD>(data);
+    HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(FieldDragBlock));
+    auto* block = static_cast<FieldDragBlock*>(GlobalLock(drag));
+    block->dwKind = 1, block->hData = data;
     GlobalUnlock(drag);
     return drag;
 }

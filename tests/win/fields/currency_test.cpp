@@ -26,7 +26,7 @@ void CountLibraryBeeps() {
     static bool patched = false;
     if (patched) return;
     patched = true;
-    auto* base = reinterpret_cast<BYTE*>(GetModuleHandleA("FLDKIT32.dll"));
+    auto* base = reinterpret_cast<BYTE*>(GetModuleHandleA(FK_DLL_NAME));
     const auto real = reinterpret_cast<DWORD_PTR>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBeep"));
     auto* nt = reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
     const IMAGE_DATA_DIRECTORY dir = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];

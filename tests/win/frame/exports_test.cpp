@@ -9,6 +9,8 @@
 
 #include <windows.h>
 
+#include "include/fldkit.h"
+
 namespace {
 
 std::vector<std::string> DefExports() {
@@ -30,7 +32,7 @@ std::vector<std::string> DefExports() {
 TEST(Exports, EveryDefNameIsExportedUndecorated) {
     std::vector<std::string> names = DefExports();
     ASSERT_GT(names.size(), 30u) << "FK_SOURCE_DIR must point at the sources";
-    HMODULE dll = GetModuleHandleA("FLDKIT32.dll");
+    HMODULE dll = GetModuleHandleA(FK_DLL_NAME);
     ASSERT_NE(dll, nullptr);
     for (const std::string& decorated : names) {
         EXPECT_NE(GetProcAddress(dll, decorated.substr(0, decorated.find('@')).c_str()), nullptr) << decorated;
@@ -44,7 +46,7 @@ TEST(Exports, EveryDefNameIsExportedUndecorated) {
 // The version resource, as a file's properties page or an installer reads it.
 TEST(Exports, VersionResourceNamesTheFileAndTheProjectVersion) {
     char path[MAX_PATH] = "";
-    ASSERT_GT(GetModuleFileNameA(GetModuleHandleA("FLDKIT32.dll"), path, MAX_PATH), 0u);
+    ASSERT_GT(GetModuleFileNameA(GetModuleHandleA(FK_DLL_NAME), path, MAX_PATH), 0u);
     DWORD ignored = 0;
     std::vector<char> data(GetFileVersionInfoSizeA(path, &ignored));
     ASSERT_FALSE(data.empty());
@@ -63,7 +65,7 @@ TEST(Exports, VersionResourceNamesTheFileAndTheProjectVersion) {
         return VerQueryValueA(data.data(), key.c_str(), reinterpret_cast<void**>(&value), &size) ? std::string(value)
                                                                                               : std::string("(none)");
     };
-    EXPECT_EQ(text("OriginalFilename"), "FLDKIT32.dll");
+    EXPECT_EQ(text("OriginalFilename"), FK_DLL_NAME);
     EXPECT_EQ(text("FileVersion"), version);
     EXPECT_EQ(text("ProductVersion"), version);
     EXPECT_EQ(text("ProductName"), "FieldKit");

@@ -7,11 +7,13 @@
 #include <string>
 
 #include "include/fldkit.h"
+#include "tests/support/bitness.h"
 #include "tests/support/window.h"
 
 namespace {
 
-HMODULE Dll() { return GetModuleHandleA("FLDKIT32.dll"); }
+HMODULE Dll() { return GetModuleHandleA(FK_DLL_NAME); }
+using fktest::Bits;
 
 // proc: the exported window procedure; extra: for superclasses of base, added to its count.
 struct ClassExpectation {
@@ -24,21 +26,21 @@ struct ClassExpectation {
 };
 
 const ClassExpectation kTable[] = {
-    {"gxString32", "gxStringWndFn", 0x400B, 34, IDC_IBEAM, 6, nullptr},
-    {"gxNumeric32", "gxNumericWndFn", 0x400B, 28, IDC_IBEAM, 6, nullptr},
-    {"gxReal32", "gxRealWndFn", 0x400B, 28, IDC_IBEAM, 6, nullptr},
-    {"gxBitmap32", "gxBitmapWndFn", 0x400B, 16, IDC_ARROW, 6, nullptr},
-    {"gxIcon32", "gxIconWndFn", 0x400B, 14, IDC_ARROW, 6, nullptr},
-    {"gxDate32", "gxDateWndFn", 0x400B, 28, IDC_IBEAM, 6, nullptr},
-    {"gxColor32", "gxColorWndFn", 0x400B, 40, IDC_ARROW, 6, nullptr},
-    {"gxTable32", "gxTableWndFn", 0x4088, 4, IDC_ARROW, 6, "listbox"},
-    {"gxCBTable32", "gxCBTableWndFn", 0x4088, 4, IDC_ARROW, 6, "combobox"},
-    {"gxTicker32", "gxTickerWndFn", 0x400B, 22, IDC_ARROW, 6, nullptr},
-    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, 30, IDC_IBEAM, 6, nullptr},
-    {"gxButton32", "gxButtonWndFn", 0x4003, 18, IDC_ARROW, 6, nullptr},
-    {"gxLine32", nullptr, 0x4003, 8, IDC_ARROW, 6, nullptr},
-    {"gxText3D32", "gxText3DWndFn", 0x400B, 20, IDC_ARROW, 6, nullptr},
-    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, 20, IDC_ARROW, 15, nullptr},
+    {"gxString32", "gxStringWndFn", 0x400B, Bits(34, 50), IDC_IBEAM, 6, nullptr},
+    {"gxNumeric32", "gxNumericWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
+    {"gxReal32", "gxRealWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
+    {"gxBitmap32", "gxBitmapWndFn", 0x400B, Bits(16, 40), IDC_ARROW, 6, nullptr},
+    {"gxIcon32", "gxIconWndFn", 0x400B, Bits(14, 40), IDC_ARROW, 6, nullptr},
+    {"gxDate32", "gxDateWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
+    {"gxColor32", "gxColorWndFn", 0x400B, Bits(40, 48), IDC_ARROW, 6, nullptr},
+    {"gxTable32", "gxTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "listbox"},
+    {"gxCBTable32", "gxCBTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "combobox"},
+    {"gxTicker32", "gxTickerWndFn", 0x400B, Bits(22, 30), IDC_ARROW, 6, nullptr},
+    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, Bits(30, 38), IDC_IBEAM, 6, nullptr},
+    {"gxButton32", "gxButtonWndFn", 0x4003, Bits(18, 34), IDC_ARROW, 6, nullptr},
+    {"gxLine32", nullptr, 0x4003, Bits(8, 16), IDC_ARROW, 6, nullptr},
+    {"gxText3D32", "gxText3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 6, nullptr},
+    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 15, nullptr},
 };
 
 class ClassTable : public ::testing::TestWithParam<ClassExpectation> {};
@@ -70,7 +72,7 @@ TEST(ClassRegistry, TableListKeepsItsMethodAtTheComboBoxCount) {
                                            GetModuleHandleA(nullptr), nullptr));
     ASSERT_NE(h.get(), nullptr);
     SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@TBL(x)"));
-    EXPECT_STREQ(reinterpret_cast<const char*>(GetWindowLongA(h, combo.cbWndExtra)), "@TBL(x)");
+    EXPECT_STREQ(reinterpret_cast<const char*>(GetWindowLongPtrA(h, combo.cbWndExtra)), "@TBL(x)");
 }
 
 TEST(ListClasses, PublishedLayoutAndOrder) {
@@ -79,12 +81,12 @@ TEST(ListClasses, PublishedLayoutAndOrder) {
                            "gxFrame3D32", "gxButton32", "gxCurrency32", "gxText3D32", "gxLine32"};
     HGLOBAL block = ListClasses(nullptr, 0, nullptr, nullptr);
     ASSERT_NE(block, nullptr);
-    EXPECT_EQ(GlobalSize(block), 484u);
+    EXPECT_EQ(GlobalSize(block), static_cast<SIZE_T>(Bits(484, 728)));
     auto* bytes = static_cast<const unsigned char*>(GlobalLock(block));
     ASSERT_NE(bytes, nullptr);
     EXPECT_EQ(*reinterpret_cast<const LONG*>(bytes), 15);
     for (int i = 0; i < 15; ++i) {
-        const unsigned char* name = bytes + 16 + 32 * i;
+        const unsigned char* name = bytes + Bits(16 + 32 * i, 32 + 48 * i);
         EXPECT_STREQ(reinterpret_cast<const char*>(name), order[i]) << "record " << i;
         for (size_t k = std::strlen(order[i]); k < 20; ++k) EXPECT_EQ(name[k], 0) << order[i] << " byte " << k;
     }
@@ -147,7 +149,7 @@ TEST(MethodBlock, StringFieldCutsAt1023Characters) {
     auto parent = fktest::MakeParent();
     auto field = fktest::MakeChild(parent, "gxString32");
     SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(std::string(4000, 'a').c_str()));
-    auto* block = reinterpret_cast<const char*>(GetWindowLongA(field, 26));
+    auto* block = fktest::TextWord(field, 26, 34);
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(std::strlen(block), 1023u);
     EXPECT_EQ(LocalSize(reinterpret_cast<HLOCAL>(const_cast<char*>(block))), 1024u);

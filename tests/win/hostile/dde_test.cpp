@@ -48,7 +48,7 @@ HGLOBAL MakeBlock(UINT msg, Block b) {  // foreign and freed handles are dead on
         msg == WM_DDE_ADVISE ? "\0\x80\2\0"sv : "\0\x20\2\0" "bits\0"sv,  // flags, format, bytes
         execute ? "[open()]\0"sv : "\0\x80\1\0" "text\0"sv, "\0\xA0\1\0" "acked\r\n\0"sv, "\0\x80\1\0" "kept\0"sv,
         "\0\x20\1\0" "sent\0"sv};
-    if (b == kForeign) return reinterpret_cast<HGLOBAL>(0x00C0FFEE);
+    if (b == kForeign) return ForeignHandle();
     if (bytes[b].empty()) return nullptr;
     HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, bytes[b].size());
     std::memcpy(GlobalLock(h), bytes[b].data(), bytes[b].size());
@@ -226,7 +226,8 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     char empty[4] = "";  // direct calls with junk; messages outside the range are not ours
     NowTrying("dde direct calls", "junk");
     for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
-        for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123)}) {
+        for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123),
+                          reinterpret_cast<LPARAM>(ForeignHandle())}) {
             twProcessDDE(server, msg, 0, lp, nullptr);
             twProcessDDE(server, msg, reinterpret_cast<WPARAM>(server.get()), lp, empty);
             twProcessDDE(nullptr, msg, 0, lp, nullptr);

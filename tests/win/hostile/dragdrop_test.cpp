@@ -128,14 +128,14 @@ TEST_F(HostileDrag, BadDragBlocks) {
     for (const auto& c : cases) {
         NowTrying("drag block", c.name);
         HWND target = Field("@DROPTARG", 250, "kept");
-        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, 64);  // first: freed data stays dead
+        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(FieldDragBlock));  // first: freed data stays dead
         const bool owned = c.data <= kFreedBlock;  // data of ours, to be taken or left
         HGLOBAL data = owned ? Block(c.data == kUnterminated ? "uuuuuuuu" : "dropped") : c.data == kFreedData ? Block("freed!!")
-                     : c.data == kForeign ? reinterpret_cast<HGLOBAL>(0x00C0FFEE) : nullptr;
+                     : c.data == kForeign ? ForeignHandle() : nullptr;
         if (c.data == kFreedData) GlobalFree(data);
-        auto* words = static_cast<DWORD*>(GlobalLock(drag));  // source, identifier, flags, kind, ..., data
-        words[0] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(c.source)), words[2] = 1, words[3] = c.kind;
-        words[15] = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(c.data == kSelf ? drag : data));
+        auto* block = static_cast<FieldDragBlock*>(GlobalLock(drag));
+        block->hSource = c.source, block->dwFlags = 1, block->dwKind = c.kind;
+        block->hData = c.data == kSelf ? drag : data;
         GlobalUnlock(drag);
         if (c.data == kSmallBlock) drag = GlobalReAlloc(drag, 16, GMEM_MOVEABLE);
         if (c.data == kFreedBlock) GlobalFree(drag);

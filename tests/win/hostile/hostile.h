@@ -56,6 +56,19 @@ inline void FillRandom(char* p, size_t n, uint32_t seed) {
     for (size_t i = 0; i < n; ++i) x ^= x << 13, x ^= x >> 17, x ^= x << 5, p[i] = static_cast<char>(x >> 24);
 }
 
+// A handle no allocation answers to. In the 64-bit build it lies above 4 GiB,
+// where a handle squeezed through 32 bits would turn into another one.
+inline HGLOBAL ForeignHandle() {
+    return reinterpret_cast<HGLOBAL>(sizeof(void*) == 8 ? static_cast<UINT_PTR>(0x7FF700C0FFEEull) : 0x00C0FFEEu);
+}
+// Junk for wParam and lParam; in the 64-bit build also values whose low 32
+// bits look harmless (4, a null pointer) and whose high ones do not.
+inline std::vector<UINT_PTR> JunkNumbers() {
+    std::vector<UINT_PTR> v{0u, 1u, 4u, 12u, 0xFFFFFFFFu};
+    if (sizeof(void*) == 8) v.insert(v.end(), {static_cast<UINT_PTR>(0x100000004ull), static_cast<UINT_PTR>(0x7FF700000000ull), ~UINT_PTR(0)});
+    return v;
+}
+
 struct HostileText { const char* name; std::string text; };
 inline const std::vector<HostileText>& HostileMethods() {
     static const std::vector<HostileText> texts = [] {

@@ -48,7 +48,7 @@ static void WarmUp() {
     twFreeTable(nullptr);
     DeleteFileA(path.c_str());
     RecordingParent recorder;
-    for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA("FLDKIT32.dll"), MAKEINTRESOURCEA(cursor));
+    for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA(FK_DLL_NAME), MAKEINTRESOURCEA(cursor));
     parent.reset();
     PumpMessages();
 }

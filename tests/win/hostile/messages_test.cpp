@@ -1,5 +1,6 @@
 // Hostile input through the message set and the editing core.
 #include "tests/win/hostile/hostile.h"
+#include "tests/support/bitness.h"
 
 using namespace fktest;
 
@@ -45,14 +46,15 @@ TEST_F(HostileMessages, EveryClass) {
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
         uint32_t seed = 1;
         for (UINT msg : numbers) {
-            for (WPARAM wp : {0u, 1u, 4u, 12u, 0xFFFFFFFFu}) {
-                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%X", msg, wp);
+            for (WPARAM wp : JunkNumbers()) {
+                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%llX", msg, static_cast<unsigned long long>(wp));
                 NowTrying(cls, what);
                 SendMessageA(h, msg, wp, 0);
                 FillRandom(garbage.data(), garbage.size(), seed++);
                 garbage.data()[63] = 0;
                 SendMessageA(h, msg, wp, reinterpret_cast<LPARAM>(garbage.data()));
-                if (LParamIsANumber(msg, wp)) SendMessageA(h, msg, wp, 1), SendMessageA(h, msg, wp, 0xDEADBEEF);
+                if (LParamIsANumber(msg, wp))
+                    for (UINT_PTR lp : {UINT_PTR(1), UINT_PTR(0xDEADBEEF), JunkNumbers().back()}) SendMessageA(h, msg, wp, LPARAM(lp));
             }
         }
         Paint(h);
@@ -76,8 +78,8 @@ TEST_F(HostileMessages, EveryClass) {
     HWND h = Create(parent, FK_CLASS_STRING);
     for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a longer text for a block of its own):x"}) {
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-        ASSERT_NE(GetWindowLongA(h, 26), 0);
-        SendMessageA(h, GXM_SETMETHOD, 0, GetWindowLongA(h, 26));
+        ASSERT_NE(fktest::TextWord(h, 26, 34), nullptr);
+        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(fktest::TextWord(h, 26, 34)));
         EXPECT_EQ(GetMethod(h, copy), text);
     }
     DestroyWindow(h);

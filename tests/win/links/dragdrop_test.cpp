@@ -106,11 +106,11 @@ TEST_F(DragTest, ParentMayTakeTheDragOver) {
     std::string seen;  // source, flags, kind, channel, cursor, text
     parent_.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
         if (msg != GXN_DRAGNOTIFY) return std::nullopt;
-        auto* p = static_cast<DWORD*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
-        auto data = reinterpret_cast<HGLOBAL>(static_cast<UINT_PTR>(p[15]));
-        seen = std::to_string(wp == reinterpret_cast<WPARAM>(source)) + " " + std::to_string(p[2]) + " " +
-               std::to_string(p[3]) + " " + reinterpret_cast<char*>(p + 4) + " " +
-               std::to_string(p[12] == reinterpret_cast<UINT_PTR>(LoadCursorA(nullptr, IDC_ARROW))) + " " +
+        auto* p = static_cast<FieldDragBlock*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
+        HGLOBAL data = p->hData;
+        seen = std::to_string(wp == reinterpret_cast<WPARAM>(source)) + " " + std::to_string(p->dwFlags) + " " +
+               std::to_string(p->dwKind) + " " + p->szChannel + " " +
+               std::to_string(p->hCursor == LoadCursorA(nullptr, IDC_ARROW)) + " " +
                static_cast<char*>(GlobalLock(data));
         GlobalUnlock(data), GlobalUnlock(reinterpret_cast<HGLOBAL>(lp));
         return 1;
