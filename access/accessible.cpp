@@ -9,6 +9,11 @@
 #include "access/classes.h"
 #include "access/com_ref.h"
 
+// The interface is named by __uuidof(IAccessible), never IID_IAccessible:
+// the x86-64 mingw-w64 import library of oleacc binds that name to an
+// import thunk (oleacc.dll exports it as data), so a 64-bit build would
+// hand out the thunk's bytes as the interface id.
+
 namespace fk {
 
 namespace {
@@ -93,7 +98,7 @@ LONG g_alive = 0;
 class ControlAccessible final : public IAccessible {
 public:
     ControlAccessible(HWND h, const AccessClass& cls, const void* owner) : h_(h), cls_(cls), owner_(owner) {
-        CreateStdAccessibleObject(h, OBJID_CLIENT, IID_IAccessible, standard_.putVoid());
+        CreateStdAccessibleObject(h, OBJID_CLIENT, __uuidof(IAccessible), standard_.putVoid());
         ++g_alive;
     }
 
@@ -108,7 +113,7 @@ public:
     // IUnknown
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         if (out == nullptr) return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IDispatch || iid == IID_IAccessible) {
+        if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(IAccessible)) {
             *out = static_cast<IAccessible*>(this);
             AddRef();
             return S_OK;
@@ -528,7 +533,7 @@ LRESULT AnswerGetObject(HWND h, WPARAM wp, LPARAM lp, const AccessClass& cls, co
         object = made.get();
         g_handed.push_back({h, std::move(made)});
     }
-    const LRESULT r = LresultFromObject(IID_IAccessible, wp, static_cast<IAccessible*>(object));
+    const LRESULT r = LresultFromObject(__uuidof(IAccessible), wp, static_cast<IAccessible*>(object));
     return FAILED(r) ? 0 : r;
 }
 

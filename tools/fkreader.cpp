@@ -187,7 +187,7 @@ int main(int argc, char** argv) {
         const std::string cls = ClassOf(w);
         if (lstrcmpiA(cls.c_str(), "static") == 0 || !IsWindowVisible(w)) continue;
         Releaser acc;
-        if (FAILED(AccessibleObjectFromWindow(w, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+        if (FAILED(AccessibleObjectFromWindow(w, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                               reinterpret_cast<void**>(&acc.p))) ||
             acc.p == nullptr) {
             std::fprintf(out, "| %d | %s | | (no object) |\n", ++n, cls.c_str());

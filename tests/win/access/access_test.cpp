@@ -45,7 +45,7 @@ const auto* const kApartment = ::testing::AddGlobalTestEnvironment(new Apartment
 
 Acc ObjectOf(HWND h) {
     IAccessible* p = nullptr;
-    if (FAILED(AccessibleObjectFromWindow(h, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible, reinterpret_cast<void**>(&p))))
+    if (FAILED(AccessibleObjectFromWindow(h, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), reinterpret_cast<void**>(&p))))
         return nullptr;
     return Acc(p);
 }

@@ -222,7 +222,7 @@ void StepDrag(Cycle& c) {
 // children too), then lets it go; the control's destroy ends the object.
 void StepScreenReader(Cycle& c) {
     IAccessible* acc = nullptr;
-    if (FAILED(AccessibleObjectFromWindow(c.control, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    if (FAILED(AccessibleObjectFromWindow(c.control, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                           reinterpret_cast<void**>(&acc))) ||
         acc == nullptr)
         return;
