@@ -22,18 +22,21 @@ echo "dist/ holds (also as $(ls "$WIN_BUILD"/fieldkit-*.zip 2>/dev/null | tail -
 echo
 trap stop_wine EXIT
 cd "$ROOT/dist"
+# Both demos run in one prefix, the 64-bit tree's (a win64 prefix runs
+# 32-bit programs too), made as the tests make theirs: the two pictures are
+# then drawn under the same settings.
+use_prefix "$WIN64_BUILD"
+[ -f "$WINEPREFIX/system.reg" ] || with_display sh "$ROOT/cmake/wineprefix.sh"
 case "${1:-}" in
---show) use_prefix "$WIN_BUILD"; wine bin/fkdemo.exe ;;
---show64) use_prefix "$WIN64_BUILD"; wine bin/fkdemo64.exe ;;
+--show) wine bin/fkdemo.exe ;;
+--show64) wine bin/fkdemo64.exe ;;
 *)
-    use_prefix "$WIN_BUILD"
     echo "== the 32-bit demo (FLDKIT32.dll)"
     with_display wine bin/fkdemo.exe --auto --shot demo-form.bmp --transcript accessibility.md
     # What a screen reader announces on the form, kept with the documents.
     if [[ -f accessibility.md ]]; then cp accessibility.md "$ROOT/docs/accessibility.md"; fi
     echo
     echo "== the 64-bit demo (FLDKIT64.dll)"
-    use_prefix "$WIN64_BUILD"
     with_display wine bin/fkdemo64.exe --auto --shot demo-form64.bmp
     echo
     python3 "$ROOT/tests/cross/compare_bmp.py" demo-form.bmp demo-form64.bmp
