@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "include/fldkit.h"
@@ -41,6 +42,48 @@ TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
     EXPECT_FALSE(parent.Of(WM_CTLCOLORSTATIC).empty());
     parent.reply = nullptr;
     DeleteObject(red);
+}
+
+// The highlight (white) and shadow (grey) copies of 3D text lie one pixel off the text: up and left of it when
+// raised, down and right when inset. Compared at the copy's outer edge, which no later copy covers.
+TEST(Text3D, HighlightAndShadowLieOnePixelOff) {
+    const struct { DWORD style; int white, grey; } cases[] = {  // offsets from the text; 0: not drawn
+        {TEXT3D_LIGHTRAISED, -1, 0}, {TEXT3D_HEAVYRAISED, -1, 1}, {TEXT3D_LIGHTINSET, 1, 0},
+        {TEXT3D_HEAVYINSET, 1, -1}, {TEXT3D_FLAT, 0, 0}};
+    fktest::RecordingParent parent(300, 200);
+    HBRUSH teal = CreateSolidBrush(RGB(0, 128, 128));
+    parent.reply = [&](UINT msg, WPARAM wp, LPARAM) -> std::optional<LRESULT> {
+        if (msg != WM_CTLCOLORSTATIC) return std::nullopt;
+        SetTextColor(reinterpret_cast<HDC>(wp), 0);
+        return reinterpret_cast<LRESULT>(teal);
+    };
+    HFONT sharp = CreateFontA(-16, 0, 0, 0, FW_BOLD, 0, 0, 0, ANSI_CHARSET, 0, 0, NONANTIALIASED_QUALITY, 0, "Tahoma");
+    const COLORREF grey = GetSysColor(COLOR_BTNSHADOW);
+    for (const auto& c : cases) {
+        auto text = fktest::MakeChild(parent, "gxText3D32", c.style, 7, 100, 40, "Wm");
+        SendMessageA(text, WM_SETFONT, reinterpret_cast<WPARAM>(sharp), 0);
+        fktest::PaintNow(parent);
+        fktest::Capture pixels(text);
+        auto edges = [&](COLORREF colour) {  // left, top, right, bottom of the pixels of that colour
+            RECT r{1000, 1000, -1, -1};
+            for (int y = 0; y < pixels.h; ++y)
+                for (int x = 0; x < pixels.w; ++x)
+                    if (pixels.at(x, y) == colour)
+                        r = {std::min<LONG>(r.left, x), std::min<LONG>(r.top, y), std::max<LONG>(r.right, x),
+                             std::max<LONG>(r.bottom, y)};
+            return r;
+        };
+        const RECT ink = edges(0);
+        ASSERT_GE(ink.right, 0) << c.style;
+        for (auto [colour, off] : {std::pair{kWhite, c.white}, std::pair{grey, c.grey}}) {
+            const RECT r = edges(colour);
+            if (off == 0) EXPECT_EQ(r.right, -1) << c.style;
+            else if (off < 0) EXPECT_TRUE(r.left == ink.left + off && r.top == ink.top + off) << c.style;
+            else EXPECT_TRUE(r.right == ink.right + off && r.bottom == ink.bottom + off) << c.style;
+        }
+    }
+    parent.reply = nullptr;
+    DeleteObject(teal), DeleteObject(sharp);
 }
 
 TEST(Line, OrientationFromTheStyle) {

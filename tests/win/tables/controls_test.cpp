@@ -177,6 +177,11 @@ TEST_F(TableControls, TypeAheadOverSeveralCharacters) {
     }
     EXPECT_GE(parent.Of(WM_COMMAND).size(), 4u);
     for (const Msg& m : parent.Of(WM_COMMAND)) EXPECT_EQ(HIWORD(m.wp), LBN_SELCHANGE);
+    // A blank is searched for like a letter; a control character is not typed text.
+    SetMethod(list, "@TBL(" + Write("fk_new.tbl", "NDL,New Delhi\r\nNWK,Newark\r\nNYC,New York\r\n") + ")@DISPLAY(2)");
+    SendMessageA(list, WM_KEYDOWN, VK_HOME, 0);
+    for (char c : std::string("new\x01 y")) SendMessageA(list, WM_CHAR, static_cast<unsigned char>(c), 0);
+    EXPECT_EQ(Value(list), "NYC");
 }
 
 // Typing at the end of the combo's edit part completes a key; the application checks a typed key with twValidate.
