@@ -93,6 +93,19 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
         Layout l;
         EXPECT_FALSE(Measure(c.file.data(), c.file.size(), &l)) << c.name;
     }
+    // The limits themselves: 16384 pixels a side, 64 MiB of rows (an RLE picture needs no bytes for them).
+    auto sized = [&](int32_t w, int32_t h) { return fktest::Bmp(w, h, 8, kRgb, {0}, fktest::Rows(w, h < 0 ? -h : h, 8, h < 0, index)); };
+    const struct { const char* name; Bytes file; bool accepted; } limits[] = {
+        {"16384 wide", with(rle({0, 1}), 18, 16384), true},  {"16385 wide", with(rle({0, 1}), 18, 16385), false},
+        {"16384 high", with(rle({0, 1}), 22, 16384), true},  {"16385 high", with(rle({0, 1}), 22, 16385), false},
+        {"16384 top-down", sized(1, -16384), true},           {"16385 top-down", sized(1, -16385), false},
+        {"64 MiB", with(with(rle({0, 1}), 18, 16384), 22, 4096), true},
+        {"64 MiB and a row", with(with(rle({0, 1}), 18, 16384), 22, 4097), false},
+    };
+    for (const auto& c : limits) {
+        Layout l;
+        EXPECT_EQ(Measure(c.file.data(), c.file.size(), &l), c.accepted) << c.name;
+    }
     // Runs that leave their line or the picture measure well but do not unpack.
     const struct { const char* name; Bytes stream; } runs[] = {
         {"run past the line", {5, 1, 0, 1}},
