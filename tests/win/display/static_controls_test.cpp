@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "include/fldkit.h"
 #include "tests/support/recorder.h"
@@ -42,6 +43,31 @@ TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
     EXPECT_FALSE(parent.Of(WM_CTLCOLORSTATIC).empty());
     parent.reply = nullptr;
     DeleteObject(red);
+}
+
+// The etched lines of a 60 x 40 frame without caption, at their ends and corners: G the frame's grey, W white,
+// B what lies inside the frame.
+TEST(Frame3D, EtchedLinesEndWhereTheyShould) {
+    struct Probe { int x, y; char role; };
+    const struct { DWORD style; std::vector<Probe> probes; } cases[] = {
+        {0, {{0, 39, 'G'}, {58, 39, 'G'}, {59, 39, 'G'}, {59, 4, 'G'}, {59, 3, 'B'}, {1, 37, 'G'}, {1, 38, 'W'},
+             {1, 6, 'G'}, {1, 5, 'G'}, {57, 5, 'G'}, {58, 5, 'W'}, {0, 4, 'W'}, {58, 4, 'W'}, {58, 38, 'W'},
+             {0, 38, 'W'}, {0, 3, 'B'}, {2, 36, 'B'}}},
+        {FRAME3D_INSET, {{0, 39, 'G'}, {0, 5, 'G'}, {0, 4, 'G'}, {59, 4, 'G'}, {1, 5, 'W'}, {59, 5, 'W'}, {59, 39, 'W'},
+                         {1, 39, 'W'}, {2, 38, 'G'}, {57, 38, 'G'}, {58, 38, 'G'}, {58, 6, 'G'}, {58, 5, 'W'},
+                         {1, 38, 'W'}, {0, 3, 'B'}, {1, 4, 'G'}, {3, 37, 'B'}}},
+    };
+    auto parent = fktest::MakeParent(nullptr, 200, 120);
+    for (const auto& c : cases) {
+        auto frame = fktest::MakeChild(parent, "gxFrame3D32", c.style, 7, 60, 40);
+        fktest::PaintNow(parent);
+        fktest::Capture pixels(frame);
+        const COLORREF inside = pixels.at(30, 20);
+        ASSERT_TRUE(inside != kWhite && inside != RGB(128, 128, 128));
+        for (const Probe& p : c.probes)
+            EXPECT_EQ(pixels.at(p.x, p.y), p.role == 'G' ? RGB(128, 128, 128) : p.role == 'W' ? kWhite : inside)
+                << c.style << " at " << p.x << "," << p.y;
+    }
 }
 
 // The highlight (white) and shadow (grey) copies of 3D text lie one pixel off the text: up and left of it when
