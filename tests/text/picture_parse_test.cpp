@@ -54,6 +54,10 @@ TEST(PictureParse, UnpacksRleCoreHeadersBitFieldsAndPlainRows) {
     ASSERT_FALSE(fromCore.empty());
     EXPECT_EQ(Word(fromCore, 4), 2u);
     EXPECT_EQ(Word(fromCore, 40 + 4), 0x00665544u);
+    Bytes core24 = {'B', 'M', 30, 0, 0, 0, 0, 0, 0, 0, 26, 0, 0, 0, 12, 0, 0, 0, 1, 0, 1, 0, 1, 0, 24, 0, 1, 2, 3, 0};
+    const Bytes fromCore24 = Unpacked(core24, &l);  // true colour: no table
+    ASSERT_EQ(fromCore24.size(), 44u);
+    EXPECT_EQ(Word(fromCore24, 40), 0x00030201u);
 
     // 16-bit bit fields: the masks follow the unpacked header.
     Bytes fields = fktest::Bmp(1, 1, 16, kBitfields, {0xF800, 0x07E0, 0x001F}, {0xFF, 0xFF, 0, 0}, false, 0);
