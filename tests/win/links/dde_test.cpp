@@ -192,6 +192,16 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
     EXPECT_EQ(partner.Of(WM_DDE_ACK)[0].wp, reinterpret_cast<WPARAM>(client.get()));
     GlobalFree(command);
+    partner.clear();  // an unadvise from the client's own server ends the link, acknowledged
+    SetPropA(client, "CLIENT", partner.hwnd());
+    item = GlobalAddAtomA("FkUnadvised");
+    SendMessageA(client, WM_DDE_UNADVISE, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
+    EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
+    UnpackDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp, &lo, &hi);
+    FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
+    EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
+    GlobalDeleteAtom(item);
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, options, 0);
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
