@@ -65,6 +65,14 @@ TEST(PictureParse, UnpacksRleCoreHeadersBitFieldsAndPlainRows) {
     ASSERT_FALSE(fromFields.empty());
     EXPECT_EQ(Word(fromFields, 16), kBitfields);
     EXPECT_EQ(Word(fromFields, 40), 0xF800u);
+    // A V4 header holds the masks itself: the rows follow it directly.
+    Bytes v4(fields.begin(), fields.begin() + 14 + 40 + 12);
+    v4.resize(14 + 108, 0);
+    v4.insert(v4.end(), fields.begin() + 14 + 40 + 12, fields.end());
+    v4[10] = 14 + 108, v4[14] = 108;  // the rows' offset, the header's size
+    Bytes fromV4 = Unpacked(v4, &l);
+    ASSERT_FALSE(fromV4.empty());
+    EXPECT_EQ(Word(fromV4, 40), 0xF800u);
 }
 
 TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
