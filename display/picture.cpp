@@ -25,11 +25,6 @@ constexpr WORD kPressed = 1;   // the button is down over the picture
 constexpr WORD kTracking = 2;  // the mouse is captured since the button went down
 constexpr LONG kNameSize = MAX_PATH;  // GXM_GETVALUE hands out at most 259 characters
 
-bool MethodHas(HWND h, const PictureClass& cls, const char* word) {
-    const char* method = cls.method.get(h);
-    return method != nullptr && lstristr(method, word) != nullptr;
-}
-
 SIZE ClientSize(HWND h) {
     RECT rc{};
     GetClientRect(h, &rc);
@@ -74,10 +69,8 @@ void SetState(HWND h, WORD state) {
 }
 
 void Launch(HWND h, const PictureClass& cls) {
-    const char* method = cls.method.get(h);
-    if (method == nullptr || lstristr(method, "@PROG") == nullptr) return;
-    MethodFull copy(method);
-    twExecProgram(h, copy.get());
+    MethodFull copy(cls.method.get(h));
+    if (copy.has("@PROG")) twExecProgram(h, copy.get());
 }
 
 // A dropped file becomes the picture through the method string, so that
@@ -139,8 +132,8 @@ LRESULT OnSetMethod(HWND h, LPARAM lp, const PictureClass& cls) {
     MethodReplace(h, cls.method, reinterpret_cast<const char*>(lp));
     const std::string file = MethodArgument(h, cls.method, cls.keyword);
     if (!file.empty()) Install(h, cls.fromFile(file.c_str(), ClientSize(h)), file.c_str());
-    if (MethodHas(h, cls, "@PRT")) EnableWindow(h, FALSE);
-    const bool target = MethodHas(h, cls, "@DROPTARG");
+    if (MethodFull(cls.method.get(h)).has("@PRT")) EnableWindow(h, FALSE);
+    const bool target = MethodFull(cls.method.get(h)).has("@DROPTARG");
     if (target) {
         SetPropA(h, "@WANTDROP", reinterpret_cast<HANDLE>(5));
     } else {
@@ -156,7 +149,7 @@ LRESULT OnPaint(HWND h, const PictureClass& cls) {
     if (dc.get() == nullptr || picture == nullptr) return 0;
     const RECT place = Place(h, picture->size());
     picture->draw(dc, place);
-    if ((words::State::get(h) & kPressed) && MethodHas(h, cls, "@INVERT")) InvertRect(dc, &place);
+    if ((words::State::get(h) & kPressed) && MethodFull(cls.method.get(h)).has("@INVERT")) InvertRect(dc, &place);
     return 0;
 }
 
@@ -171,7 +164,7 @@ LRESULT OnLButtonDown(HWND h, WPARAM wp, LPARAM lp) {
 // do so; either way it presses the picture like a click.
 LRESULT OnLButtonDblClk(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
     OnLButtonDown(h, wp, lp);
-    if (!MethodHas(h, cls, "@ONECLICK")) Launch(h, cls);
+    if (!MethodFull(cls.method.get(h)).has("@ONECLICK")) Launch(h, cls);
     return 0;
 }
 
@@ -194,7 +187,7 @@ LRESULT OnLButtonUp(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
     if ((state & kTracking) == 0) return 0;
     SetState(h, 0);
     ReleaseCapture();
-    if ((state & kPressed) && MethodHas(h, cls, "@ONECLICK")) Launch(h, cls);
+    if ((state & kPressed) && MethodFull(cls.method.get(h)).has("@ONECLICK")) Launch(h, cls);
     return 0;
 }
 

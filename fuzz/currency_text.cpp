@@ -38,11 +38,10 @@ struct OutBlock {
     char* get() { return heap.get(); }
     std::string str() { return size == 0 ? std::string() : heap.str(); }
     void checkKept(const char* what, const std::string& detail) {
-        if (size == 0) {
+        if (size == 0)
             check(heap.get()[0] == 'Q', what, detail);
-        } else {
+        else
             check(heap.terminated(), what, detail);
-        }
     }
 };
 
@@ -68,18 +67,21 @@ void hostile(Input& in) {
         check(input.str() == text, "the input text stays as it was", text);
         return out.str();
     };
-    const std::string shown =
-        run("FormatCurrency stays in its buffer", [&](char* o, size_t n) { fk::FormatCurrency(input.get(), row, style, o, n); });
+    const std::string shown = run("FormatCurrency stays in its buffer",
+                                  [&](char* o, size_t n) { fk::FormatCurrency(input.get(), row, style, o, n); });
     check(shown.size() <= kAmountMax + 7 + 3, "a formatted text is the amount, the symbol and three signs", text);
-    run("CurrencyValueText stays in its buffer",
+    run(
+        "CurrencyValueText stays in its buffer",
         [&](char* o, size_t n) { fk::CurrencyValueText(input.get(), row, style, o, n); });
-    run("CleanCurrency stays in its buffer",
+    run(
+        "CleanCurrency stays in its buffer",
         [&](char* o, size_t n) { fk::CleanCurrency(input.get(), row, (style & 1) != 0, o, n); });
     run("CurrencyZeroText stays in its buffer",
         [&](char* o, size_t n) { fk::CurrencyZeroText(row, (style & 1) != 0, o, n); });
     double value = 0;
     memcpy(&value, text.data(), std::min(text.size(), sizeof value));
-    run("CurrencyDoubleText stays in its buffer",
+    run(
+        "CurrencyDoubleText stays in its buffer",
         [&](char* o, size_t n) { fk::CurrencyDoubleText(value, row, (style & 1) != 0, o, n); });
     run("CurrencyLongText stays in its buffer",
         [&](char* o, size_t n) { fk::CurrencyLongText(row.digits, (style & 1) != 0, o, n); });
@@ -97,16 +99,13 @@ void hostile(Input& in) {
 // The row's symbol is made of characters that a shown amount never holds
 // otherwise, so removing them loses nothing of the amount.
 bool SymbolApart(const CurrencyFormat& row) {
-    for (const char* s = row.symbol; *s != 0; ++s) {
+    for (const char* s = row.symbol; *s != 0; ++s)
         if ((*s >= '0' && *s <= '9') || *s == row.decimal[0] || *s == '-' || *s == '(' || *s == ')') return false;
-    }
     return true;
 }
 
 // Negative formats whose sign stands in front, where the conversions read it.
-bool SignInFront(int32_t negative) {
-    return negative != 3 && negative != 6 && negative != 7 && negative != 10;
-}
+bool SignInFront(int32_t negative) { return negative != 3 && negative != 6 && negative != 7 && negative != 10; }
 
 void values(Input& in) {
     CurrencyFormat row = fk::g_currencyFormats[in.byte() % fk::kCurrencyRows];
@@ -128,9 +127,8 @@ void values(Input& in) {
         // Reads back with a "$" alone as symbol, from three characters on
         // (the shorter ones get a "." in front, as they always did).
         stable = stable && (value <= -100 || value >= 100);
-        if (stable && strcmp(row.symbol, "$") == 0 && (style & fk::kCurrSuppress) == 0 && SignInFront(row.negative)) {
+        if (stable && strcmp(row.symbol, "$") == 0 && (style & fk::kCurrSuppress) == 0 && SignInFront(row.negative))
             check(fk::CurrencyToHundredths(shown) == value, "a long reads back from its shown text", detail);
-        }
     } else {
         double value = 0;
         for (int i = 0; i < 8; ++i) reinterpret_cast<unsigned char*>(&value)[i] = in.byte();
@@ -157,12 +155,4 @@ void values(Input& in) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Input in(data, size);
-    if ((in.byte() & 1) == 0) {
-        hostile(in);
-    } else {
-        values(in);
-    }
-    return 0;
-}
+FK_FUZZ_ROUTINES(hostile, values)

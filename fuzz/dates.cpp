@@ -24,11 +24,8 @@ int32_t formOf(uint8_t b) {
 }
 
 bool known(int32_t form) {
-    for (int32_t f : kForms) {
-        if (f == form) {
-            return true;
-        }
-    }
+    for (int32_t f : kForms)
+        if (f == form) return true;
     return false;
 }
 
@@ -67,8 +64,8 @@ void checkValidity(const struct tm& d) {
     const int32_t date = twIsDateValid(&d);
     const int32_t time = twIsTimeValid(&d);
     check(date == 0 || date == 1, "twIsDateValid is 0 or 1", shown(d));
-    check(time == (d.tm_sec >= 0 && d.tm_sec <= 59 && d.tm_min >= 0 && d.tm_min <= 59 && d.tm_hour >= 0 &&
-                   d.tm_hour <= 23),
+    check(time ==
+              (d.tm_sec >= 0 && d.tm_sec <= 59 && d.tm_min >= 0 && d.tm_min <= 59 && d.tm_hour >= 0 && d.tm_hour <= 23),
           "twIsTimeValid checks the ranges", shown(d));
     const bool empty = d.tm_mday == 0 && d.tm_year == 0 && (d.tm_mon == -1 || d.tm_mon == 0);
     if (!empty) {
@@ -123,13 +120,9 @@ void fromFields(Input& in, int32_t form, char separator) {
     // years 0-99, four-digit ones 1900-9999), with any separator that ends a
     // number.
     const bool digit = separator >= '0' && separator <= '9';
-    if (!known(form) || digit || separator == 0 || twIsDateValid(&d) == 0 || d.tm_mday == 0) {
-        return;
-    }
+    if (!known(form) || digit || separator == 0 || twIsDateValid(&d) == 0 || d.tm_mday == 0) return;
     const bool fourDigits = form == 2 || form == 8 || form == 32;
-    if (d.tm_year < 0 || d.tm_year > (fourDigits ? 8099 : 99)) {
-        return;
-    }
+    if (d.tm_year < 0 || d.tm_year > (fourDigits ? 8099 : 99)) return;
     struct tm back;
     memset(&back, 0, sizeof back);
     twDateToTM(&back, text.c_str(), form);
@@ -143,10 +136,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const uint8_t op = in.byte();
     const int32_t form = formOf(in.byte());
     const char separator = in.ch();
-    if (op % 2 == 0) {
+    if (op % 2 == 0)
         fromText(in, form);
-    } else {
+    else
         fromFields(in, form, separator);
-    }
     return 0;
 }

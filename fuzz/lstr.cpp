@@ -22,18 +22,10 @@ int32_t expectedCompare(const std::string& a, const std::string& b, int64_t n) {
     for (int64_t i = 0; i < n; ++i) {
         const char x = i < static_cast<int64_t>(a.size()) ? a[i] : 0;
         const char y = i < static_cast<int64_t>(b.size()) ? b[i] : 0;
-        if (x == 0 && y == 0) {
-            return 0;
-        }
-        if (y == 0) {
-            return 1;
-        }
-        if (x == 0) {
-            return -1;
-        }
-        if (x != y) {
-            return static_cast<signed char>(y) > static_cast<signed char>(x) ? -1 : 1;
-        }
+        if (x == 0 && y == 0) return 0;
+        if (y == 0) return 1;
+        if (x == 0) return -1;
+        if (x != y) return static_cast<signed char>(y) > static_cast<signed char>(x) ? -1 : 1;
     }
     return 0;
 }
@@ -53,9 +45,7 @@ void copy(Input& in) {
     }
     const size_t copied = std::min<size_t>(static_cast<size_t>(n), src.size());
     check(memcmp(d.get(), src.data(), copied) == 0, "lstrncpy copies the text", src);
-    if (copied < static_cast<size_t>(n)) {
-        check(d.get()[copied] == 0, "lstrncpy terminates a short copy", src);
-    }
+    if (copied < static_cast<size_t>(n)) check(d.get()[copied] == 0, "lstrncpy terminates a short copy", src);
 }
 
 void compare(Input& in) {
@@ -107,9 +97,7 @@ void blanks(Input& in) {
     int32_t width = in.signedNumber();
     const std::string text = in.rest();
     const int64_t len = static_cast<int64_t>(text.size());
-    if (width > len + 4096) {
-        width = static_cast<int32_t>(len + 4096);  // the caller's buffer holds width characters
-    }
+    if (width > len + 4096) width = static_cast<int32_t>(len + 4096);  // the caller's buffer holds width characters
     const size_t padded = static_cast<size_t>(std::max<int64_t>(len, width));
     Heap p(text, padded + 1);
     lstrpad(p.get(), width);
@@ -133,43 +121,18 @@ void counts(Input& in) {
     const std::string set = in.text();
     const std::string text = in.rest();
     Heap t(text);
-    check(lstrcount(t.get(), c) == (c == 0 ? 0 : std::count(text.begin(), text.end(), c)),
-          "lstrcount", text);
-    check(lstrdigits(t.get()) == std::count_if(text.begin(), text.end(),
-                                               [](char x) { return x >= '0' && x <= '9'; }),
+    check(lstrcount(t.get(), c) == (c == 0 ? 0 : std::count(text.begin(), text.end(), c)), "lstrcount", text);
+    check(lstrdigits(t.get()) == std::count_if(text.begin(), text.end(), [](char x) { return x >= '0' && x <= '9'; }),
           "lstrdigits", text);
 
     Heap s(set);
     check(lstrremove(t.get(), s.get()) == t.get(), "lstrremove returns text");
     std::string want;
-    for (char x : text) {
-        if (set.find(x) == std::string::npos) {
-            want.push_back(x);
-        }
-    }
+    for (char x : text)
+        if (set.find(x) == std::string::npos) want.push_back(x);
     check(t.str() == want, "lstrremove removes the set", text + "|" + set);
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Input in(data, size);
-    switch (in.byte() % 5) {
-    case 0:
-        copy(in);
-        break;
-    case 1:
-        compare(in);
-        break;
-    case 2:
-        find(in);
-        break;
-    case 3:
-        blanks(in);
-        break;
-    default:
-        counts(in);
-        break;
-    }
-    return 0;
-}
+FK_FUZZ_ROUTINES(copy, compare, find, blanks, counts)

@@ -18,9 +18,7 @@ using fuzz::Input;
 constexpr size_t kMax = 159;  // characters lstrinsc's work buffer holds
 
 // The text as C code sees it: up to the first 0 byte.
-std::string cText(const std::string& s) {
-    return s.substr(0, s.find('\0'));
-}
+std::string cText(const std::string& s) { return s.substr(0, s.find('\0')); }
 
 void put(std::string& text, char c, int32_t i) {
     const size_t len = text.size();
@@ -32,11 +30,10 @@ void put(std::string& text, char c, int32_t i) {
         return;
     }
     check(old == (append ? 0 : text[i]), "lstrputc returns the old character", text);
-    if (append) {
+    if (append)
         text.push_back(c);
-    } else {
+    else
         text[i] = c;
-    }
     text = cText(text);
     check(t.str() == text, "lstrputc overwrites or appends", text);
 }
@@ -58,9 +55,7 @@ void ins(std::string& text, char c, int32_t i) {
     const bool inserts = i >= 0 && static_cast<size_t>(i) <= cut && static_cast<size_t>(i) < kMax;
     Heap t(text, std::max(text.size(), inserts ? std::min(cut + 1, kMax) : 0) + 1);
     check(fk::lstrinsc(t.get(), c, i) == t.get(), "lstrinsc returns text");
-    if (i >= 0) {
-        text.resize(cut);  // longer texts are cut to what the work buffer holds
-    }
+    if (i >= 0) text.resize(cut);  // longer texts are cut to what the work buffer holds
     if (inserts) {
         text.insert(static_cast<size_t>(i), 1, c);
         text = cText(text.substr(0, kMax));
@@ -80,15 +75,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const char c = in.ch();
         const int32_t i = in.signedNumber();
         switch (op % 3) {
-        case 0:
-            put(text, c, i);
-            break;
-        case 1:
-            del(text, i);
-            break;
-        default:
-            ins(text, c, i);
-            break;
+        case 0: put(text, c, i); break;
+        case 1: del(text, i); break;
+        default: ins(text, c, i); break;
         }
     }
     return 0;

@@ -18,9 +18,7 @@ using fuzz::Input;
 
 constexpr size_t kMax = 159;  // characters the work buffer holds
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string clip(std::string s) {
     const size_t last = s.find_last_not_of(' ');
@@ -34,11 +32,8 @@ std::string preclip(std::string s) {
 
 std::string without(const std::string& s, char c) {
     std::string out;
-    for (char x : s) {
-        if (x != c) {
-            out.push_back(x);
-        }
-    }
+    for (char x : s)
+        if (x != c) out.push_back(x);
     return out;
 }
 
@@ -80,9 +75,7 @@ void comma(Input& in) {
     // adds separators between digits and loses nothing.
     const bool plainSep = sep != 0 && sep != ' ' && !isDigit(sep);
     const size_t digits = std::count_if(text.begin(), text.end(), isDigit);
-    if (!plainSep || text.size() + 3 > kMax || digits > 12) {
-        return;
-    }
+    if (!plainSep || text.size() + 3 > kMax || digits > 12) return;
     check(without(got, sep) == preclip(without(clip(text), sep)), "lstrcomma loses nothing", text);
     for (size_t i = 0; i < got.size(); ++i) {
         if (got[i] == sep) {
@@ -92,9 +85,7 @@ void comma(Input& in) {
     }
     // (A separator removed at the end may leave a blank there, which counts
     // as a fraction character the first time and is clipped the second.)
-    if (clip(got) != got) {
-        return;
-    }
+    if (clip(got) != got) return;
     Heap again(got, std::max(got.size(), std::min(got.size() + 3, kMax)) + 1);
     lstrcomma(again.get(), sep, dp);
     check(again.str() == got, "lstrcomma regroups to the same text", got);
@@ -110,30 +101,22 @@ void decp(Input& in) {
     Heap t(text, room + 1);
     check(lstrdecp(t.get(), places, dp) == t.get(), "lstrdecp returns text");
     check(t.terminated(), "lstrdecp terminates");
-    if (dp == 0) {
-        return;
-    }
+    if (dp == 0) return;
     const std::string got = t.str();
     const size_t width = hasDp ? std::min(text.size(), kMax) : std::min(text.size() + 1, kMax);
     check(got.size() == width, "lstrdecp keeps the width", text);
     // (A blank or "-" as decimal character may take the sign.)
     const bool plainDp = dp != ' ' && dp != '-' && !(dp >= '1' && dp <= '9');
     const int64_t at = static_cast<int64_t>(width) - places - 1;
-    if (plainDp && at >= 1 && at < static_cast<int64_t>(width)) {
+    if (plainDp && at >= 1 && at < static_cast<int64_t>(width))
         check(got[static_cast<size_t>(at)] == dp, "lstrdecp places the decimal character", text);
-    }
 
     // Without signs the significant digits keep their order and number.
-    if (!plainDp || text.find('-') != std::string::npos || text.size() + 1 > kMax) {
-        return;
-    }
+    if (!plainDp || text.find('-') != std::string::npos || text.size() + 1 > kMax) return;
     auto significant = [](const std::string& s) {
         std::string out;
-        for (char c : s) {
-            if (c >= '1' && c <= '9') {
-                out.push_back(c);
-            }
-        }
+        for (char c : s)
+            if (c >= '1' && c <= '9') out.push_back(c);
         return out;
     };
     check(significant(got) == significant(text), "lstrdecp keeps the digits", text + " -> " + got);
@@ -161,27 +144,13 @@ void field(Input& in) {
         const char c = in.ch();
         const int32_t n = in.signedNumber();
         switch (op % 7) {
-        case 0:
-            lstrright(t.get(), n);
-            break;
-        case 1:
-            lstrnocomma(t.get(), c);
-            break;
-        case 2:
-            lstrnodecp(t.get(), c);
-            break;
-        case 3:
-            lstrcomma(t.get(), c, static_cast<char>(n));
-            break;
-        case 4:
-            lstrdecp(t.get(), n, c);
-            break;
-        case 5:
-            lstrminus(t.get());
-            break;
-        default:
-            fk::lstrinsc(t.get(), c, n);
-            break;
+        case 0: lstrright(t.get(), n); break;
+        case 1: lstrnocomma(t.get(), c); break;
+        case 2: lstrnodecp(t.get(), c); break;
+        case 3: lstrcomma(t.get(), c, static_cast<char>(n)); break;
+        case 4: lstrdecp(t.get(), n, c); break;
+        case 5: lstrminus(t.get()); break;
+        default: fk::lstrinsc(t.get(), c, n); break;
         }
         check(t.terminated(), "a field's value stays in its 160 bytes", t.str());
     }
@@ -189,30 +158,6 @@ void field(Input& in) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Input in(data, size);
-    switch (in.byte() % 7) {
-    case 0:
-        right(in);
-        break;
-    case 1:
-        dropKeepWidth(in, false);
-        break;
-    case 2:
-        dropKeepWidth(in, true);
-        break;
-    case 3:
-        comma(in);
-        break;
-    case 4:
-        decp(in);
-        break;
-    case 5:
-        minus(in);
-        break;
-    default:
-        field(in);
-        break;
-    }
-    return 0;
-}
+FK_FUZZ_ROUTINES(
+    right, [](Input& in) { dropKeepWidth(in, false); }, [](Input& in) { dropKeepWidth(in, true); }, comma, decp, minus,
+    field)

@@ -16,9 +16,7 @@ using fuzz::Input;
 
 int32_t capacityOf(const std::string& mask) {
     int32_t n = 0;
-    for (char c : mask) {
-        n += c == '#' || c == '@' || c == '?' || c == '*' ? 1 : 0;
-    }
+    for (char c : mask) n += c == '#' || c == '@' || c == '?' || c == '*' ? 1 : 0;
     return n;
 }
 
@@ -39,15 +37,13 @@ std::string toScreen(const std::string& app, const std::string& mask, int32_t ap
     std::string typed;
     size_t i = 0;
     for (; i < shown.size() && i < mask.size(); ++i) {
-        if (fk::IsMaskPlaceholder(mask[i])) {
-            if (typed.size() < app.size()) {
+        if (fk::IsMaskPlaceholder(mask[i]))
+            if (typed.size() < app.size())
                 typed.push_back(shown[i]);
-            } else {
+            else
                 check(shown[i] == ' ', "twAppToScrMask fills empty places with blanks", detail);
-            }
-        } else {
+        else
             check(shown[i] == mask[i], "twAppToScrMask shows the literals", detail);
-        }
     }
     typed += shown.substr(i);
     check(typed == app.substr(0, typed.size()) && typed.size() == app.size(), "twAppToScrMask keeps every character",
@@ -85,8 +81,7 @@ std::string toApp(const std::string& screen, const std::string& mask, int32_t se
     const std::string detail = screen + "|" + mask;
     check(app.terminated(), "ScrToAppMask terminates the application text", detail);
     check(s.str() == screen && m.str() == mask, "ScrToAppMask leaves its inputs alone", detail);
-    check(*result >= 0 && static_cast<size_t>(*result) <= text.size(), "ScrToAppMask's index lies in the text",
-          detail);
+    check(*result >= 0 && static_cast<size_t>(*result) <= text.size(), "ScrToAppMask's index lies in the text", detail);
     check(text.size() <= static_cast<size_t>(capacityOf(mask)), "ScrToAppMask keeps only placeholder characters",
           detail);
     return text;

@@ -21,17 +21,13 @@ using fuzz::upper;
 
 // Case-insensitive search the way keywords match: nothing in an empty text.
 size_t findKey(const std::string& text, const std::string& key, size_t from = 0) {
-    if (text.empty()) {
-        return std::string::npos;
-    }
+    if (text.empty()) return std::string::npos;
     return upper(text).find(upper(key), from);
 }
 
 size_t occurrences(const std::string& text, const std::string& key) {
     size_t n = 0;
-    for (size_t at = findKey(text, key); at != std::string::npos; at = findKey(text, key, at + 1)) {
-        ++n;
-    }
+    for (size_t at = findKey(text, key); at != std::string::npos; at = findKey(text, key, at + 1)) ++n;
     return n;
 }
 
@@ -56,29 +52,24 @@ int32_t get(const std::string& method, const std::string& keyword, char spare, b
     check(found == (findKey(cut, keyword) != std::string::npos ? 1 : 0), "twGetMethodParam finds the keyword",
           method + "|" + keyword);
     check(memcmp(m.get(), method.c_str(), method.size() + 1) == 0, "twGetMethodParam restores the text", method);
-    for (size_t i = method.size() + 1; i < method.size() + 3; ++i) {
+    for (size_t i = method.size() + 1; i < method.size() + 3; ++i)
         check(m.get()[i] == spare || m.get()[i] == 0, "twGetMethodParam writes only zeros behind the text", method);
-    }
     if (withArgument) {
         check(a.terminated(), "twGetMethodParam terminates the argument", method);
         check(found == 1 || a.str().empty(), "twGetMethodParam empties the argument", method);
     }
-    if (argument != nullptr) {
-        *argument = a.str();
-    }
+    if (argument != nullptr) *argument = a.str();
     return found;
 }
 
 // An argument that nests well: no ")" closes more than was opened, all closed.
 bool balanced(const std::string& s) {
     int depth = 0;
-    for (char c : s) {
-        if (c == '(') {
+    for (char c : s)
+        if (c == '(')
             ++depth;
-        } else if (c == ')' && --depth < 0) {
+        else if (c == ')' && --depth < 0)
             return false;
-        }
-    }
     return depth == 0;
 }
 
@@ -97,9 +88,7 @@ void read(Input& in, uint8_t options) {
         std::string want;
         int depth = 0;
         for (char c : tail) {
-            if (c == ')' && depth == 0) {
-                break;
-            }
+            if (c == ')' && depth == 0) break;
             depth += c == '(' ? 1 : c == ')' ? -1 : 0;
             want.push_back(c);
         }
@@ -165,14 +154,10 @@ void add(Input& in, uint8_t options) {
     // earlier item still matches the keyword or a ");" hides the end.
     const size_t open = item.find('(');
     const std::string key = item.substr(0, open);
-    if (key.empty() || after.find(");") != std::string::npos || findKey(after, key) != base.size()) {
-        return;
-    }
+    if (key.empty() || after.find(");") != std::string::npos || findKey(after, key) != base.size()) return;
     std::string want;
     if (open != std::string::npos) {
-        if (item.back() != ')' || !balanced(item.substr(open + 1, item.size() - open - 2))) {
-            return;
-        }
+        if (item.back() != ')' || !balanced(item.substr(open + 1, item.size() - open - 2))) return;
         want = item.substr(open + 1, item.size() - open - 2);
     }
     std::string argument;
@@ -182,20 +167,6 @@ void add(Input& in, uint8_t options) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Input in(data, size);
-    const uint8_t op = in.byte();
-    const uint8_t options = in.byte();
-    switch (op % 3) {
-    case 0:
-        read(in, options);
-        break;
-    case 1:
-        remove(in, options);
-        break;
-    default:
-        add(in, options);
-        break;
-    }
-    return 0;
-}
+// After the routine's byte, each reads its options byte.
+FK_FUZZ_ROUTINES([](Input& in) { read(in, in.byte()); }, [](Input& in) { remove(in, in.byte()); },
+                 [](Input& in) { add(in, in.byte()); })

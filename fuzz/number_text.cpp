@@ -39,7 +39,8 @@ void toInt(Input& in) {
     if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
     size_t digits = 0;
     while (i + digits < text.size() && isDigit(text[i + digits])) ++digits;
-    if (digits <= 9) check(got == static_cast<int32_t>(std::strtol(text.c_str(), nullptr, 10)), "agrees with strtol", text);
+    if (digits <= 9)
+        check(got == static_cast<int32_t>(std::strtol(text.c_str(), nullptr, 10)), "agrees with strtol", text);
 }
 
 void writeInt(Input& in) {
@@ -123,7 +124,8 @@ void leavingText(Input& in) {
     if (up) digits = increment(digits);
     const std::string want = digits.substr(0, digits.size() - places) + "." + digits.substr(digits.size() - places);
     check(got == want, "RealLeavingText rounds half up", text + " -> " + got);
-    check(withoutPoint(got).size() >= withoutPoint(full.substr(0, point == std::string::npos ? full.size() : point)).size(),
+    check(withoutPoint(got).size() >=
+              withoutPoint(full.substr(0, point == std::string::npos ? full.size() : point)).size(),
           "RealLeavingText keeps the whole digits", text);
 }
 
@@ -161,15 +163,4 @@ void narrow(Input& in) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Input in(data, size);
-    switch (in.byte() % 6) {
-    case 0: toInt(in); break;
-    case 1: writeInt(in); break;
-    case 2: valueText(in); break;
-    case 3: leavingText(in); break;
-    case 4: toDouble(in); break;
-    default: narrow(in); break;
-    }
-    return 0;
-}
+FK_FUZZ_ROUTINES(toInt, writeInt, valueText, leavingText, toDouble, narrow)

@@ -37,8 +37,8 @@ int32_t g_calls = 0;
 void checkPiece(const char* value, const char* piece) {
     ++g_calls;
     check(value == g_value, "the value is handed to the comparison as it is");
-    check(piece != nullptr && strlen(piece) <= static_cast<size_t>(fk::kBoundMax), "a bound holds at most 80 characters",
-          piece != nullptr ? piece : "");
+    check(piece != nullptr && strlen(piece) <= static_cast<size_t>(fk::kBoundMax),
+          "a bound holds at most 80 characters", piece != nullptr ? piece : "");
 }
 
 int32_t compare(const char* a, const char* b) {
@@ -65,11 +65,11 @@ struct Value {
 
     const void* get() const {
         switch (kind) {
-            case Kind::Whole: return whole.get();
-            case Kind::Real: return real.get();
-            case Kind::Text: return text->get();
-            case Kind::Date: return date.get();
-            case Kind::None: break;
+        case Kind::Whole: return whole.get();
+        case Kind::Real: return real.get();
+        case Kind::Text: return text->get();
+        case Kind::Date: return date.get();
+        case Kind::None: break;
         }
         return whole.get();  // not read
     }
@@ -79,21 +79,19 @@ Value valueOf(Input& in, int32_t type) {
     Value v;
     v.kind = kindOf(type);
     switch (v.kind) {
-        case Kind::Text:
-            v.text = std::make_unique<Heap>(in.text(120));
-            break;
-        case Kind::Date:
-            v.date = std::make_unique<struct tm>();
-            memset(v.date.get(), 0x5A, sizeof(struct tm));
-            v.date->tm_year = in.signedNumber();
-            v.date->tm_mon = in.signedNumber();
-            v.date->tm_mday = in.signedNumber();
-            break;
-        default:
-            v.number = in.signedNumber();
-            v.whole = std::make_unique<int32_t>(static_cast<int32_t>(v.number));
-            v.real = std::make_unique<double>(static_cast<double>(v.number) / ((in.byte() & 1) != 0 ? 4 : 1));
-            break;
+    case Kind::Text: v.text = std::make_unique<Heap>(in.text(120)); break;
+    case Kind::Date:
+        v.date = std::make_unique<struct tm>();
+        memset(v.date.get(), 0x5A, sizeof(struct tm));
+        v.date->tm_year = in.signedNumber();
+        v.date->tm_mon = in.signedNumber();
+        v.date->tm_mday = in.signedNumber();
+        break;
+    default:
+        v.number = in.signedNumber();
+        v.whole = std::make_unique<int32_t>(static_cast<int32_t>(v.number));
+        v.real = std::make_unique<double>(static_cast<double>(v.number) / ((in.byte() & 1) != 0 ? 4 : 1));
+        break;
     }
     g_value = v.kind == Kind::Text ? v.text->get() : nullptr;
     return v;
@@ -128,9 +126,8 @@ void properties(int32_t type, const Value& v, Input& in) {
         const std::string s = v.text->str();
         if (s.size() <= static_cast<size_t>(fk::kBoundMax) && s.find_first_of(",)") == std::string::npos) {
             check(range(type, v, "@RNG(" + s + "," + s + ")") == 1, "a text lies between itself and itself", s);
-            if (!s.empty() && s.front() != ' ' && s.back() != ' ') {
+            if (!s.empty() && s.front() != ' ' && s.back() != ' ')
                 check(choice(type, v, "@CHC(x," + s + " ,y)") == 1, "a text is one of a list holding it", s);
-            }
         }
     }
     if (v.kind == Kind::Date) {
@@ -176,11 +173,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Value v = valueOf(in, type);
     const std::string text = in.text();
     g_calls = 0;
-    if (op % 2 == 0) {
+    if (op % 2 == 0)
         range(type, v, text);
-    } else {
+    else
         choice(type, v, text);
-    }
     check(v.kind == Kind::Text || g_calls == 0, "only texts are compared by the caller's routine");
     properties(type, v, in);
     return 0;

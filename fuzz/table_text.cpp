@@ -23,13 +23,11 @@ using fuzz::Input;
 // The fields of a line the plain way.
 std::vector<std::string> split(const std::string& line, char delimiter) {
     std::vector<std::string> fields(1);
-    for (char c : line) {
-        if (c == delimiter) {
+    for (char c : line)
+        if (c == delimiter)
             fields.emplace_back();
-        } else {
+        else
             fields.back().push_back(c);
-        }
-    }
     return fields;
 }
 
@@ -87,26 +85,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     uint32_t want = 0;
     for (const std::string& item : split(list, ',')) {
         const size_t start = item.find_first_not_of(' ');
-        if (start == std::string::npos || item[start] < '0' || item[start] > '9') {
-            continue;
-        }
+        if (start == std::string::npos || item[start] < '0' || item[start] > '9') continue;
         const size_t end = item.find_first_not_of("0123456789", start);
         const std::string digits = item.substr(start, end == std::string::npos ? std::string::npos : end - start);
         const size_t nonzero = digits.find_first_not_of('0');
         if (nonzero != std::string::npos && digits.size() - nonzero <= 2) {
             const int n = atoi(digits.c_str() + nonzero);
-            if (n >= 1 && n <= 32) {
-                want |= 1u << (n - 1);
-            }
+            if (n >= 1 && n <= 32) want |= 1u << (n - 1);
         }
     }
     check(bits == want, "ColumnMask reads the numbers 1-32", list);
 
     // The file contents, NUL bytes included: the rest of the input.
     std::string contents;
-    while (!in.empty()) {
-        contents.push_back(in.ch());
-    }
+    while (!in.empty()) contents.push_back(in.ch());
     std::unique_ptr<char[]> file(new char[contents.size() > 0 ? contents.size() : 1]);
     memcpy(file.get(), contents.data(), contents.size());
     const std::vector<std::string> lines = fk::SplitTableText(file.get(), contents.size());
@@ -116,24 +108,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string line;
     auto finish = [&] {
         // Blank or not as the text has it, before the cut.
-        if (line.find_first_not_of(" \t") != std::string::npos) {
-            expected.push_back(line.substr(0, fk::kTableLineMax));
-        }
+        if (line.find_first_not_of(" \t") != std::string::npos) expected.push_back(line.substr(0, fk::kTableLineMax));
         line.clear();
     };
     for (char c : contents) {
         if (c == 0 || c == 0x1A) break;
-        if (c == '\r' || c == '\n') {
+        if (c == '\r' || c == '\n')
             finish();
-        } else {
+        else
             line.push_back(c);
-        }
     }
     finish();
     check(lines == expected, "SplitTableText splits at line ends and cuts long lines", contents);
 
-    for (size_t i = 0; i < lines.size() && i < 4; ++i) {
+    for (size_t i = 0; i < lines.size() && i < 4; ++i)
         checkLine(lines[i], delimiter, column, outSize, mask | (i == 0 ? 0 : bits));
-    }
     return 0;
 }

@@ -181,12 +181,6 @@ LRESULT OnCommand(HWND h, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, msg, wp, lp);
-    RelayOut(h, fk::kTableState.get(h));
-    return r;
-}
-
 }  // namespace
 
 LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
@@ -204,7 +198,7 @@ LRESULT WINAPI gxCBTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_PAINT:
     case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);
     case WM_SIZE:
-    case WM_SETFONT: return OnResize(h, msg, wp, lp);
+    case WM_SETFONT: return fk::TableResize(h, Base(), msg, wp, lp, RelayOut);
     case GXM_SETMETHOD: return fk::SetTableMethod(h, Base(), lp, KeepText);
     case GXM_GETMETHOD: return fk::MethodCopyOut(h, Method(), reinterpret_cast<char*>(lp)), 0;
     case GXM_SETVALUE: return OnSetValue(h, lp);

@@ -298,12 +298,6 @@ LRESULT OnFocus(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return r;
 }
 
-LRESULT OnResize(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    const LRESULT r = CallBase(h, msg, wp, lp);
-    RelayOut(h, fk::kTableState.get(h));
-    return r;
-}
-
 LRESULT OnDragDrop(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     const LRESULT r = twProcessDragDrop(h, msg, wp, lp);
     SelectionMayHaveChanged(h, fk::kTableState.get(h));
@@ -324,7 +318,7 @@ LRESULT WINAPI gxTableWndFn(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ERASEBKGND: return 1;  // WM_PAINT fills every pixel
     case WM_NCPAINT: return fk::PaintWithBorder(h, Base(), msg, wp, lp);
     case WM_SIZE:
-    case WM_SETFONT: return OnResize(h, msg, wp, lp);
+    case WM_SETFONT: return fk::TableResize(h, Base(), msg, wp, lp, RelayOut);
     case WM_KEYDOWN: return OnKeyDown(h, wp, lp);
     case WM_CHAR: return OnChar(h, wp, lp);
     case WM_LBUTTONDOWN: return OnLButtonDown(h, wp, lp);

@@ -56,6 +56,12 @@ LRESULT TableNcDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp) {
     return r;
 }
 
+LRESULT TableResize(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp, void (*relayOut)(HWND, TableState*)) {
+    const LRESULT r = base.call(h, msg, wp, lp);
+    relayOut(h, kTableState.get(h));
+    return r;
+}
+
 LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp) {
     const LRESULT r = base.call(h, msg, wp, lp);
     const TableState* s = kTableState.get(h);

@@ -116,6 +116,9 @@ LRESULT TableNcDestroy(HWND h, const TableBase& base, WPARAM wp, LPARAM lp);
 // WM_NCPAINT (and the combo box's WM_PAINT): the base, then the border of
 // "@3D1".."@3D5" around the control.
 LRESULT PaintWithBorder(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp);
+// WM_SIZE and WM_SETFONT: the base, then the columns laid out again by the
+// class's relayOut for the new width or font.
+LRESULT TableResize(HWND h, const TableBase& base, UINT msg, WPARAM wp, LPARAM lp, void (*relayOut)(HWND, TableState*));
 // GXM_SETMETHOD of both classes: the new method string is kept, the table
 // loaded again, the border redrawn when it changed and the DDE links opened.
 // What a control keeps over the reload is its own: keep notes it before

@@ -13,6 +13,7 @@
 #include <ctype.h>
 #include <string.h>
 
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -25,9 +26,7 @@ public:
     bool empty() const { return n_ == 0; }
 
     uint8_t byte() {
-        if (n_ == 0) {
-            return 0;
-        }
+        if (n_ == 0) return 0;
         --n_;
         return *p_++;
     }
@@ -36,14 +35,10 @@ public:
 
     int32_t number() {
         const uint8_t b = byte();
-        if (b == 0xFE) {
-            return static_cast<int32_t>(byte() | (byte() << 8));
-        }
+        if (b == 0xFE) return static_cast<int32_t>(byte() | (byte() << 8));
         if (b == 0xFF) {
             uint32_t v = 0;
-            for (int i = 0; i < 4; ++i) {
-                v |= static_cast<uint32_t>(byte()) << (8 * i);
-            }
+            for (int i = 0; i < 4; ++i) v |= static_cast<uint32_t>(byte()) << (8 * i);
             return static_cast<int32_t>(v);
         }
         return b;
@@ -84,9 +79,7 @@ private:
 class Heap {
 public:
     Heap(const std::string& s, size_t size, char fill = 'Q') : size_(size), b_(new char[size]) {
-        if (size < s.size() + 1) {
-            abort();  // a harness mistake, not a finding
-        }
+        if (size < s.size() + 1) abort();  // a harness mistake, not a finding
         memset(b_.get(), fill, size);
         memcpy(b_.get(), s.c_str(), s.size() + 1);
     }
@@ -107,22 +100,18 @@ private:
     fprintf(stderr, "property broken: %s\n", what);
     if (!detail.empty()) {
         fprintf(stderr, "  text: \"");
-        for (unsigned char c : detail) {
-            if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\') {
+        for (unsigned char c : detail)
+            if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\')
                 fputc(c, stderr);
-            } else {
+            else
                 fprintf(stderr, "\\x%02x", c);
-            }
-        }
         fprintf(stderr, "\"\n");
     }
     abort();
 }
 
 inline void check(bool ok, const char* what, const std::string& detail = std::string()) {
-    if (!ok) {
-        fail(what, detail);
-    }
+    if (!ok) fail(what, detail);
 }
 
 // The text folded the way the routines fold it: C-locale toupper per byte.
@@ -132,3 +121,20 @@ inline std::string upper(std::string s) {
 }
 
 }  // namespace fuzz
+
+// The entry point of a target whose first byte picks one of its routines
+// (modulo their count); each reads the rest of the input.
+#define FK_FUZZ_ROUTINES(...)                                                 \
+    extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
+        static void (*const routines[])(fuzz::Input&) = {__VA_ARGS__};        \
+        fuzz::Input in(data, size);                                           \
+        routines[in.byte() % std::size(routines)](in);                        \
+        return 0;                                                             \
+    }
+// The entry point of a target of one routine over the whole input.
+#define FK_FUZZ_ROUTINE(routine)                                              \
+    extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
+        fuzz::Input in(data, size);                                           \
+        routine(in);                                                          \
+        return 0;                                                             \
+    }

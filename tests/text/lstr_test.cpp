@@ -63,6 +63,7 @@ TEST(Lstrdecp, MovesPointKeepsWidth) {
         {"5", 2, '.', " 5"},          // too short: only aligned
         {"-1234", 2, '.', "-12.34"},
         {"00123", 2, '.', "  1.23"},  // leading zeros become blanks
+        {"100005", 2, '.', "1000.05"},  // zeros behind the first digit stay
         {"-0012", 2, '.', " -0.12"},
         {"15", 1, ',', "1,5"},
         {"7", 0, '.', "7."},

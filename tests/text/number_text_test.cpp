@@ -31,7 +31,7 @@ TEST(RealValueText, ZeroBlankAndStrippedWholeNumbers) {
     const ValueText cases[] = {
         {3.99, 0, false, "4"},  {100.0, 0, false, "100"}, {-0.3, 0, false, "-0"},     {0.0, 3, false, "0.000"},
         {-0.0, 2, true, ""},    {0.05, 2, false, "0.05"}, {0.001, 2, false, "0.00"},  {2.4, -3, false, "2"},
-        {NAN, 0, false, "NAN"}, {-INFINITY, 1, false, "-INF"},
+        {NAN, 0, false, "NAN"}, {-INFINITY, 1, false, "-INF"}, {-12.25, 2, false, "-12.25"},
     };
     for (const ValueText& c : cases) {
         char out[160];

@@ -54,6 +54,10 @@ TEST(PictureParse, UnpacksRleCoreHeadersBitFieldsAndPlainRows) {
     ASSERT_FALSE(fromCore.empty());
     EXPECT_EQ(Word(fromCore, 4), 2u);
     EXPECT_EQ(Word(fromCore, 40 + 4), 0x00665544u);
+    Bytes core24 = {'B', 'M', 30, 0, 0, 0, 0, 0, 0, 0, 26, 0, 0, 0, 12, 0, 0, 0, 1, 0, 1, 0, 1, 0, 24, 0, 1, 2, 3, 0};
+    const Bytes fromCore24 = Unpacked(core24, &l);  // true colour: no table
+    ASSERT_EQ(fromCore24.size(), 44u);
+    EXPECT_EQ(Word(fromCore24, 40), 0x00030201u);
 
     // 16-bit bit fields: the masks follow the unpacked header.
     Bytes fields = fktest::Bmp(1, 1, 16, kBitfields, {0xF800, 0x07E0, 0x001F}, {0xFF, 0xFF, 0, 0}, false, 0);
@@ -61,6 +65,14 @@ TEST(PictureParse, UnpacksRleCoreHeadersBitFieldsAndPlainRows) {
     ASSERT_FALSE(fromFields.empty());
     EXPECT_EQ(Word(fromFields, 16), kBitfields);
     EXPECT_EQ(Word(fromFields, 40), 0xF800u);
+    // A V4 header holds the masks itself: the rows follow it directly.
+    Bytes v4(fields.begin(), fields.begin() + 14 + 40 + 12);
+    v4.resize(14 + 108, 0);
+    v4.insert(v4.end(), fields.begin() + 14 + 40 + 12, fields.end());
+    v4[10] = 14 + 108, v4[14] = 108;  // the rows' offset, the header's size
+    Bytes fromV4 = Unpacked(v4, &l);
+    ASSERT_FALSE(fromV4.empty());
+    EXPECT_EQ(Word(fromV4, 40), 0xF800u);
 }
 
 TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
@@ -92,6 +104,19 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
     for (const auto& c : cases) {
         Layout l;
         EXPECT_FALSE(Measure(c.file.data(), c.file.size(), &l)) << c.name;
+    }
+    // The limits themselves: 16384 pixels a side, 64 MiB of rows (an RLE picture needs no bytes for them).
+    auto sized = [&](int32_t w, int32_t h) { return fktest::Bmp(w, h, 8, kRgb, {0}, fktest::Rows(w, h < 0 ? -h : h, 8, h < 0, index)); };
+    const struct { const char* name; Bytes file; bool accepted; } limits[] = {
+        {"16384 wide", with(rle({0, 1}), 18, 16384), true},  {"16385 wide", with(rle({0, 1}), 18, 16385), false},
+        {"16384 high", with(rle({0, 1}), 22, 16384), true},  {"16385 high", with(rle({0, 1}), 22, 16385), false},
+        {"16384 top-down", sized(1, -16384), true},           {"16385 top-down", sized(1, -16385), false},
+        {"64 MiB", with(with(rle({0, 1}), 18, 16384), 22, 4096), true},
+        {"64 MiB and a row", with(with(rle({0, 1}), 18, 16384), 22, 4097), false},
+    };
+    for (const auto& c : limits) {
+        Layout l;
+        EXPECT_EQ(Measure(c.file.data(), c.file.size(), &l), c.accepted) << c.name;
     }
     // Runs that leave their line or the picture measure well but do not unpack.
     const struct { const char* name; Bytes stream; } runs[] = {

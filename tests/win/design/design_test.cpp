@@ -280,6 +280,13 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         };
     };
     const DWORD field = 0x10810000;
+    const auto border = [](int item) {
+        return [item](HWND dlg) {
+            SendDlgItemMessageA(dlg, IDC_FK_BORDER, CB_SETCURSEL, item, 0);
+            SendMessageA(dlg, WM_COMMAND, MAKEWPARAM(IDC_FK_BORDER, CBN_SELCHANGE), 0);
+            Ok(dlg);
+        };
+    };
     const struct {
         const char* what;
         int cls;
@@ -308,13 +315,12 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         {"ok, nothing changed", kString, field, nullptr, nullptr, Ok, FALSE, field, 100, "Old", nullptr, 0},
         {"radio", kNumeric, field | NUM_INTEGER, nullptr, nullptr, [](HWND dlg) { Check(dlg, 2), Ok(dlg); }, TRUE,
          field | NUM_LONG, 100, "Old", nullptr, 0},
-        {"border list", kNumeric, field | NUM_INTEGER | NUM_3D1, nullptr, nullptr,
-         [](HWND dlg) {
-             SendDlgItemMessageA(dlg, IDC_FK_BORDER, CB_SETCURSEL, 4, 0);  // "Shadow"
-             SendMessageA(dlg, WM_COMMAND, MAKEWPARAM(IDC_FK_BORDER, CBN_SELCHANGE), 0);
-             Ok(dlg);
-         },
+        {"border list", kNumeric, field | NUM_INTEGER | NUM_3D1, nullptr, nullptr, border(4),  // "Shadow"
          TRUE, field | NUM_INTEGER | NUM_3D2, 100, "Old", nullptr, 0},
+        {"border list, last", kNumeric, field | NUM_INTEGER | NUM_3D1, nullptr, nullptr, border(5), TRUE,
+         field | NUM_INTEGER | NUM_3D5, 100, "Old", nullptr, 0},
+        {"border list, none", kNumeric, field | NUM_INTEGER | NUM_3D1, nullptr, nullptr, border(0), TRUE,
+         field | NUM_INTEGER, 100, "Old", nullptr, 0},
         {"names typed", kDate, field | DATE_DEFAULT | DATE_CHAR, nullptr, nullptr,
          [](HWND dlg) {  // typed over the whole line
              SendDlgItemMessageA(dlg, IDC_FK_FLAGS, EM_SETSEL, 0, -1);

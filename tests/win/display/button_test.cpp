@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/win/display/picture_files.h"
@@ -70,6 +71,11 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
         EXPECT_EQ(SendMessageA(s.h, BM_GETSTATE, 0, 0), s.state) << std::hex << s.msg;
     }
     EXPECT_NE(GetFocus(), toggle.get()) << "a toolbar button takes no focus";
+    MessageBoxWatcher boxes;  // F1 shows the button's help
+    SendMessageA(push, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@HELPMSG1(Starts the run)"));
+    SendMessageA(push, WM_KEYDOWN, VK_F1, 0);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text, "Starts the run");
 }
 
 // A strip of four 8 x 8 images: up red, down green, focused blue, disabled yellow.
@@ -80,6 +86,9 @@ Bytes Strip() {
 
 TEST(Button, DrawsEachStateFromItsImage) {
     TempFile strip("strip.bmp", Strip());
+    // Two images (up red, down green); and a picture whose width is no multiple of its height: the up image alone.
+    TempFile two("two.bmp", Bmp(16, 8, 24, 0, {}, Rows(16, 8, 24, false, [](int x, int) { return x < 8 ? 0xFF0000u : 0x00FF00u; })));
+    TempFile odd("odd.bmp", Bmp(20, 8, 24, 0, {}, Rows(20, 8, 24, false, [](int x, int) { return x < 12 ? 0xFF0000u : 0x00FF00u; })));
     TempFile single("single.bmp", Bmp(8, 8, 24, 0, {}, Rows(8, 8, 24, false, [](int, int) { return 0xFF0000u; })));
     auto parent = MakeParent(nullptr, 200, 120);
     const COLORREF face = GetSysColor(COLOR_BTNFACE), red = RGB(255, 0, 0);
@@ -95,6 +104,8 @@ TEST(Button, DrawsEachStateFromItsImage) {
         {single.path(), BTN_PUSH, kPush, {0, 0}, face},
         {single.path(), BTN_PUSH, kPush, {7, 7}, red},
         {single.path(), BTN_PUSH, kNone, {0, 0}, red},
+        {two.path(), BTN_PUSH, kPush, {4, 4}, RGB(0, 255, 0)},
+        {odd.path(), BTN_PUSH, kPush, {4, 4}, red},
     };
     for (const auto& c : cases) {
         auto button = MakeChild(parent, "gxButton32", c.style, 7, 8, 8);

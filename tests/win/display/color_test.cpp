@@ -71,6 +71,14 @@ TEST_F(Color, ValueMessagesAndSwatch) {
     EXPECT_EQ(SendMessageA(color_, GXM_GETVALUE, 0, 0), 0);
     EXPECT_EQ(SendMessageA(color_, GXM_GETTYPE, 0, 0), 2);
     EXPECT_EQ(SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x8001);
+    // Each bar is painted with a brush of its own channel; a stranger's scroll bar gets the default one.
+    HDC dc = GetDC(color_);
+    auto brush = [&](HWND bar) { return SendMessageA(color_, WM_CTLCOLORSCROLLBAR, WPARAM(dc), LPARAM(bar)); };
+    const LRESULT plain = DefWindowProcA(color_, WM_CTLCOLORSCROLLBAR, WPARAM(dc), LPARAM(color_.get()));
+    auto stranger = fktest::MakeChild(parent_, "scrollbar", SBS_VERT, 100, 10, 50);
+    EXPECT_EQ(brush(stranger), plain);
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(brush(Bar(i)) != plain && brush(Bar(i)) != brush(Bar((i + 1) % 3))) << i;
+    ReleaseDC(color_, dc);
 }
 
 // Left/right move between bars (wrapping); focus returns to the bar that had it last; "@PRT" disables.

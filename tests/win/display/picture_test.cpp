@@ -10,6 +10,7 @@
 
 #include "include/fldkit.h"
 #include "links/hooks.h"
+#include "tests/support/drag.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/resources.h"
 #include "tests/win/display/picture_files.h"
@@ -232,12 +233,7 @@ TEST(Bitmap, DragsItsNameToAnotherPicture) {
     SetMethod(source, std::string("@DRAGSRC@BITMAP(") + files.rle.path() + ")");
     SetMethod(target, "@DROPTARG");
     PaintNow(parent);
-    POINT at{5, 5};
-    MapWindowPoints(target, source, &at, 1);
-    SendMessageA(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
-    PostMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    SendMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+    DragOnto(source, {2, 2}, target);
     EXPECT_EQ(Value(target), files.rle.path());
     EXPECT_EQ(Value(source), files.rle.path());
     EXPECT_EQ(GetCapture(), nullptr);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "include/fldkit.h"
 #include "tests/support/recorder.h"
@@ -41,6 +43,73 @@ TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
     EXPECT_FALSE(parent.Of(WM_CTLCOLORSTATIC).empty());
     parent.reply = nullptr;
     DeleteObject(red);
+}
+
+// The etched lines of a 60 x 40 frame without caption, at their ends and corners: G the frame's grey, W white,
+// B what lies inside the frame.
+TEST(Frame3D, EtchedLinesEndWhereTheyShould) {
+    struct Probe { int x, y; char role; };
+    const struct { DWORD style; std::vector<Probe> probes; } cases[] = {
+        {0, {{0, 39, 'G'}, {58, 39, 'G'}, {59, 39, 'G'}, {59, 4, 'G'}, {59, 3, 'B'}, {1, 37, 'G'}, {1, 38, 'W'},
+             {1, 6, 'G'}, {1, 5, 'G'}, {57, 5, 'G'}, {58, 5, 'W'}, {0, 4, 'W'}, {58, 4, 'W'}, {58, 38, 'W'},
+             {0, 38, 'W'}, {0, 3, 'B'}, {2, 36, 'B'}}},
+        {FRAME3D_INSET, {{0, 39, 'G'}, {0, 5, 'G'}, {0, 4, 'G'}, {59, 4, 'G'}, {1, 5, 'W'}, {59, 5, 'W'}, {59, 39, 'W'},
+                         {1, 39, 'W'}, {2, 38, 'G'}, {57, 38, 'G'}, {58, 38, 'G'}, {58, 6, 'G'}, {58, 5, 'W'},
+                         {1, 38, 'W'}, {0, 3, 'B'}, {1, 4, 'G'}, {3, 37, 'B'}}},
+    };
+    auto parent = fktest::MakeParent(nullptr, 200, 120);
+    for (const auto& c : cases) {
+        auto frame = fktest::MakeChild(parent, "gxFrame3D32", c.style, 7, 60, 40);
+        fktest::PaintNow(parent);
+        fktest::Capture pixels(frame);
+        const COLORREF inside = pixels.at(30, 20);
+        ASSERT_TRUE(inside != kWhite && inside != RGB(128, 128, 128));
+        for (const Probe& p : c.probes)
+            EXPECT_EQ(pixels.at(p.x, p.y), p.role == 'G' ? RGB(128, 128, 128) : p.role == 'W' ? kWhite : inside)
+                << c.style << " at " << p.x << "," << p.y;
+    }
+}
+
+// The highlight (white) and shadow (grey) copies of 3D text lie one pixel off the text: up and left of it when
+// raised, down and right when inset. Compared at the copy's outer edge, which no later copy covers.
+TEST(Text3D, HighlightAndShadowLieOnePixelOff) {
+    const struct { DWORD style; int white, grey; } cases[] = {  // offsets from the text; 0: not drawn
+        {TEXT3D_LIGHTRAISED, -1, 0}, {TEXT3D_HEAVYRAISED, -1, 1}, {TEXT3D_LIGHTINSET, 1, 0},
+        {TEXT3D_HEAVYINSET, 1, -1}, {TEXT3D_FLAT, 0, 0}};
+    fktest::RecordingParent parent(300, 200);
+    HBRUSH teal = CreateSolidBrush(RGB(0, 128, 128));
+    parent.reply = [&](UINT msg, WPARAM wp, LPARAM) -> std::optional<LRESULT> {
+        if (msg != WM_CTLCOLORSTATIC) return std::nullopt;
+        SetTextColor(reinterpret_cast<HDC>(wp), 0);
+        return reinterpret_cast<LRESULT>(teal);
+    };
+    HFONT sharp = CreateFontA(-16, 0, 0, 0, FW_BOLD, 0, 0, 0, ANSI_CHARSET, 0, 0, NONANTIALIASED_QUALITY, 0, "Tahoma");
+    const COLORREF grey = GetSysColor(COLOR_BTNSHADOW);
+    for (const auto& c : cases) {
+        auto text = fktest::MakeChild(parent, "gxText3D32", c.style, 7, 100, 40, "Wm");
+        SendMessageA(text, WM_SETFONT, reinterpret_cast<WPARAM>(sharp), 0);
+        fktest::PaintNow(parent);
+        fktest::Capture pixels(text);
+        auto edges = [&](COLORREF colour) {  // left, top, right, bottom of the pixels of that colour
+            RECT r{1000, 1000, -1, -1};
+            for (int y = 0; y < pixels.h; ++y)
+                for (int x = 0; x < pixels.w; ++x)
+                    if (pixels.at(x, y) == colour)
+                        r = {std::min<LONG>(r.left, x), std::min<LONG>(r.top, y), std::max<LONG>(r.right, x),
+                             std::max<LONG>(r.bottom, y)};
+            return r;
+        };
+        const RECT ink = edges(0);
+        ASSERT_GE(ink.right, 0) << c.style;
+        for (auto [colour, off] : {std::pair{kWhite, c.white}, std::pair{grey, c.grey}}) {
+            const RECT r = edges(colour);
+            if (off == 0) EXPECT_EQ(r.right, -1) << c.style;
+            else if (off < 0) EXPECT_TRUE(r.left == ink.left + off && r.top == ink.top + off) << c.style;
+            else EXPECT_TRUE(r.right == ink.right + off && r.bottom == ink.bottom + off) << c.style;
+        }
+    }
+    parent.reply = nullptr;
+    DeleteObject(teal), DeleteObject(sharp);
 }
 
 TEST(Line, OrientationFromTheStyle) {

@@ -9,6 +9,7 @@
 
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/self_process.h"
 #include "tests/win/fields/number_test.h"
 
 namespace {
@@ -185,49 +186,18 @@ TEST(CurrencyIntlChild, ShowsTheDefaultsItStartedWith) {
     HWND plain = MakeField(parent, CURR_DOUBLE, "@LIMIT(20)");
     HWND german = MakeField(parent, CURR_DOUBLE, "@CF_GERMANY");
     EXPECT_EQ(Set(plain, 1234.5), "1'234,500 kr");  // no sDecimal: ","
-    EXPECT_EQ(Set(plain, -1234.5), "kr-1'234,500") << "iNegCurr 2 for row 0";
-    EXPECT_EQ(Set(german, -1234.5), "DM-1.234,50") << "and for every country";
+    EXPECT_EQ(Set(plain, -1234.5), "-1'234,500 kr") << "iNegCurr 8 for row 0";
+    EXPECT_EQ(Set(german, -1234.5), "-1.234,50 DM") << "and for every country";
 }
 
-class IntlKeys {
-public:
-    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> keys) {
-        for (auto [key, value] : keys) {
-            char old[64];
-            GetProfileStringA("intl", key, "\x01", old, sizeof old);
-            saved_.push_back({key, old});
-            WriteProfileStringA("intl", key, value);
-        }
-    }
-    ~IntlKeys() {
-        for (const auto& [key, old] : saved_) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
-    }
-
-private:
-    std::vector<std::pair<const char*, std::string>> saved_;
-};
-
 TEST(CurrencyIntl, DefaultsComeFromWinIniAtStartUp) {
-    IntlKeys keys{{"iCurrDigits", "3"}, {"iCurrency", "3"}, {"iNegCurr", "2"},
+    numtest::IntlKeys keys{{"iCurrDigits", "3"}, {"iCurrency", "3"}, {"iNegCurr", "8"},
                   {"sCurrency", "kr"},  {"sThousand", "'"}, {"sDecimal", nullptr}};
-    char exe[MAX_PATH];
-    GetModuleFileNameA(nullptr, exe, sizeof exe);
-    std::string command = std::string("\"") + exe + "\" --gtest_filter=CurrencyIntlChild.*";
     SetEnvironmentVariableA(kChildVariable, "1");
-    STARTUPINFOA si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
-    const BOOL started = CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &si, &pi);
+    fktest::SelfProcess child("--gtest_filter=CurrencyIntlChild.*");
     SetEnvironmentVariableA(kChildVariable, nullptr);
-    ASSERT_TRUE(started);
-    const DWORD waited = WaitForSingleObject(pi.hProcess, 120000);
-    if (waited != WAIT_OBJECT_0) TerminateProcess(pi.hProcess, 1);
-    DWORD code = 1;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    EXPECT_EQ(waited, WAIT_OBJECT_0);
-    EXPECT_EQ(code, 0u) << "the child's failures are printed above";
+    ASSERT_NE(child.pi.hProcess, nullptr);
+    EXPECT_EQ(child.ExitCode(120000), 0u) << "the child's failures are printed above";
 }
 
 }  // namespace

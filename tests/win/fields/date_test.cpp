@@ -9,13 +9,6 @@ namespace {
 
 using namespace numtest;
 
-// The system's short-date pattern for the length of a test, put back after (removed when there was none).
-struct ShortDate {
-    char saved[64] = "";
-    bool had = GetProfileStringA("intl", "sShortDate", "\x01", saved, sizeof saved) > 0 && saved[0] != '\x01';
-    explicit ShortDate(const char* pattern) { WriteProfileStringA("intl", "sShortDate", pattern); }
-    ~ShortDate() { WriteProfileStringA("intl", "sShortDate", had ? saved : nullptr); }
-};
 
 std::vector<COLORREF> Pixels(HWND h) {
     RECT r;
@@ -86,7 +79,7 @@ TEST_F(DateField, KeysZeroDigitsAndKeepTheLength) {
 }
 
 TEST_F(DateField, SystemShortDateFormatAndCentury) {
-    ShortDate pattern("dd.MM.yy");
+    IntlKeys pattern{{"sShortDate", "dd.MM.yy"}};
     Make(DATE_DEFAULT);
     EXPECT_EQ(Style(), DATE_DDMMYYYY | DATE_DOT);
     EXPECT_EQ(SendMessageA(field_, GXM_DATE_GETFORMAT, 0, 0), MAKELONG('.', 5));

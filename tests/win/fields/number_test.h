@@ -47,6 +47,25 @@ inline std::pair<int, int> Sel(HWND h) {
     return {static_cast<int>(start), static_cast<int>(end)};
 }
 
+// Keys of WIN.INI's [intl] set for the length of a test, put back after (removed when there were none).
+class IntlKeys {
+public:
+    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> keys) {
+        for (auto [key, value] : keys) {
+            char old[64];
+            GetProfileStringA("intl", key, "\x01", old, sizeof old);
+            saved_.push_back({key, old});
+            WriteProfileStringA("intl", key, value);
+        }
+    }
+    ~IntlKeys() {
+        for (const auto& [key, old] : saved_) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
+    }
+
+private:
+    std::vector<std::pair<const char*, std::string>> saved_;
+};
+
 class NumberField : public ::testing::Test {
 protected:
     explicit NumberField(const char* cls) : cls_(cls) {}

@@ -185,6 +185,23 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
     EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
     GlobalDeleteAtom(item);
+    partner.clear();  // an execute, the last message of the DDE set, is acknowledged
+    HGLOBAL command = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 8);
+    std::memcpy(GlobalLock(command), "[run()]", 8), GlobalUnlock(command);
+    SendMessageA(client, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(partner.hwnd()), reinterpret_cast<LPARAM>(command));
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
+    EXPECT_EQ(partner.Of(WM_DDE_ACK)[0].wp, reinterpret_cast<WPARAM>(client.get()));
+    GlobalFree(command);
+    partner.clear();  // an unadvise from the client's own server ends the link, acknowledged
+    SetPropA(client, "CLIENT", partner.hwnd());
+    item = GlobalAddAtomA("FkUnadvised");
+    SendMessageA(client, WM_DDE_UNADVISE, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
+    EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ACK).empty(); }));
+    UnpackDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp, &lo, &hi);
+    FreeDDElParam(WM_DDE_ACK, partner.Of(WM_DDE_ACK)[0].lp);
+    EXPECT_EQ(std::make_pair(lo, hi), std::make_pair(UINT_PTR{0x8000}, UINT_PTR{item}));
+    GlobalDeleteAtom(item);
     HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, options, 0);
     EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";

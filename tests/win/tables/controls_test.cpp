@@ -177,6 +177,11 @@ TEST_F(TableControls, TypeAheadOverSeveralCharacters) {
     }
     EXPECT_GE(parent.Of(WM_COMMAND).size(), 4u);
     for (const Msg& m : parent.Of(WM_COMMAND)) EXPECT_EQ(HIWORD(m.wp), LBN_SELCHANGE);
+    // A blank is searched for like a letter; a control character is not typed text.
+    SetMethod(list, "@TBL(" + Write("fk_new.tbl", "NDL,New Delhi\r\nNWK,Newark\r\nNYC,New York\r\n") + ")@DISPLAY(2)");
+    SendMessageA(list, WM_KEYDOWN, VK_HOME, 0);
+    for (char c : std::string("new\x01 y")) SendMessageA(list, WM_CHAR, static_cast<unsigned char>(c), 0);
+    EXPECT_EQ(Value(list), "NYC");
 }
 
 // Typing at the end of the combo's edit part completes a key; the application checks a typed key with twValidate.
@@ -289,7 +294,7 @@ TEST_F(TableControls, ColumnsInDialogUnitsAndDraggedEdges) {
     RECT ten{0, 0, 10, 10};
     MapDialogRect(dialog, &ten);
     SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(edge, 5));
-    SendMessageA(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(edge + ten.right, 5));
+    SendMessageA(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(edge + ten.right / 2, 5));  // the release moves on
     SendMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(edge + ten.right, 5));
     int first = 0, second = 0;
     const std::string m = Method(list);
@@ -298,6 +303,13 @@ TEST_F(TableControls, ColumnsInDialogUnitsAndDraggedEdges) {
     EXPECT_EQ(second, 30) << m;
     EXPECT_EQ(m.find("@COLWIDTH"), m.rfind("@COLWIDTH")) << m;
     EXPECT_EQ(Value(list), "LIS");  // the reload keeps the selection
+    // Losing the mouse in the middle of a drag keeps the width reached.
+    SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(edge + ten.right, 5));
+    SendMessageA(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(edge + 2 * ten.right, 5));
+    ReleaseCapture();
+    const std::string again = Method(list);
+    ASSERT_EQ(std::sscanf(again.c_str() + again.find("@COLWIDTH("), "@COLWIDTH(%d,%d)", &first, &second), 2) << again;
+    EXPECT_NEAR(first, 60, 1) << again;
 }
 
 // Empty, binary, huge and wide tables, missing delimiters, column numbers out of range, garbage widths, a file

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
+
 namespace fktest {
 
 struct PopupDriver {
@@ -49,18 +51,6 @@ struct PopupDriver {
         }
     }
 };
-
-// Writes a table file into the temporary folder and returns its path.
-inline std::string WriteTable(const char* fileName, const std::string& text) {
-    char dir[MAX_PATH];
-    GetTempPathA(MAX_PATH, dir);
-    std::string path = std::string(dir) + fileName;
-    HANDLE f = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written;
-    WriteFile(f, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(f);
-    return path;
-}
 
 // The text of a line handle, which it frees; "<none>" for no handle.
 inline std::string TakeLine(HGLOBAL g) {

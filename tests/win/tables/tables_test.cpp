@@ -55,6 +55,17 @@ TEST_F(Tables, LoadedOnceAndKeptByNameMissingOnesFindNothing) {
     EXPECT_EQ(Show(nullptr), nullptr);
 }
 
+// A table file of 4 MiB is read; one byte more and it is not.
+TEST_F(Tables, FilesAboveFourMebibytesAreNotRead) {
+    for (size_t extra : {0u, 1u}) {
+        std::string text = "BIG,1\r\n";
+        text.resize((4u << 20) + extra, ' ');
+        const std::string big = fktest::WriteTable("fk_big.tbl", text);
+        EXPECT_EQ(Find(big, 1, "BIG"), extra ? "<none>" : "BIG,1") << extra;
+        twFreeTable(big.c_str()), DeleteFileA(big.c_str());
+    }
+}
+
 TEST_F(Tables, CopyFileRefreshesTheCopy) {
     const std::string dest = fktest::WriteTable("fk_copy.tbl", "OLD,1\r\n");
     EXPECT_EQ(Find(dest, 1, "OLD"), "OLD,1");
