@@ -7,11 +7,11 @@
 
 #include <dde.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/files.h"
 #include "tests/support/resources.h"
 #include "tests/support/window.h"
 #include "tests/win/display/picture_files.h"
@@ -129,13 +129,7 @@ void SetValue(HWND h, ValueKind kind, int n) {
 class ReconfigureEveryClass : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
-        char dir[MAX_PATH] = {};
-        GetTempPathA(sizeof dir, dir);
-        table_ = std::string(dir) + Unique("fk_reconf") + ".tbl";
-        if (FILE* f = std::fopen(table_.c_str(), "wb")) {
-            std::fputs("PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n", f);
-            std::fclose(f);
-        }
+        table_ = WriteTable((Unique("fk_reconf") + ".tbl").c_str(), "PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n");
         bitmap_ = new TempFile("reconf.bmp", Bmp(kQuadW, kQuadH, 4, 0, kQuadColours, Rows(kQuadW, kQuadH, 4, false, Quadrant)));
         strip_ = new TempFile("reconf_strip.bmp",
                               Bmp(kQuadW * 4, kQuadH, 24, 0, {}, Rows(kQuadW * 4, kQuadH, 24, false, [](int x, int y) {
