@@ -203,7 +203,7 @@ LRESULT OnKeyDown(HWND h, WPARAM wp, LPARAM lp, const PictureClass& cls) {
 // otherwise give its default button.
 LRESULT OnGetDlgCode(HWND h, LPARAM lp, const PictureClass& cls) {
     const auto* msg = reinterpret_cast<const MSG*>(lp);
-    if (msg != nullptr && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN && MethodHas(h, cls, "@PROG"))
+    if (msg != nullptr && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN && MethodFull(cls.method.get(h)).has("@PROG"))
         return DLGC_WANTMESSAGE;
     return 0;
 }
