@@ -71,7 +71,7 @@ elseif(MODE STREQUAL "cmake")
   execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE}/tests/consumer/app -B ${work}/other
                           -DCMAKE_TOOLCHAIN_FILE=${OTHER_TOOLCHAIN} -DCMAKE_PREFIX_PATH=${prefix}
                   RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
-  if(rc EQUAL 0 OR NOT "${out}${err}" MATCHES "has no[ \n]+FLDKIT${other_bits}.dll")
+  if(rc EQUAL 0 OR NOT "${out}${err}" MATCHES "has[ \n]+no[ \n]+FLDKIT${other_bits}.dll")
     message(FATAL_ERROR "a ${other_bits}-bit project against a ${BITS}-bit install: exit ${rc}\n${out}${err}")
   endif()
   message(STATUS "a ${other_bits}-bit project is refused: has no FLDKIT${other_bits}.dll")
