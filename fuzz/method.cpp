@@ -4,8 +4,6 @@
 // as large as the routines' contracts say: the method string and its two spare
 // bytes for reading, room for the result when adding, and an argument buffer
 // as long as the longest argument the searched text can hold.
-#include <ctype.h>
-
 #include <algorithm>
 #include <string>
 
@@ -14,10 +12,7 @@
 
 namespace {
 
-using fuzz::check;
-using fuzz::Heap;
-using fuzz::Input;
-using fuzz::upper;
+using namespace fuzz;
 
 // Case-insensitive search the way keywords match: nothing in an empty text.
 size_t findKey(const std::string& text, const std::string& key, size_t from = 0) {
@@ -54,10 +49,8 @@ int32_t get(const std::string& method, const std::string& keyword, char spare, b
     check(memcmp(m.get(), method.c_str(), method.size() + 1) == 0, "twGetMethodParam restores the text", method);
     for (size_t i = method.size() + 1; i < method.size() + 3; ++i)
         check(m.get()[i] == spare || m.get()[i] == 0, "twGetMethodParam writes only zeros behind the text", method);
-    if (withArgument) {
-        check(a.terminated(), "twGetMethodParam terminates the argument", method);
-        check(found == 1 || a.str().empty(), "twGetMethodParam empties the argument", method);
-    }
+    check(!withArgument || (a.terminated() && (found == 1 || a.str().empty())),
+          "twGetMethodParam terminates or empties the argument", method);
     if (argument != nullptr) *argument = a.str();
     return found;
 }
@@ -74,8 +67,7 @@ bool balanced(const std::string& s) {
 }
 
 void read(Input& in, uint8_t options) {
-    const std::string keyword = in.text();
-    const std::string method = in.rest();
+    const std::string keyword = in.text(), method = in.text();
     std::string argument;
     const bool withArgument = (options & 1) == 0;
     const int32_t found = get(method, keyword, static_cast<char>(options | 1), withArgument, &argument);
@@ -98,26 +90,21 @@ void read(Input& in, uint8_t options) {
 
 // Runs twRemoveMethodParam on an exactly-sized copy.
 std::string removed(const std::string& method, const std::string& item, int32_t* result) {
-    Heap m(method);
-    Heap i(item);
+    Heap m(method), i(item);
     *result = twRemoveMethodParam(m.get(), i.get());
     check(i.str() == item, "the item is left as it was", item);
     return m.str();
 }
 
 void remove(Input& in, uint8_t options) {
-    const std::string item = in.text();
-    const std::string method = in.rest();
+    const std::string item = in.text(), method = in.text();
     int32_t result = 0;
     const std::string after = removed(method, item, &result);
 
     const std::string key = item.substr(0, item.find('('));
     const size_t at = item.empty() ? std::string::npos : findKey(method, key);
     check(result == (at != std::string::npos ? 1 : 0), "twRemoveMethodParam finds the keyword", method + "|" + item);
-    if (result == 0) {
-        check(after == method, "twRemoveMethodParam without a match changes nothing", method);
-        return;
-    }
+    if (result == 0) return check(after == method, "twRemoveMethodParam without a match changes nothing", method);
     check(after.size() < method.size() && method.compare(0, at, after, 0, at) == 0 &&
               method.compare(method.size() - (after.size() - at), std::string::npos, after, at) == 0,
           "twRemoveMethodParam removes one piece at the keyword", method + "|" + item);
@@ -133,20 +120,15 @@ void remove(Input& in, uint8_t options) {
 }
 
 void add(Input& in, uint8_t options) {
-    const std::string item = in.text();
-    const std::string method = in.rest();
+    const std::string item = in.text(), method = in.text();
     int32_t removedResult = 0;
     const std::string base = removed(method, item, &removedResult);
 
     // The caller's buffer holds the result, and not a byte more.
-    Heap m(method, std::max(method.size(), base.size() + item.size()) + 1);
-    Heap i(item);
+    Heap m(method, std::max(method.size(), base.size() + item.size()) + 1), i(item);
     const int32_t result = twAddMethodParam(m.get(), i.get());
     check(i.str() == item, "the item is left as it was", item);
-    if (item.empty()) {
-        check(result == 0 && m.str() == method, "twAddMethodParam with an empty item changes nothing", method);
-        return;
-    }
+    if (item.empty()) return check(result == 0 && m.str() == method, "an empty item changes nothing", method);
     const std::string after = m.str();
     check(result == 1 && after == base + item, "twAddMethodParam replaces and appends", method + "|" + item);
 

@@ -1,4 +1,5 @@
-// Helpers shared by the fuzz targets: reading an input, exactly-sized texts.
+// Helpers shared by the fuzz targets: reading an input, exactly-sized texts,
+// the plain models several targets compare with.
 //
 // An input is read from the front: single bytes pick routines and characters,
 // numbers come as one byte (0-253), or 0xFE and two bytes (0-65535), or 0xFF
@@ -6,12 +7,13 @@
 // byte or to the end. Seed files stay readable that way.
 #pragma once
 
+#include <ctype.h>
 #include <stddef.h>
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
-#include <ctype.h>
 #include <string.h>
+#include <time.h>
 
 #include <iterator>
 #include <memory>
@@ -36,12 +38,10 @@ public:
     int32_t number() {
         const uint8_t b = byte();
         if (b == 0xFE) return static_cast<int32_t>(byte() | (byte() << 8));
-        if (b == 0xFF) {
-            uint32_t v = 0;
-            for (int i = 0; i < 4; ++i) v |= static_cast<uint32_t>(byte()) << (8 * i);
-            return static_cast<int32_t>(v);
-        }
-        return b;
+        if (b != 0xFF) return b;
+        uint32_t v = 0;
+        for (int i = 0; i < 4; ++i) v |= static_cast<uint32_t>(byte()) << (8 * i);
+        return static_cast<int32_t>(v);
     }
 
     // A number and then a byte whose low bit negates it (wrapping, so that
@@ -51,6 +51,25 @@ public:
         return static_cast<int32_t>((byte() & 1) != 0 ? 0u - v : v);
     }
 
+    // Eight bytes as they lie in a double: any value, NaN and infinities too.
+    double real() {
+        double d;
+        uint8_t bytes[sizeof d];
+        for (uint8_t& b : bytes) b = byte();
+        memcpy(&d, bytes, sizeof d);
+        return d;
+    }
+
+    // Year, month and day, the other fields of the record filled with 0x5A.
+    struct tm date() {
+        struct tm d;
+        memset(&d, 0x5A, sizeof d);
+        d.tm_year = signedNumber();
+        d.tm_mon = signedNumber();
+        d.tm_mday = signedNumber();
+        return d;
+    }
+
     // Up to the next 0 byte (which is used up) or the end, at most max bytes.
     std::string text(size_t max = SIZE_MAX) {
         std::string s;
@@ -58,15 +77,9 @@ public:
             s.push_back(static_cast<char>(*p_++));
             --n_;
         }
-        if (n_ > 0 && *p_ == 0) {
-            ++p_;
-            --n_;
-        }
+        if (n_ > 0 && *p_ == 0) byte();
         return s;
     }
-
-    // Everything that is left, without its 0 bytes cut in.
-    std::string rest(size_t max = SIZE_MAX) { return text(max); }
 
 private:
     const uint8_t* p_;
@@ -86,7 +99,6 @@ public:
     explicit Heap(const std::string& s) : Heap(s, s.size() + 1) {}
 
     char* get() { return b_.get(); }
-    size_t size() const { return size_; }
     std::string str() const { return std::string(b_.get(), strnlen(b_.get(), size_)); }
     bool terminated() const { return memchr(b_.get(), 0, size_) != nullptr; }
 
@@ -96,23 +108,19 @@ private:
 };
 
 // Reports a broken property and stops the run (libFuzzer keeps the input).
-[[noreturn]] inline void fail(const char* what, const std::string& detail = std::string()) {
-    fprintf(stderr, "property broken: %s\n", what);
-    if (!detail.empty()) {
-        fprintf(stderr, "  text: \"");
-        for (unsigned char c : detail)
-            if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\')
-                fputc(c, stderr);
-            else
-                fprintf(stderr, "\\x%02x", c);
-        fprintf(stderr, "\"\n");
-    }
+inline void check(bool ok, const char* what, const std::string& detail = std::string()) {
+    if (ok) return;
+    fprintf(stderr, "property broken: %s\n  text: \"", what);
+    for (unsigned char c : detail)
+        if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\')
+            fputc(c, stderr);
+        else
+            fprintf(stderr, "\\x%02x", c);
+    fprintf(stderr, "\"\n");
     abort();
 }
 
-inline void check(bool ok, const char* what, const std::string& detail = std::string()) {
-    if (!ok) fail(what, detail);
-}
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The text folded the way the routines fold it: C-locale toupper per byte.
 inline std::string upper(std::string s) {
@@ -120,21 +128,37 @@ inline std::string upper(std::string s) {
     return s;
 }
 
+// Without trailing blanks, without leading blanks, without any c.
+inline std::string clip(const std::string& s) { return s.substr(0, s.find_last_not_of(' ') + 1); }
+
+inline std::string preclip(const std::string& s) {
+    const size_t first = s.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : s.substr(first);
+}
+
+inline std::string without(const std::string& s, char c) {
+    std::string out;
+    for (char x : s)
+        if (x != c) out.push_back(x);
+    return out;
+}
+
+// A target made of several routines: the next byte picks one (modulo their
+// count), which reads the rest of the input. A target that took the place of
+// several others picks them alike, so each keeps its share of the runs.
+using Routine = void (*)(Input&);
+
+template <size_t N>
+void pick(Input& in, const Routine (&routines)[N]) {
+    routines[in.byte() % N](in);
+}
+
 }  // namespace fuzz
 
-// The entry point of a target whose first byte picks one of its routines
-// (modulo their count); each reads the rest of the input.
+// The entry point of a target whose first byte picks one of its routines.
 #define FK_FUZZ_ROUTINES(...)                                                 \
     extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
-        static void (*const routines[])(fuzz::Input&) = {__VA_ARGS__};        \
         fuzz::Input in(data, size);                                           \
-        routines[in.byte() % std::size(routines)](in);                        \
-        return 0;                                                             \
-    }
-// The entry point of a target of one routine over the whole input.
-#define FK_FUZZ_ROUTINE(routine)                                              \
-    extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
-        fuzz::Input in(data, size);                                           \
-        routine(in);                                                          \
+        fuzz::pick(in, {__VA_ARGS__});                                        \
         return 0;                                                             \
     }
