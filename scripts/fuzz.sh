@@ -2,18 +2,14 @@
 # Builds the fuzz targets of fuzz/ with clang (libFuzzer, address and
 # undefined-behaviour sanitizers) in build/fuzz and runs each of them.
 #
-#   scripts/fuzz.sh short [target...]   about FUZZ_SECONDS (10) seconds per share (CI)
-#   scripts/fuzz.sh long  [target...]   FUZZ_RUNS (10000000) executions per share
+#   scripts/fuzz.sh short [target...]   about FUZZ_SECONDS (10) seconds per target (CI)
+#   scripts/fuzz.sh long  [target...]   FUZZ_RUNS (10000000) executions per target
 #   scripts/fuzz.sh build               only builds
 #
 # The seeds in fuzz/corpus/<target>/ are read, never written: what the fuzzer
 # learns goes to build/fuzz/corpus/<target>/, crashing inputs to
 # build/fuzz/artifacts/. A fuzz/<target>.dict is handed over as dictionary.
 # Reproduce a finding with build/fuzz/fuzz/fuzz_<target> <file>.
-#
-# A target whose first byte picks one of several groups of routines (each
-# once a target of its own) runs as many shares as it has groups, so that
-# every group keeps its time and its executions.
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
@@ -21,7 +17,6 @@ MODE=${1:-short}
 shift || true
 FUZZ_BUILD="$ROOT/build/fuzz"
 FUZZ_JOBS=${FUZZ_JOBS:-2}
-declare -A SHARES=([strings]=3 [fields]=4 [validate]=2 [tables]=2)
 
 build_fuzz() {
     CC=clang CXX=clang++ cmake -S "$ROOT" -B "$FUZZ_BUILD" -DFK_FUZZ=ON \
@@ -77,10 +72,9 @@ build_fuzz
 mapfile -t names < <(targets "$@")
 failed=0
 for name in "${names[@]}"; do
-    share=${SHARES[$name]:-1}
     case "$MODE" in
-    short) run_target "$name" -max_total_time=$((${FUZZ_SECONDS:-10} * share)) || failed=1 ;;
-    long) run_target "$name" -runs=$((${FUZZ_RUNS:-10000000} * share)) || failed=1 ;;
+    short) run_target "$name" -max_total_time="${FUZZ_SECONDS:-10}" || failed=1 ;;
+    long) run_target "$name" -runs="${FUZZ_RUNS:-10000000}" || failed=1 ;;
     *) echo "usage: scripts/fuzz.sh short|long|build [target...]" >&2; exit 2 ;;
     esac
 done

@@ -143,19 +143,18 @@ inline std::string without(const std::string& s, char c) {
     return out;
 }
 
-// A target made of several routines: the next byte picks one (modulo their
-// count), which reads the rest of the input. A target that took the place of
-// several others picks them alike, so each keeps its share of the runs.
+// Runs one of the routines: the next byte picks it (modulo their count), and
+// it reads the rest of the input. A single routine takes the whole input.
 using Routine = void (*)(Input&);
 
 template <size_t N>
 void pick(Input& in, const Routine (&routines)[N]) {
-    routines[in.byte() % N](in);
+    routines[N == 1 ? 0 : in.byte() % N](in);
 }
 
 }  // namespace fuzz
 
-// The entry point of a target whose first byte picks one of its routines.
+// The entry point of a target: its first byte picks one of its routines.
 #define FK_FUZZ_ROUTINES(...)                                                 \
     extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
         fuzz::Input in(data, size);                                           \
