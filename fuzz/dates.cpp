@@ -29,8 +29,8 @@ std::string toText(const struct tm& d, int32_t form, char separator) {
 
 void checkValidity(const struct tm& d) {
     const int32_t date = twIsDateValid(&d);
-    const bool time = d.tm_sec >= 0 && d.tm_sec <= 59 && d.tm_min >= 0 && d.tm_min <= 59 && d.tm_hour >= 0 &&
-                      d.tm_hour <= 23;
+    const bool time =
+        d.tm_sec >= 0 && d.tm_sec <= 59 && d.tm_min >= 0 && d.tm_min <= 59 && d.tm_hour >= 0 && d.tm_hour <= 23;
     check(date == 0 || date == 1, "twIsDateValid is 0 or 1", shown(d));
     check(twIsTimeValid(&d) == time, "twIsTimeValid checks the ranges", shown(d));
     const bool empty = d.tm_mday == 0 && d.tm_year == 0 && (d.tm_mon == -1 || d.tm_mon == 0);

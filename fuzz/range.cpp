@@ -62,7 +62,8 @@ struct Value {
 // The test of text (range or choice) on v: 0 or 1, the text left alone.
 int32_t run(bool range, int32_t type, const Value& v, const std::string& text) {
     Heap t(text);
-    const int32_t r = range ? fk::RangeTest(type, v.get(), t.get(), compare) : fk::ChoiceTest(type, v.get(), t.get(), equal);
+    const int32_t r =
+        range ? fk::RangeTest(type, v.get(), t.get(), compare) : fk::ChoiceTest(type, v.get(), t.get(), equal);
     check((r == 0 || r == 1) && t.str() == text, "a test is 0 or 1 and leaves its text alone", text);
     return r;
 }

@@ -35,7 +35,8 @@ void checkLine(const std::string& line, char delimiter, int32_t column, int32_t 
     const size_t index = column < 1 ? 0 : static_cast<size_t>(column) - 1;
     check(ok == (outSize > 0 && index < fields.size()), "LineField finds the field", line);
     const std::string want = ok ? fields[index].substr(0, static_cast<size_t>(outSize) - 1) : std::string();
-    check(outSize > 0 ? out.terminated() && out.str() == want : out.get()[0] == 'n', "LineField copies the field", line);
+    check(outSize > 0 ? out.terminated() && out.str() == want : out.get()[0] == 'n', "LineField copies the field",
+          line);
 
     // The shown columns, joined by tabs.
     std::string joined;
