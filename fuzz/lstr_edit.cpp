@@ -24,7 +24,11 @@ void edit(std::string& text, uint8_t op, char c, int32_t i) {
         const char old = fk::lstrputc(t.get(), c, i);
         if (i < 0 || at > len) return check(old == 0 && t.str() == text, "lstrputc beyond the end", text);
         check(old == (append ? 0 : text[at]), "lstrputc returns the old character", text);
-        text = (text.substr(0, at) + c + (append ? "" : text.substr(at + 1))).c_str();
+        if (append)
+            text.push_back(c);
+        else
+            text[at] = c;
+        text.resize(strlen(text.c_str()));  // a 0 written ends the text
         check(t.str() == text, "lstrputc overwrites or appends", text);
     } else if (op % 3 == 1) {  // delete
         Heap t(text);
@@ -39,7 +43,10 @@ void edit(std::string& text, uint8_t op, char c, int32_t i) {
         Heap t(text, std::max(len, inserts ? std::min(cut + 1, kMax) : 0) + 1);
         check(fk::lstrinsc(t.get(), c, i) == t.get(), "lstrinsc returns text");
         if (i >= 0) text.resize(cut);
-        if (inserts) text = text.insert(at, 1, c).substr(0, kMax).c_str();
+        if (inserts) {
+            text.insert(at, 1, c);
+            text.resize(std::min(strlen(text.c_str()), kMax));
+        }
         check(t.str() == text, "lstrinsc inserts", text);
     }
 }
