@@ -1,0 +1,336 @@
+// Values, types, limits, validation, leaving and the spin of the five entry fields, as an application asks for them.
+#include <climits>
+#include <cmath>
+#include <ctime>
+
+#include "tests/support/msgbox_watch.h"
+#include "tests/support/self_process.h"
+#include "tests/win/fields/field_test.h"
+
+namespace {
+
+using namespace fieldtest;
+using Values = Field;
+
+// What a value points at, by the row's kind: i int32, l a date's calendar seconds, d double, f float, t struct tm
+// (the value as yyyymmdd), s text, 0 a null pointer.
+union Value {
+    int32_t i;
+    float f;
+    double d;
+    struct tm t;
+    char s[160];
+};
+
+Value ValueOf(char kind, double v, const char* text) {
+    Value out;
+    std::memset(&out, 0, sizeof out);
+    const int32_t whole = static_cast<int32_t>(v);
+    out.t.tm_year = whole / 10000 - 1900, out.t.tm_mon = whole / 100 % 100 - 1, out.t.tm_mday = whole % 100;
+    if (kind == 'l') out.t.tm_isdst = -1;  // local midnight of the day comes back as it went
+    const int32_t seconds = kind == 'l' ? static_cast<int32_t>(mktime(&out.t)) : whole;
+    if (kind == 'i' || kind == 'l') out.i = seconds;
+    if (kind == 'd') out.d = v;
+    if (kind == 'f') out.f = static_cast<float>(v);
+    if (kind == 's') lstrcpynA(out.s, text, sizeof out.s);
+    return out;
+}
+
+std::string Read(char kind, const Value& v) {  // a value as text, to compare
+    if (kind == 'd') return std::to_string(v.d);
+    if (kind == 'f') return std::to_string(v.f);
+    if (kind == 't') return std::to_string((v.t.tm_year + 1900) * 10000 + (v.t.tm_mon + 1) * 100 + v.t.tm_mday);
+    if (kind == 's') return v.s;
+    return std::to_string(v.i);
+}
+
+// A value set is shown without EN_CHANGE; read back in the same type it gives the value again (when the row says so).
+TEST_F(Values, SetShowsAndGetReadsBack) {
+    const struct {
+        const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
+        const char* shown; bool back = true; const char* text = "";
+    } cases[] = {
+        {num, NUM_LONG, "", 0, 'i', 0, "0"}, {num, NUM_LONG, "@BLNK", 1, 'i', 0, ""},
+        {num, NUM_LONG, "@blnk", 2, 'i', 0, ""}, {num, NUM_LONG, "@BLNK", 0, 'i', -42, "-42"},
+        {num, NUM_LONG, "", 1, 'i', INT_MIN, "-2147483648"}, {num, 0, "", 4, 's', 0, "12abc", true, "12abc"},
+        {num, 0, "", 7, 's', 0, "", false, "9"},  // an unknown type empties the field
+        {real, REAL_DOUBLE, "@DECP(0)", 0, 'd', 3.99, "4", false}, {real, REAL_DOUBLE, "", 0, 'd', 12.345, "12", false},
+        {real, REAL_DOUBLE, "@DECP(3)", 0, 'd', 0, "0.000"}, {real, REAL_DOUBLE, "@DECP(3)@BLNK", 0, 'd', 0, ""},
+        {real, REAL_DOUBLE, "@BLNK", 0, 'd', -0.0, "", false}, {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
+        {real, REAL_DOUBLE, "", 9, 'f', 2.25, "2", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "", false, "5.5"},
+        {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "@DECP(-5)", 3, 'd', -7.25, "-7", false},
+        {cur, CURR_DOUBLE, "@CF_GERMANY", 0, 'd', 1234.5, "DM1.234,50"},
+        {cur, CURR_LONGDOUBLE, "@LIMIT(20)@cf_unitedstates", 0, 'd', 0.5, "$.50"},
+        {cur, CURR_DOUBLE | CURR_SUPPRESS, "@CF_GERMANY", 0, 'd', 12.75, "DM12", false},
+        {cur, CURR_DOUBLE, "@CF_GERMANY@BLNK", 0, 'd', 0, ""},
+        {cur, CURR_CHAR, "@CF_FRANCE", GXT_DOUBLE, 'd', 98765.4, "98.765,40 F"},  // wParam picks the type
+        {cur, 0, "@CF_UNITEDSTATES", 0, 'i', 5, "$0.00", false},  // no type: an empty field gets a zero
+        {cur, CURR_LONG, "@CF_UNITEDSTATES", 0, 'i', 123456, "$1,234.56"},  // hundredths
+        {date, DATE_MMDDYYYY, "", GXT_TMSTRUCT, 't', 19991231, "12311999"},
+        {date, DATE_DDMMYYYY, "", GXT_TMSTRUCT, 't', 20040229, "29022004"},
+        {date, DATE_MMDDYY, "", GXT_TMSTRUCT, 't', 20010101, "0101101"},  // the year 101 in a two-digit field
+        {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
+        {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false}, {date, DATE_MMDDYYYY, "@BLNK", GXT_TMSTRUCT, 't', 19000100, "", false},
+        {str, 0, "", 0, 's', 0, "hello", true, "hello"}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style, c.method);
+        Value in = ValueOf(c.kind, c.value, c.text), out;
+        Send(GXM_SETVALUE, c.type, c.kind ? &in : nullptr);
+        const std::string row = std::string(c.cls) + " " + c.method + " " + std::to_string(c.value);
+        EXPECT_EQ(Text(field_), c.shown) << row;
+        EXPECT_TRUE(Codes().empty()) << row;
+        if (!c.back) continue;
+        std::memset(&out, 0, sizeof out);
+        out.t.tm_hour = 7;
+        Send(GXM_GETVALUE, c.type, &out);
+        EXPECT_EQ(Read(c.kind, out), Read(c.kind, in)) << row;
+        if (c.kind == 't') EXPECT_EQ(out.t.tm_hour, 7) << "only the date is written";
+    }
+    char text[160] = "";
+    Make(cur, CURR_LONG, "@CF_UNITEDSTATES");  // other types read the shown text
+    const int32_t hundredths = 123456;
+    Send(GXM_SETVALUE, 0, &hundredths);
+    Send(GXM_GETVALUE, GXT_TEXT, text);
+    EXPECT_STREQ(text, "$1,234.56");
+    double amount = 0;
+    Send(GXM_GETVALUE, GXT_DOUBLE, &amount);
+    EXPECT_DOUBLE_EQ(amount, 1234.56);
+    Make(date, DATE_MMDDYYYY);
+    struct tm empty{0, 0, 0, 0, 5};
+    Send(GXM_GETVALUE, GXT_TMSTRUCT, &empty);
+    EXPECT_EQ(empty.tm_mon * 100 + empty.tm_mday, 0) << "the empty date reads as month 0";
+}
+
+// Real text is read from its leading number: double (8 bytes), float and long double as a float (4 bytes).
+TEST_F(Values, RealAndNumericTextIsReadFromItsLeadingNumber) {
+    Make(real);
+    SetWindowTextA(field_, "  -2.5e1x");
+    union { double d; float f; unsigned char bytes[8]; } out;
+    for (WPARAM type : {3u, 9u, 12u}) {
+        std::memset(&out, 0xAA, sizeof out);
+        Send(GXM_GETVALUE, type, &out);
+        EXPECT_EQ(type == 3 ? out.d : out.f, -25.0) << type;
+        if (type != 3) EXPECT_TRUE(out.bytes[4] == 0xAA && out.bytes[7] == 0xAA) << "four bytes only for " << type;
+    }
+    SetWindowTextA(field_, "1e300");
+    Send(GXM_GETVALUE, 9, &out);
+    EXPECT_TRUE(std::isinf(out.f));
+    Make(num);
+    SetWindowTextA(field_, "1-2-3");
+    int32_t whole = 0;
+    Send(GXM_GETVALUE, 1, &whole);
+    EXPECT_EQ(whole, 1) << "only a leading number counts";
+}
+
+// "@DATE" makes every value today; text is the raw text of at most 20 characters.
+TEST_F(Values, DateTodayAndRawText) {
+    Make(date, DATE_MMDDYYYY | DATE_CHAR, "@DATE");
+    const std::time_t now = std::time(nullptr);
+    char today[16];
+    std::strftime(today, sizeof today, "%m%d%Y", std::localtime(&now));
+    EXPECT_EQ(Text(field_), today);
+    Send(GXM_SETVALUE, 0, "01011990");
+    EXPECT_EQ(Text(field_), today) << "every value set is today";
+    Make(date, DATE_MMDDYY | DATE_CHAR);
+    Send(GXM_SETVALUE, 0, "0102034455667788991122334455");
+    char out[32];
+    std::memset(out, '#', sizeof out);
+    Send(GXM_GETVALUE, 0, out);
+    EXPECT_STREQ(out, "01020344556677889911");
+    EXPECT_EQ(out[21], '#');
+    Make(str, 0, "@LIMIT(3)");
+    Send(GXM_SETVALUE, 0, "hello");
+    std::memset(out, '#', sizeof out);
+    Send(GXM_GETVALUE, 0, out);
+    EXPECT_STREQ(out, "hel") << "a string's value is cut to its limit";
+    EXPECT_EQ(out[4], '#');
+}
+
+// The type a field reports: from its style, the text type first, unless the caller asks for one; a text's size.
+TEST_F(Values, TypeFromStyleOrAsked) {
+    const struct { const char* cls; DWORD style; const char* method; WPARAM asked; LRESULT answer; LONG size; } cases[] = {
+        {num, NUM_CHAR | NUM_INTEGER, "", 0, 4, 80}, {num, NUM_CHAR | NUM_INTEGER, "@LIMIT(6)", 0, 4, 6},
+        {num, NUM_INTEGER, "", 0, 1, -1}, {num, NUM_LONG, "", 0, 2, -1}, {num, 0, "", 0, 2, -1},
+        {num, NUM_LONG, "", 4, 4, 80}, {num, NUM_LONG, "", 1, 1, -1}, {num, 0, "", 9, 2, -1},
+        {real, 0, "", 0, 3, -1}, {real, REAL_DOUBLE, "", 9, 9, -1}, {real, REAL_CHAR | REAL_FLOAT, "", 0, 4, 80},
+        {real, REAL_FLOAT | REAL_DOUBLE, "", 0, 9, -1}, {real, REAL_LONGDOUBLE, "", 0, 12, -1},
+        {real, REAL_DOUBLE | REAL_LONGDOUBLE, "", 0, 3, -1}, {cur, CURR_CHAR, "@LIMIT(7)", 0, GXT_TEXT, 7},
+        {cur, CURR_DOUBLE, "@LIMIT(7)", 0, GXT_DOUBLE, -1}, {cur, CURR_LONG, "@LIMIT(7)", 0, 2, -1},
+        {cur, CURR_LONGDOUBLE, "@LIMIT(7)", 0, GXT_LONGDOUBLE, -1}, {cur, 0, "@LIMIT(7)", 0, GXT_TEXT, 80},
+        {date, DATE_MMDDYYYY | DATE_CHAR, "", 0, GXT_TEXT, 20}, {date, DATE_MMDDYY | DATE_LONG, "", 0, 2, -1},
+        {str, 0, "", GXT_TEXT, GXT_TEXT, 80}, {str, 0, "@LIMIT(3)", 0, GXT_TEXT, 3},
+        {date, DATE_MMDDYY, "@PRT(gray)", 0, GXT_TMSTRUCT, -1}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style, c.method);
+        LONG size = -1;
+        EXPECT_EQ(Send(GXM_GETTYPE, c.asked, &size), c.answer) << c.cls << " " << c.style << " / " << c.asked;
+        EXPECT_EQ(size, c.size) << c.cls << " " << c.style << " / " << c.asked;
+        EXPECT_EQ(Send(GXM_GETTYPE, c.asked), c.answer) << "a null lParam is left alone";
+    }
+    EXPECT_FALSE(IsWindowEnabled(field_)) << "@PRT disables";
+}
+
+// The limit messages and what typing then takes; the method string's @LIMIT sets the limit and its absence clears it.
+TEST_F(Values, LimitMessages) {
+    const struct { const char* cls; const char* method; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; int limit; } cases[] = {
+        {num, "@LIMIT(3)", GXM_GETLIMIT, 0, 0, 3, 3}, {num, "", EM_LIMITTEXT, 7, 0, 0, 7},
+        {num, "@LIMIT(3)", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@AUTOTAB"), 0, 0},
+        {real, "", EM_LIMITTEXT, 5, 0, 5, 5}, {cur, "@LIMIT(7)", GXM_SETLIMIT, 0, 99, 7, 7},  // wParam 0 asks
+        {cur, "@LIMIT(7)", GXM_SETLIMIT, 1, 4, 0, 4}, {cur, "", EM_LIMITTEXT, 5, 0, 5, 5},
+        {str, "@LIMIT(5)", GXM_SETLIMIT, 1, 3, 0, 3}, {str, "@LIMIT(5)", GXM_SETLIMIT, 0, 99, 0, 0},
+        {str, "", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(2)" "@MMMMMMMMMMMMMMMMMMMMMMMMMMMMM"), 0, 2}};
+    for (const auto& c : cases) {
+        Make(c.cls, 0, c.method);
+        EXPECT_EQ(SendMessageA(field_, c.msg, c.wp, c.lp), c.answer) << c.cls << " " << c.method << " " << c.msg;
+        EXPECT_EQ(Send(GXM_GETLIMIT), c.limit) << c.cls << " " << c.method << " " << c.msg;
+        Type(field_, "1234567890");
+        EXPECT_EQ(Text(field_).size(), c.limit ? c.limit : 10u) << c.cls << " " << c.method << " " << c.msg;
+    }
+}
+
+// Every class validates as the style's type or the one asked for; the parent hears of each refusal.
+TEST_F(Values, ValidationByStyleOrType) {
+    AnswerErrors();
+    const struct { const char* cls; DWORD style; const char* method; const char* text; WPARAM type; LRESULT answer; } cases[] = {
+        {num, 0, "@RNG(1,9)", "50", 0, 0}, {num, NUM_INTEGER, "@RNG(1,9)", "50", 0, -1},
+        {num, NUM_LONG, "@RNG(1,9)", "5", 0, 0}, {num, 0, "@RNG(1,9)", "50", 1, -1}, {num, 0, "@RNG(1,9)", "7x", 2, 0},
+        {real, 0, "@RNG(1,9)", "50", 0, 0}, {real, 0, "@RNG(1,9)", "9.01", 12, -1},
+        {real, REAL_FLOAT, "@RNG(1,9)", "12.5", 0, -1}, {real, REAL_DOUBLE, "@RNG(1,9)", "1.5", 0, 0},
+        {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 2, 0},  // a long is its whole number
+        {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", GXT_DOUBLE, -1},
+        {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 0, 0},  // no type passes
+        {date, DATE_MMDDYY, "@RNG(06/15/95,)", "061495", 0, -1}, {date, DATE_MMDDYY, "@RNG(06/15/95,)", "061595", 0, 0},
+        {date, DATE_DDMMYY, "@RNG(15/06/95,)", "140695", 0, -1}, {date, DATE_YYMMDD, "@RNG(95/06/15,)", "950614", 0, -1},
+        {date, DATE_MMDDYYYY, "@RNG(06/15/1995,)", "06141995", 0, -1},
+        {date, DATE_DDMMYYYY, "@RNG(15/06/1995,)", "14061995", 0, -1},
+        {date, DATE_YYYYMMDD, "@RNG(1995/06/15,)", "19950614", 0, -1},
+        {date, DATE_YYYYMMDD, "@RNG(1995/06/15,)", "19950615", 0, 0},
+        {date, DATE_MMDDYY, "@RNG(06/15/95,)", "", 0, 0}, {date, DATE_MMDDYYYY, "@MND", "", 0, -1},
+        {str, 0, "", "", 0, 0}, {str, 0, "@MND", "", 0, -1}, {str, 0, "@MND", "Al", 0, 0}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style, c.method);
+        SetWindowTextA(field_, c.text);
+        EXPECT_EQ(Send(GXM_VALIDATE, c.type), c.answer) << c.cls << " " << c.method << " " << c.text << " " << c.type;
+        EXPECT_EQ(parent_.Of(GXN_ERROR).size(), c.answer ? 1u : 0u) << c.cls << " " << c.method << " " << c.text;
+    }
+    parent_.reply = nullptr;
+    fktest::MessageBoxWatcher boxes;
+    Make(str, 0, "@MND@MSG(Name please)");
+    EXPECT_EQ(Send(GXM_VALIDATE), -1);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text, "Name please");
+}
+
+// Leaving: the numeric field drops its selection, real text comes to its places, a four-digit year gets its century
+// (not with day 00), all without EN_CHANGE; a double click selects all.
+TEST_F(Values, LeavingTidiesTheText) {
+    IntlKeys pattern{{"sShortDate", "dd.MM.yy"}};
+    const struct { const char* cls; DWORD style; const char *method, *typed, *left; Span sel; int all; } cases[] = {
+        {num, 0, "", "123", "123", {0, 0}, 3}, {real, 0, "", "123", "123", {1, 3}, 3},
+        {real, 0, "@DECP(2)", "2.675", "2.68", {1, 5}, 4}, {real, 0, "@DECP(2)", ".5", "0.50", {1, 2}, 4},
+        {real, 0, "@DECP(0)", "3.99", "3", {1, 4}, 1}, {str, 0, "", "abc", "abc", {0, 1}, 3},
+        {date, DATE_MMDDYYYY, "", "123195", "12311995", {0, 0}, 10},
+        {date, DATE_MMDDYY, "", "123195", "123195", {0, 0}, 8},
+        {date, DATE_MMDDYYYY, "", "120095", "120095", {0, 0}, 10},
+        {date, DATE_DEFAULT, "", "311299", "31121999", {0, 0}, 10}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style, c.method);
+        Type(field_, c.typed);
+        Send(EM_SETSEL, 1, reinterpret_cast<void*>(-1));
+        parent_.clear();
+        Leave();
+        SetFocus(field_);
+        EXPECT_EQ(Text(field_), c.left) << c.cls << " " << c.method << " " << c.typed;
+        EXPECT_EQ(Sel(field_), c.sel) << c.cls << " " << c.method << " " << c.typed;
+        EXPECT_EQ(Codes(), (Notices{EN_KILLFOCUS, EN_SETFOCUS})) << c.cls << " " << c.method << " " << c.typed;
+        SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
+        EXPECT_EQ(Sel(field_), Span(0, c.all)) << "a double click selects all";
+        EXPECT_EQ(Send(WM_GETDLGCODE), 0x8089);
+    }
+    Make(date, DATE_DEFAULT);
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_DDMMYYYY | DATE_DOT) << "the system's short date";
+    EXPECT_EQ(Send(GXM_DATE_GETFORMAT), MAKELONG('.', 5));
+    Make(date, DATE_MMDDYY, "@FORMAT(DDMMYY)@DASH");
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, 6 | DATE_DASH) << "@FORMAT is ORed in; @DASH wins";
+    Make(date, DATE_MMDDYY);
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_MMDDYY) << "a chosen order is kept at creation";
+}
+
+// Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
+TEST_F(Values, SpinWrapsAndRunsTheFocusSteps) {
+    const struct { const char *cls, *method, *start; int code; const char* after; } cases[] = {
+        {num, "", "2147483647", SB_LINEUP, "-2147483648"}, {num, "", "-2147483648", SB_LINEDOWN, "2147483647"},
+        {num, "", "5", SB_ENDSCROLL, "5"},                 {num, "@BLNK@LIMIT(1)", "1", SB_LINEDOWN, "0"},
+        {num, "@BLNK@LIMIT(1)", "0", SB_LINEDOWN, "-1"},   {real, "", "2.5", SB_LINEUP, "3"}};
+    for (const auto& c : cases) {
+        Make(c.cls, 0, c.method);
+        SetWindowTextA(field_, c.start);
+        parent_.clear();
+        Send(WM_VSCROLL, c.code);
+        EXPECT_EQ(Text(field_), c.after) << c.cls << " " << c.start << " " << c.code;
+        EXPECT_EQ(Codes(), (Notices{EN_CHANGE, EN_SETFOCUS}));
+    }
+}
+
+// Overlong values, methods, masks and places are cut, never overrun; a selection past the text counts as none.
+TEST_F(Values, HostileInputIsCut) {
+    const std::string many(1000, '7'), method = "@LIMIT(2)" + std::string(5000, 'm') + "@DECP(100000)";
+    const struct { const char* cls; size_t cut; } cases[] = {{str, 159}, {num, 159}, {real, 0}, {cur, 159}, {date, 20}};
+    for (const auto& [cls, cut] : cases) {
+        Make(cls);
+        Send(GXM_SETVALUE, 4, many.c_str());
+        EXPECT_EQ(Text(field_).size(), cut) << cls;
+        SetWindowLongA(field_, 12, MAKELONG(0xFFFF, 500));
+        SetWindowLongA(field_, 16, -9);
+        Type(field_, "1");
+        Press(field_, {VK_BACK, VK_DELETE, VK_END, VK_BACK});
+        SetMethod(method.c_str());
+        if (cls != date) EXPECT_EQ(Send(GXM_GETLIMIT), 2) << cls;
+        Send(GXM_MASK, 1, std::string(4000, '*').c_str());
+        Type(field_, "abc");
+        Leave();
+        UpdateWindow(field_);
+        EXPECT_LE(Text(field_).size(), 159u) << cls;
+    }
+    Make(num);
+    SetWindowTextA(field_, many.c_str());
+    SetWindowLongA(field_, 12, MAKELONG(0xFFFF, 500));
+    Type(field_, "1");
+    Press(field_, {VK_BACK, VK_DELETE});
+    EXPECT_EQ(Text(field_).size(), 158u) << "a selection past the text counts as none; the caret is clamped";
+    Make(real, 0, "@DECP(100000)");
+    SetWindowTextA(field_, std::string(300, '9').c_str());
+    Leave();
+    EXPECT_EQ(Text(field_).size(), 159u);
+    const double huge = 1e308;
+    Send(GXM_SETVALUE, 3, &huge);
+    EXPECT_EQ(Text(field_).size(), 159u);
+}
+
+// WIN.INI: row 0 and every row's negative format are read when the library starts, so a child process of this
+// program checks them after the parent wrote [intl].
+const char kChildVariable[] = "FK_CURRENCY_INTL_CHILD";
+
+TEST_F(Values, CurrencyIntlChild) {
+    if (GetEnvironmentVariableA(kChildVariable, nullptr, 0) == 0) GTEST_SKIP() << "runs as a child process";
+    const double amounts[] = {1234.5, -1234.5, -1234.5};
+    const char* methods[] = {"@LIMIT(20)", "@LIMIT(20)", "@CF_GERMANY"};
+    const char* shown[] = {"1'234,500 kr", "-1'234,500 kr", "-1.234,50 DM"};  // no sDecimal: ","; iNegCurr 8
+    for (int i = 0; i < 3; ++i) {
+        Make(cur, CURR_DOUBLE, methods[i]);
+        Send(GXM_SETVALUE, 0, &amounts[i]);
+        EXPECT_EQ(Text(field_), shown[i]);
+    }
+}
+
+TEST(CurrencyIntl, DefaultsComeFromWinIniAtStartUp) {
+    IntlKeys keys{{"iCurrDigits", "3"}, {"iCurrency", "3"}, {"iNegCurr", "8"},
+                  {"sCurrency", "kr"},  {"sThousand", "'"}, {"sDecimal", nullptr}};
+    SetEnvironmentVariableA(kChildVariable, "1");
+    fktest::SelfProcess child("--gtest_filter=Values.CurrencyIntlChild");
+    SetEnvironmentVariableA(kChildVariable, nullptr);
+    ASSERT_NE(child.pi.hProcess, nullptr);
+    EXPECT_EQ(child.ExitCode(120000), 0u) << "the child's failures are printed above";
+}
+
+}  // namespace
