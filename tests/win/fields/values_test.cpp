@@ -225,6 +225,13 @@ TEST_F(Values, ValidationByStyleOrType) {
 // (not with day 00), all without EN_CHANGE; a double click selects all.
 TEST_F(Values, LeavingTidiesTheText) {
     IntlKeys pattern{{"sShortDate", "dd.MM.yy"}};
+    Make(date, DATE_DEFAULT);
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_DDMMYYYY | DATE_DOT) << "the system's short date";
+    EXPECT_EQ(Send(GXM_DATE_GETFORMAT), MAKELONG('.', 5));
+    Make(date, DATE_MMDDYY, "@FORMAT(DDMMYY)@DASH");
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, 6 | DATE_DASH) << "@FORMAT is ORed in; @DASH wins";
+    Make(date, DATE_MMDDYY);
+    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_MMDDYY) << "a chosen order is kept at creation";
     const struct { const char* cls; DWORD style; const char *method, *typed, *left; Span sel; int all; } cases[] = {
         {num, 0, "", "123", "123", {0, 0}, 3}, {real, 0, "", "123", "123", {1, 3}, 3},
         {real, 0, "@DECP(2)", "2.675", "2.68", {1, 5}, 4}, {real, 0, "@DECP(2)", ".5", "0.50", {1, 2}, 4},
@@ -247,13 +254,6 @@ TEST_F(Values, LeavingTidiesTheText) {
         EXPECT_EQ(Sel(field_), Span(0, c.all)) << "a double click selects all";
         EXPECT_EQ(Send(WM_GETDLGCODE), 0x8089);
     }
-    Make(date, DATE_DEFAULT);
-    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_DDMMYYYY | DATE_DOT) << "the system's short date";
-    EXPECT_EQ(Send(GXM_DATE_GETFORMAT), MAKELONG('.', 5));
-    Make(date, DATE_MMDDYY, "@FORMAT(DDMMYY)@DASH");
-    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, 6 | DATE_DASH) << "@FORMAT is ORed in; @DASH wins";
-    Make(date, DATE_MMDDYY);
-    EXPECT_EQ(GetWindowLongA(field_, GWL_STYLE) & 0xFFFF, DATE_MMDDYY) << "a chosen order is kept at creation";
 }
 
 // Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
