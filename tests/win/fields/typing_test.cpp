@@ -143,31 +143,26 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
 // The string field's setting messages edit its method string, which is read again at each keystroke.
 TEST_F(Typing, SettingMessagesEditTheMethodString) {
     Make(str, 0, "@NUM@INCLUDE(abc)@LIMIT(5)");
+    const char* kept = "@NUM@LIMIT(5)@EXCLUDE(9)";  // the mask and the drop target are kept apart
+    const struct { UINT msg; WPARAM wp; const char *lp, *method, *mask = ""; bool drop = false; } cases[] = {
+        {GXM_INCLUDE, 1, "", "@NUM@LIMIT(5)"}, {GXM_EXCLUDE, 1, "9", kept},
+        {GXM_AUTOTAB, 1, reinterpret_cast<const char*>(1), "@NUM@LIMIT(5)@EXCLUDE(9)@AUTOTAB"},
+        {GXM_AUTOTAB, 1, nullptr, kept}, {GXM_MASK, 1, "##/##", kept, "##/##"}, {GXM_MASK, 1, nullptr, kept},
+        {GXM_SETDROPTARGET, 1, nullptr, kept, "", true}, {GXM_SETDROPTARGET, 0, nullptr, kept}};
     char text[300] = "";
     Send(GXM_INCLUDE, 0, text);
     EXPECT_STREQ(text, "abc");
-    Send(GXM_INCLUDE, 1, "");
-    Send(GXM_EXCLUDE, 1, "9");
-    EXPECT_EQ(Send(GXM_AUTOTAB), 0);
-    Send(GXM_AUTOTAB, 1, reinterpret_cast<void*>(1));
-    EXPECT_EQ(Send(GXM_AUTOTAB), 1);
-    Send(GXM_GETMETHOD, 256, text);
-    EXPECT_STREQ(text, "@NUM@LIMIT(5)@EXCLUDE(9)@AUTOTAB");
-    Send(GXM_AUTOTAB, 1);
-    Send(GXM_GETMETHOD, 256, text);
-    EXPECT_STREQ(text, "@NUM@LIMIT(5)@EXCLUDE(9)");
+    for (const auto& c : cases) {
+        Send(c.msg, c.wp, c.lp);
+        Send(GXM_GETMETHOD, 256, text);
+        EXPECT_STREQ(text, c.method) << c.msg << " " << c.wp;
+        EXPECT_EQ(Send(GXM_AUTOTAB), std::strstr(c.method, "@AUTOTAB") ? 1 : 0) << c.msg << " " << c.wp;
+        Send(GXM_MASK, 0, text);
+        EXPECT_STREQ(text, c.mask) << c.msg << " " << c.wp;
+        EXPECT_EQ(GetPropA(field_, "@WANTDROP"), c.drop ? reinterpret_cast<HANDLE>(5) : nullptr) << c.msg;
+    }
     Type(field_, "19");
     EXPECT_EQ(Text(field_), "1");
-    Send(GXM_MASK, 1, "##/##");
-    Send(GXM_MASK, 0, text);
-    EXPECT_STREQ(text, "##/##");
-    Send(GXM_MASK, 1);
-    Send(GXM_MASK, 0, text);
-    EXPECT_STREQ(text, "");
-    Send(GXM_SETDROPTARGET, 1);
-    EXPECT_EQ(GetPropA(field_, "@WANTDROP"), reinterpret_cast<HANDLE>(5));
-    Send(GXM_SETDROPTARGET, 0);
-    EXPECT_EQ(GetPropA(field_, "@WANTDROP"), nullptr);
 }
 
 // The limit refuses, a paste is cut to it; auto-tab moves on from a full field only when the value passes.
