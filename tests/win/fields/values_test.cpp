@@ -39,13 +39,20 @@ Value ValueOf(char kind, double v, const char* text) {
 std::string Read(char kind, const Value& v) {  // a value as text, to compare
     if (kind == 'd') return std::to_string(v.d);
     if (kind == 'f') return std::to_string(v.f);
-    if (kind == 't') return std::to_string((v.t.tm_year + 1900) * 10000 + (v.t.tm_mon + 1) * 100 + v.t.tm_mday);
+    if (kind == 't') return std::to_string(v.t.tm_year) + "/" + std::to_string(v.t.tm_mon) + "/" + std::to_string(v.t.tm_mday);
     if (kind == 's') return v.s;
     return std::to_string(v.i);
 }
 
+size_t Size(char kind, const Value& v) {  // the bytes a value of the kind takes
+    return kind == 'd' ? 8 : kind == 't' ? sizeof v.t : kind == 's' ? std::strlen(v.s) + 1 : 4;
+}
+
 // A value set is shown without EN_CHANGE; read back in the same type it gives the value again (when the row says so).
 TEST_F(Values, SetShowsAndGetReadsBack) {
+    const std::time_t now = std::time(nullptr);
+    char today[16];
+    std::strftime(today, sizeof today, "%m%d%Y", std::localtime(&now));
     const struct {
         const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
         const char* shown; bool back = true; const char* text = "";
@@ -70,7 +77,9 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {date, DATE_DDMMYYYY, "", GXT_TMSTRUCT, 't', 20040229, "29022004"},
         {date, DATE_MMDDYY, "", GXT_TMSTRUCT, 't', 20010101, "0101101"},  // the year 101 in a two-digit field
         {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
-        {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false}, {date, DATE_MMDDYYYY, "@BLNK", GXT_TMSTRUCT, 't', 19000100, "", false},
+        {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false},
+        {date, DATE_MMDDYYYY, "@BLNK", GXT_TMSTRUCT, 't', 19000100, "", false},
+        {date, DATE_MMDDYYYY | DATE_CHAR, "@DATE", 0, 's', 0, today, false, "01011990"},  // every value is today
         {str, 0, "", 0, 's', 0, "hello", true, "hello"}};
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
@@ -86,64 +95,30 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         EXPECT_EQ(Read(c.kind, out), Read(c.kind, in)) << row;
         if (c.kind == 't') EXPECT_EQ(out.t.tm_hour, 7) << "only the date is written";
     }
-    char text[160] = "";
-    Make(cur, CURR_LONG, "@CF_UNITEDSTATES");  // other types read the shown text
-    const int32_t hundredths = 123456;
-    Send(GXM_SETVALUE, 0, &hundredths);
-    Send(GXM_GETVALUE, GXT_TEXT, text);
-    EXPECT_STREQ(text, "$1,234.56");
-    double amount = 0;
-    Send(GXM_GETVALUE, GXT_DOUBLE, &amount);
-    EXPECT_DOUBLE_EQ(amount, 1234.56);
-    Make(date, DATE_MMDDYYYY);
-    struct tm empty{0, 0, 0, 0, 5};
-    Send(GXM_GETVALUE, GXT_TMSTRUCT, &empty);
-    EXPECT_EQ(empty.tm_mon * 100 + empty.tm_mday, 0) << "the empty date reads as month 0";
 }
 
-// Real text is read from its leading number: double (8 bytes), float and long double as a float (4 bytes).
-TEST_F(Values, RealAndNumericTextIsReadFromItsLeadingNumber) {
-    Make(real);
-    SetWindowTextA(field_, "  -2.5e1x");
-    union { double d; float f; unsigned char bytes[8]; } out;
-    for (WPARAM type : {3u, 9u, 12u}) {
-        std::memset(&out, 0xAA, sizeof out);
-        Send(GXM_GETVALUE, type, &out);
-        EXPECT_EQ(type == 3 ? out.d : out.f, -25.0) << type;
-        if (type != 3) EXPECT_TRUE(out.bytes[4] == 0xAA && out.bytes[7] == 0xAA) << "four bytes only for " << type;
+// A value read from the text shown, in the type asked for, and not a byte more than the type takes.
+TEST_F(Values, GetReadsTheText) {
+    const struct { const char *cls, *method, *text; DWORD style; WPARAM type; char kind; const char* read; } cases[] = {
+        {cur, "@CF_UNITEDSTATES", "$1,234.56", CURR_LONG, GXT_TEXT, 's', "$1,234.56"},
+        {cur, "@CF_UNITEDSTATES", "$1,234.56", CURR_LONG, GXT_DOUBLE, 'd', "1234.560000"},
+        {cur, "@CF_UNITEDSTATES", "$1,234.56", CURR_LONG, 0, 'i', "123456"},
+        {real, "", "  -2.5e1x", 0, 3, 'd', "-25.000000"}, {real, "", "  -2.5e1x", 0, 9, 'f', "-25.000000"},
+        {real, "", "  -2.5e1x", 0, 12, 'f', "-25.000000"},  // a long double comes out as a float
+        {real, "", "1e300", 0, 9, 'f', "inf"}, {real, "", "1e300", 0, 4, 's', "1e300"},
+        {num, "", "1-2-3", 0, 1, 'i', "1"},  // only a leading number counts
+        {date, "", "", DATE_MMDDYYYY, GXT_TMSTRUCT, 't', "0/0/0"},  // the empty date
+        {date, "", "0102034455667788991122334455", DATE_MMDDYY | DATE_CHAR, 0, 's', "01020344556677889911"},
+        {str, "@LIMIT(3)", "hello", 0, 0, 's', "hel"}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style, c.method);
+        SetWindowTextA(field_, c.text);
+        Value out;
+        std::memset(&out, '#', sizeof out);
+        Send(GXM_GETVALUE, c.type, &out);
+        EXPECT_EQ(Read(c.kind, out), c.read) << c.cls << " " << c.text << " " << c.type;
+        EXPECT_EQ(reinterpret_cast<char*>(&out)[Size(c.kind, out)], '#') << c.cls << " " << c.text << " " << c.type;
     }
-    SetWindowTextA(field_, "1e300");
-    Send(GXM_GETVALUE, 9, &out);
-    EXPECT_TRUE(std::isinf(out.f));
-    Make(num);
-    SetWindowTextA(field_, "1-2-3");
-    int32_t whole = 0;
-    Send(GXM_GETVALUE, 1, &whole);
-    EXPECT_EQ(whole, 1) << "only a leading number counts";
-}
-
-// "@DATE" makes every value today; text is the raw text of at most 20 characters.
-TEST_F(Values, DateTodayAndRawText) {
-    Make(date, DATE_MMDDYYYY | DATE_CHAR, "@DATE");
-    const std::time_t now = std::time(nullptr);
-    char today[16];
-    std::strftime(today, sizeof today, "%m%d%Y", std::localtime(&now));
-    EXPECT_EQ(Text(field_), today);
-    Send(GXM_SETVALUE, 0, "01011990");
-    EXPECT_EQ(Text(field_), today) << "every value set is today";
-    Make(date, DATE_MMDDYY | DATE_CHAR);
-    Send(GXM_SETVALUE, 0, "0102034455667788991122334455");
-    char out[32];
-    std::memset(out, '#', sizeof out);
-    Send(GXM_GETVALUE, 0, out);
-    EXPECT_STREQ(out, "01020344556677889911");
-    EXPECT_EQ(out[21], '#');
-    Make(str, 0, "@LIMIT(3)");
-    Send(GXM_SETVALUE, 0, "hello");
-    std::memset(out, '#', sizeof out);
-    Send(GXM_GETVALUE, 0, out);
-    EXPECT_STREQ(out, "hel") << "a string's value is cut to its limit";
-    EXPECT_EQ(out[4], '#');
 }
 
 // The type a field reports: from its style, the text type first, unless the caller asks for one; a text's size.
