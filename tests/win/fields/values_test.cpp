@@ -39,7 +39,8 @@ Value ValueOf(char kind, double v, const char* text) {
 std::string Read(char kind, const Value& v) {  // a value as text, to compare
     if (kind == 'd') return std::to_string(v.d);
     if (kind == 'f') return std::to_string(v.f);
-    if (kind == 't') return std::to_string(v.t.tm_year) + "/" + std::to_string(v.t.tm_mon) + "/" + std::to_string(v.t.tm_mday);
+    const auto n = [](int part) { return std::to_string(part); };
+    if (kind == 't') return n(v.t.tm_year) + "/" + n(v.t.tm_mon) + "/" + n(v.t.tm_mday);
     if (kind == 's') return v.s;
     return std::to_string(v.i);
 }
@@ -63,7 +64,8 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {num, 0, "", 7, 's', 0, "", false, "9"},  // an unknown type empties the field
         {real, REAL_DOUBLE, "@DECP(0)", 0, 'd', 3.99, "4", false}, {real, REAL_DOUBLE, "", 0, 'd', 12.345, "12", false},
         {real, REAL_DOUBLE, "@DECP(3)", 0, 'd', 0, "0.000"}, {real, REAL_DOUBLE, "@DECP(3)@BLNK", 0, 'd', 0, ""},
-        {real, REAL_DOUBLE, "@BLNK", 0, 'd', -0.0, "", false}, {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
+        {real, REAL_DOUBLE, "@BLNK", 0, 'd', -0.0, "", false},
+        {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
         {real, REAL_DOUBLE, "", 9, 'f', 2.25, "2", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "", false, "5.5"},
         {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "@DECP(-5)", 3, 'd', -7.25, "-7", false},
         {cur, CURR_DOUBLE, "@CF_GERMANY", 0, 'd', 1234.5, "DM1.234,50"},
@@ -123,7 +125,7 @@ TEST_F(Values, GetReadsTheText) {
 
 // The type a field reports: from its style, the text type first, unless the caller asks for one; a text's size.
 TEST_F(Values, TypeFromStyleOrAsked) {
-    const struct { const char* cls; DWORD style; const char* method; WPARAM asked; LRESULT answer; LONG size; } cases[] = {
+    const struct { const char* cls; DWORD style; const char* method; WPARAM wp; LRESULT answer; LONG size; } cases[] = {
         {num, NUM_CHAR | NUM_INTEGER, "", 0, 4, 80}, {num, NUM_CHAR | NUM_INTEGER, "@LIMIT(6)", 0, 4, 6},
         {num, NUM_INTEGER, "", 0, 1, -1}, {num, NUM_LONG, "", 0, 2, -1}, {num, 0, "", 0, 2, -1},
         {num, NUM_LONG, "", 4, 4, 80}, {num, NUM_LONG, "", 1, 1, -1}, {num, 0, "", 9, 2, -1},
@@ -138,16 +140,16 @@ TEST_F(Values, TypeFromStyleOrAsked) {
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
         LONG size = -1;
-        EXPECT_EQ(Send(GXM_GETTYPE, c.asked, &size), c.answer) << c.cls << " " << c.style << " / " << c.asked;
-        EXPECT_EQ(size, c.size) << c.cls << " " << c.style << " / " << c.asked;
-        EXPECT_EQ(Send(GXM_GETTYPE, c.asked), c.answer) << "a null lParam is left alone";
+        EXPECT_EQ(Send(GXM_GETTYPE, c.wp, &size), c.answer) << c.cls << " " << c.style << " / " << c.wp;
+        EXPECT_EQ(size, c.size) << c.cls << " " << c.style << " / " << c.wp;
+        EXPECT_EQ(Send(GXM_GETTYPE, c.wp), c.answer) << "a null lParam is left alone";
     }
     EXPECT_FALSE(IsWindowEnabled(field_)) << "@PRT disables";
 }
 
 // The limit messages and what typing then takes; the method string's @LIMIT sets the limit and its absence clears it.
 TEST_F(Values, LimitMessages) {
-    const struct { const char* cls; const char* method; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; int limit; } cases[] = {
+    const struct { const char *cls, *method; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; int limit; } cases[] = {
         {num, "@LIMIT(3)", GXM_GETLIMIT, 0, 0, 3, 3}, {num, "", EM_LIMITTEXT, 7, 0, 0, 7},
         {num, "@LIMIT(3)", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@AUTOTAB"), 0, 0},
         {real, "", EM_LIMITTEXT, 5, 0, 5, 5}, {cur, "@LIMIT(7)", GXM_SETLIMIT, 0, 99, 7, 7},  // wParam 0 asks
@@ -166,7 +168,7 @@ TEST_F(Values, LimitMessages) {
 // Every class validates as the style's type or the one asked for; the parent hears of each refusal.
 TEST_F(Values, ValidationByStyleOrType) {
     AnswerErrors();
-    const struct { const char* cls; DWORD style; const char* method; const char* text; WPARAM type; LRESULT answer; } cases[] = {
+    const struct { const char* cls; DWORD style; const char *method, *text; WPARAM type; LRESULT answer; } cases[] = {
         {num, 0, "@RNG(1,9)", "50", 0, 0}, {num, NUM_INTEGER, "@RNG(1,9)", "50", 0, -1},
         {num, NUM_LONG, "@RNG(1,9)", "5", 0, 0}, {num, 0, "@RNG(1,9)", "50", 1, -1}, {num, 0, "@RNG(1,9)", "7x", 2, 0},
         {real, 0, "@RNG(1,9)", "50", 0, 0}, {real, 0, "@RNG(1,9)", "9.01", 12, -1},
@@ -175,7 +177,8 @@ TEST_F(Values, ValidationByStyleOrType) {
         {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", GXT_DOUBLE, -1},
         {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 0, 0},  // no type passes
         {date, DATE_MMDDYY, "@RNG(06/15/95,)", "061495", 0, -1}, {date, DATE_MMDDYY, "@RNG(06/15/95,)", "061595", 0, 0},
-        {date, DATE_DDMMYY, "@RNG(15/06/95,)", "140695", 0, -1}, {date, DATE_YYMMDD, "@RNG(95/06/15,)", "950614", 0, -1},
+        {date, DATE_DDMMYY, "@RNG(15/06/95,)", "140695", 0, -1},
+        {date, DATE_YYMMDD, "@RNG(95/06/15,)", "950614", 0, -1},
         {date, DATE_MMDDYYYY, "@RNG(06/15/1995,)", "06141995", 0, -1},
         {date, DATE_DDMMYYYY, "@RNG(15/06/1995,)", "14061995", 0, -1},
         {date, DATE_YYYYMMDD, "@RNG(1995/06/15,)", "19950614", 0, -1},
