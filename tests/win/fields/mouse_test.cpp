@@ -22,23 +22,31 @@ protected:
     Span Words() const { return {LOWORD(GetWindowLongA(field_, 12)), HIWORD(GetWindowLongA(field_, 12))}; }
 };
 
-// A click lands on the nearer character boundary, the middle counting as the right; a drag extends from the anchor.
+// A click lands on the nearer character boundary, the middle counting as the right; right-aligned clicks count from
+// the right edge, anything left of the text is the start; a masked caret is stored as the count of "*" (only) before
+// it. A drag extends from the anchor.
 TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     Make(str);
-    char text[] = "WiMx.9";
+    char text[] = "WiMx.9", digits[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
+    const int edge = Width() - Extent(text, 6);
+    struct Row { int x; char* mask; int right, caret; };
+    std::vector<Row> rows = {{230, nullptr, 0, 6},  {Width() - 1, nullptr, 1, 6}, {10, nullptr, 1, 0},
+                             {edge, nullptr, 1, 0}, {edge + Extent(text, 1), nullptr, 1, 1}, {edge - 1, nullptr, 1, 0},
+                             {230, stars, 0, 4},    {230, hashes, 0, 0}};
     for (int i = 1; i <= 6; ++i) {
-        const int left = Extent(text, i - 1), width = Extent(text, i) - left, middle = left + (width - width / 2);
-        for (int x : {middle - 1, middle}) {
-            MouseButtonDown(field_, x, text, nullptr, 0, 0);
-            const int at = x == middle ? i : i - 1;
-            EXPECT_EQ(Caret(), at) << "char " << i << " at " << x;
-            EXPECT_EQ(Words(), Span(at, at)) << "char " << i << " at " << x;
-            EXPECT_EQ(GetCapture(), field_);
-            ReleaseCapture();
-        }
+        const int left = Extent(text, i - 1), middle = left + (Extent(text, i) - left + 1) / 2;
+        rows.push_back({middle - 1, nullptr, 0, i - 1});
+        rows.push_back({middle, nullptr, 0, i});
     }
-    MouseButtonDown(field_, 230, text, nullptr, 0, 0);
-    EXPECT_EQ(Caret(), 6);
+    for (const Row& r : rows) {
+        SetWindowLongA(field_, 12, MAKELONG(3, 3));
+        MouseButtonDown(field_, r.x, r.mask ? digits : text, r.mask, r.right, 0);
+        EXPECT_EQ(Caret(), r.caret) << r.x << (r.right ? " right-aligned" : "");
+        const int end = r.mask ? 10 : r.caret;  // a masked field selects in its screen text
+        EXPECT_EQ(Words(), Span(end, end)) << r.x << (r.right ? " right-aligned" : "");
+        EXPECT_EQ(GetCapture(), field_);
+        ReleaseCapture();
+    }
     MouseButtonDown(field_, 0, text, nullptr, 0, 0);
     MouseMove(field_, Extent(text, 4), text, 0);
     EXPECT_EQ(Words(), Span(0, 4));
@@ -46,26 +54,6 @@ TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     MouseMove(field_, 500, text, 0);
     EXPECT_EQ(Words(), Span(0, 6));
     ReleaseCapture();
-}
-
-// Right-aligned clicks count from the right edge, anything left of the text is the start; a masked caret is stored
-// as the count of "*" (only) before it.
-TEST_F(Mouse, RightAlignedAndMaskedClicks) {
-    Make(str);
-    char text[] = "1234", digits[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
-    const int edge = Width() - Extent(text, 4);
-    const struct { int x; char* mask; int right, caret; Span words; } cases[] = {
-        {Width() - 1, nullptr, 1, 4, {4, 4}}, {10, nullptr, 1, 0, {0, 0}}, {edge, nullptr, 1, 0, {0, 0}},
-        {edge + Extent(text, 1), nullptr, 1, 1, {1, 1}}, {edge - 1, nullptr, 1, 0, {0, 0}},
-        {230, stars, 0, 4, {10, 10}}, {230, hashes, 0, 0, {10, 10}}};
-    for (const auto& c : cases) {
-        SetWindowLongA(field_, 12, MAKELONG(3, 3));
-        MouseButtonDown(field_, c.x, c.mask ? digits : text, c.mask, c.right, 0);
-        EXPECT_EQ(Caret(), c.caret) << c.x;
-        EXPECT_EQ(Words(), c.words) << c.x;
-        EXPECT_EQ(GetCapture(), field_);
-        ReleaseCapture();
-    }
 }
 
 // Through the window: a click takes the focus, a drag selects (from the right edge when right-justified), keys wait
