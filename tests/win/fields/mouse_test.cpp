@@ -53,6 +53,10 @@ TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     EXPECT_EQ(Caret(), 4);
     MouseMove(field_, 500, text, 0);
     EXPECT_EQ(Words(), Span(0, 6));
+    const int shift = Width() - 2 - Extent(text, 6);  // a right-aligned drag counts from two pixels in
+    MouseButtonDown(field_, Width() - 1, text, nullptr, 1, 0);
+    MouseMove(field_, shift + Extent(text, 1) + (Extent(text, 2) - Extent(text, 1)) / 2, text, 1);
+    EXPECT_EQ(Words(), Span(6, 2)) << "the middle of a character counts as its right";
     ReleaseCapture();
 }
 
