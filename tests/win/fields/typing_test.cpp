@@ -94,7 +94,7 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
         const char *cls, *start; int from, to; Keys keys; const char *paste, *typed, *text; Span sel; int caret;
         const char* copied; size_t changes;
     } cases[] = {
-        {str, "abcd", 4, 4, {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}, nullptr, "x", "bdx", {0, 0}, 3, "", 3},
+        {str, "abcd", 4, 4, {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}, nullptr, "x", "bdx", {0, 0}, 3, nullptr, 3},
         {str, "bdx", 3, 3, {VK_END, VK_SHIFT, VK_LEFT, VK_LEFT}, nullptr, "", "bdx", {1, 3}, 1, nullptr, 0},
         {str, "bdx", 3, 1, {VK_BACK}, nullptr, "", "b", {0, 0}, 1, nullptr, 1},
         {str, "abcd", 1, 3, {VK_CONTROL, 'C'}, nullptr, "", "abcd", {1, 3}, 3, "bcd", 0},  // one more along: keep it
