@@ -49,14 +49,15 @@ size_t Size(char kind, const Value& v) {  // the bytes a value of the kind takes
     return kind == 'd' ? 8 : kind == 't' ? sizeof v.t : kind == 's' ? std::strlen(v.s) + 1 : 4;
 }
 
-// A value set is shown without EN_CHANGE; read back in the same type it gives the value again (when the row says so).
+// A value set is shown without EN_CHANGE (the field held "9" unless the row says otherwise); read back in the same
+// type it gives the value again (when the row says so).
 TEST_F(Values, SetShowsAndGetReadsBack) {
     const std::time_t now = std::time(nullptr);
     char today[16];
     std::strftime(today, sizeof today, "%m%d%Y", std::localtime(&now));
     const struct {
         const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
-        const char* shown; bool back = true; const char* text = "";
+        const char* shown; bool back = true; const char *text = "", *held = "9";
     } cases[] = {
         {num, NUM_LONG, "", 0, 'i', 0, "0"}, {num, NUM_LONG, "@BLNK", 1, 'i', 0, ""},
         {num, NUM_LONG, "@blnk", 2, 'i', 0, ""}, {num, NUM_LONG, "@BLNK", 0, 'i', -42, "-42"},
@@ -66,26 +67,28 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {real, REAL_DOUBLE, "@DECP(3)", 0, 'd', 0, "0.000"}, {real, REAL_DOUBLE, "@DECP(3)@BLNK", 0, 'd', 0, ""},
         {real, REAL_DOUBLE, "@BLNK", 0, 'd', -0.0, "", false},
         {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
-        {real, REAL_DOUBLE, "", 9, 'f', 2.25, "2", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "", false, "5.5"},
+        {real, REAL_DOUBLE, "", 9, 'f', 2.25, "2", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "9", false, "5.5"},
         {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "@DECP(-5)", 3, 'd', -7.25, "-7", false},
         {cur, CURR_DOUBLE, "@CF_GERMANY", 0, 'd', 1234.5, "DM1.234,50"},
         {cur, CURR_LONGDOUBLE, "@LIMIT(20)@cf_unitedstates", 0, 'd', 0.5, "$.50"},
         {cur, CURR_DOUBLE | CURR_SUPPRESS, "@CF_GERMANY", 0, 'd', 12.75, "DM12", false},
         {cur, CURR_DOUBLE, "@CF_GERMANY@BLNK", 0, 'd', 0, ""},
         {cur, CURR_CHAR, "@CF_FRANCE", GXT_DOUBLE, 'd', 98765.4, "98.765,40 F"},  // wParam picks the type
-        {cur, 0, "@CF_UNITEDSTATES", 0, 'i', 5, "$0.00", false},  // no type: an empty field gets a zero
+        {cur, 0, "@CF_UNITEDSTATES", 0, 'i', 5, "$0.00", false, "", ""},  // no type: an empty field gets a zero
         {cur, CURR_LONG, "@CF_UNITEDSTATES", 0, 'i', 123456, "$1,234.56"},  // hundredths
         {date, DATE_MMDDYYYY, "", GXT_TMSTRUCT, 't', 19991231, "12311999"},
         {date, DATE_DDMMYYYY, "", GXT_TMSTRUCT, 't', 20040229, "29022004"},
         {date, DATE_MMDDYY, "", GXT_TMSTRUCT, 't', 20010101, "0101101"},  // the year 101 in a two-digit field
         {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
-        {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false},
+        {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false, "", ""},  // the empty date
         {date, DATE_MMDDYYYY, "@BLNK", GXT_TMSTRUCT, 't', 19000100, "", false},
         {date, DATE_MMDDYYYY | DATE_CHAR, "@DATE", 0, 's', 0, today, false, "01011990"},  // every value is today
         {str, 0, "", 0, 's', 0, "hello", true, "hello"}};
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
         Value in = ValueOf(c.kind, c.value, c.text), out;
+        SetWindowTextA(field_, c.held);  // what a value that is not shown leaves
+        parent_.clear();
         Send(GXM_SETVALUE, c.type, c.kind ? &in : nullptr);
         const std::string row = std::string(c.cls) + " " + c.method + " " + std::to_string(c.value);
         EXPECT_EQ(Text(field_), c.shown) << row;
