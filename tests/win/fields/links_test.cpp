@@ -6,11 +6,11 @@
 
 #include "tests/support/pump.h"
 #include "tests/support/drag.h"
-#include "tests/win/fields/number_test.h"
+#include "tests/win/fields/field_test.h"
 
 namespace {
 
-using numtest::Text;
+using fieldtest::Text;
 
 void Settle() { fktest::PumpIdle(); }  // what the links posted to one another has arrived
 
@@ -41,7 +41,7 @@ TEST(ControlLinks, StringFieldServesText3DAndTickerClients) {
     EXPECT_EQ(GetPropA(text, "CLIENT"), server);
     EXPECT_EQ(GetPropA(ticker, "CLIENT"), server);
     SetFocus(server);
-    numtest::Type(server, "42.5");
+    fieldtest::Type(server, "42.5");
     Settle();
     EXPECT_EQ(Text(text), "42.5");
     EXPECT_EQ(Text(ticker), "42.5");

@@ -186,13 +186,32 @@ TEST_F(Validation, WhichTestRefuses) {
     }
 }
 
-TEST_F(Validation, NoticeCarriesTheFailingKeywordAndWarningEndsTheTests) {
+// The notice carries the method from the failing keyword on (or the whole method of a table miss); the parent's
+// reply decides; a warning not handled shows the box and ends the tests.
+TEST_F(Validation, NoticeCarriesTheFailingKeywordAndTheReplyDecides) {
+    const char* const miss = "Table Entry not found.";
+    struct {
+        int type; std::string method; LRESULT reply; int result; LONG error; const char *message, *caption;
+        const char* from = nullptr;  // the method the notice carries, when not the whole
+        std::string text = "XXX";
+    } cases[] = {
+        {1, "@NUM@RNG(1,9)@MSG(One digit)", GXR_HANDLED, 0, 300, "One digit", "", "@RNG(1,9)@MSG(One digit)"},
+        {1, "@MSG(x)@RNG(1,9)", GXR_HANDLED, 0, 300, "Value out of range.", "Numeric Value", "@RNG(1,9)"},
+        {4, Tbl(), GXR_HANDLED, 0, 600, miss, "Application Error"},
+        {4, Tbl("@WARN@BEEP"), GXR_HANDLED | GXR_ACCEPT, 1, 600, miss, "Warning"},
+        {4, "@WARN" + Tbl(), GXR_HANDLED, 0, 600, miss, "Application Error"},  // "@WARN" must follow "@TBL"
+        {4, "@TBL(C:\\no\\such\\table.tbl)", GXR_HANDLED, 0, 600, miss, "Application Error"},
+        {4, Tbl("@RNG(A,B)"), GXR_HANDLED | GXR_ACCEPT, 1, 600, miss, "Application Error"},  // accepted: no range
+        {4, Tbl("@MND"), GXR_HANDLED, 0, 600, miss, "Application Error", nullptr, "   "}};  // blank: table offered
     const int32_t twelve = 12;
-    EXPECT_EQ(Check(1, &twelve, "@NUM@RNG(1,9)@MSG(One digit)"), 0);
-    EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 1, 300, "@RNG(1,9)@MSG(One digit)", "One digit", ""}}));
-    EXPECT_EQ(Check(1, &twelve, "@MSG(x)@RNG(1,9)"), 0);  // a message before the keyword is not seen
-    EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 1, 300, "@RNG(1,9)", "Value out of range.", "Numeric Value"}}));
-    answer = 0;  // not handled: the box warns and the value stands
+    for (const auto& c : cases) {
+        answer = c.reply;
+        EXPECT_EQ(Check(c.type, c.type == 1 ? &twelve : nullptr, c.method, c.text), c.result) << c.method;
+        const Notice notice{field, 42, c.type, c.error, c.from ? c.from : c.method, c.message, c.caption};
+        EXPECT_EQ(notices, std::vector<Notice>{notice});
+    }
+    EXPECT_TRUE(parent.Of(GXN_ERRORSHOWN).empty());
+    answer = 0;
     MessageBoxWatcher boxes;
     EXPECT_EQ(Check(1, &twelve, "@RNG(1,9)@WARN@CHC(5)"), 1);
     ASSERT_EQ(boxes.boxes().size(), 1u);  // the choice test did not run
@@ -214,46 +233,27 @@ TEST_F(Validation, NullPointersAndOverlongMethods) {
     EXPECT_EQ(Error(), 300);
 }
 
-TEST_F(Validation, TableMissNoticeAndParentReply) {
-    struct { std::string method; LRESULT reply; int result; const char* caption, *value = "XXX"; } cases[] = {
-        {Tbl(), GXR_HANDLED, 0, "Application Error"},
-        {Tbl("@WARN@BEEP"), GXR_HANDLED | GXR_ACCEPT, 1, "Warning"},
-        {"@WARN" + Tbl(), GXR_HANDLED, 0, "Application Error"},  // "@WARN" must follow "@TBL"
-        {"@TBL(C:\\no\\such\\table.tbl)", GXR_HANDLED, 0, "Application Error"},
-        {Tbl("@RNG(A,B)"), GXR_HANDLED | GXR_ACCEPT, 1, "Application Error"},  // accepted: no range test
-        {Tbl("@MND"), GXR_HANDLED, 0, "Application Error", "   "},  // mandatory and blank: the table is offered
-    };
-    for (const auto& c : cases) {
-        answer = c.reply;
-        EXPECT_EQ(Check(4, nullptr, c.method, c.value), c.result) << c.method;
-        EXPECT_EQ(notices, (std::vector<Notice>{{field, 42, 4, 600, c.method, "Table Entry not found.", c.caption}}));
-    }
-    EXPECT_TRUE(parent.Of(GXN_ERRORSHOWN).empty());
-}
 
-TEST_F(Validation, TablePopupPickSetsTheKeyAndRefuses) {
-    answer = 0;  // not handled: the popup opens
-    PopupDriver driver(path, {VK_DOWN, VK_RETURN});
-    const std::string method = Tbl("@KEY(2)@DISPLAY(2,3)");
-    EXPECT_EQ(Check(4, nullptr, method, "Nowhere"), 0);
-    EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
-    EXPECT_EQ(driver.owner, parent.hwnd());
-    EXPECT_EQ(Text(field), "Rome");
-    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).at(0).wp, 42u);
-    EXPECT_TRUE(SelectedAll());
-    EXPECT_EQ(GetFocus(), field.get());
-    RECT r;
-    GetWindowRect(field, &r);
-    EXPECT_NEAR(driver.rect.left, r.left, 4);  // just below the field
-    EXPECT_NEAR(driver.rect.top, r.bottom, 4);
-    EXPECT_EQ(Check(4, nullptr, method, "Rome"), 1);  // validated afresh, the picked key passes
-}
-
-TEST_F(Validation, TablePopupCancelLeavesTheTextAndMissingTablesRefuseQuietly) {
+// Not handled, a miss opens the table below the field (or where @POS says): a pick sets the key and still refuses.
+TEST_F(Validation, TablePopupPicksOrCancels) {
     answer = 0;
+    const std::string method = Tbl("@KEY(2)@DISPLAY(2,3)");
+    {
+        PopupDriver driver(path, {VK_DOWN, VK_RETURN});
+        EXPECT_EQ(Check(4, nullptr, method, "Nowhere"), 0);
+        EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
+        EXPECT_EQ(driver.owner, parent.hwnd());
+        EXPECT_EQ(Text(field), "Rome");
+        EXPECT_TRUE(SelectedAll());
+        EXPECT_EQ(GetFocus(), field.get());
+        RECT r;
+        GetWindowRect(field, &r);
+        EXPECT_NEAR(driver.rect.left, r.left, 4);
+        EXPECT_NEAR(driver.rect.top, r.bottom, 4);
+    }
+    EXPECT_EQ(Check(4, nullptr, method, "Rome"), 1) << "validated afresh, the picked key passes";
     PopupDriver driver(path, {VK_ESCAPE});
     EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
-    ASSERT_NE(driver.popup, nullptr);
     EXPECT_EQ(Text(field), "XXX");
     const LONG units = GetDialogBaseUnits();
     POINT at{MulDiv(5, LOWORD(units), 4), MulDiv(6, HIWORD(units), 8)};
@@ -261,12 +261,13 @@ TEST_F(Validation, TablePopupCancelLeavesTheTextAndMissingTablesRefuseQuietly) {
     const RECT& r = driver.rect;
     EXPECT_EQ((std::vector<LONG>{r.left, r.top, r.right - r.left, r.bottom - r.top}),
               (std::vector<LONG>{at.x, at.y, MulDiv(120, LOWORD(units), 4), MulDiv(60, HIWORD(units), 8)}));
-    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 1u);
+    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 2u);
+    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).at(0).wp, 42u);
     MessageBoxWatcher boxes;  // a missing table is a miss: no box, an empty popup
     EXPECT_EQ(Check(4, nullptr, "@TBL(C:\\no\\such\\table.tbl)@BEEP", "XXX"), 0);
     EXPECT_EQ(notices.size(), 1u);
     EXPECT_TRUE(boxes.boxes().empty());
-    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 2u);
+    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 3u);
 }
 
 }  // namespace

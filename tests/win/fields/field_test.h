@@ -1,4 +1,5 @@
-// What the field tests share: a field on a recording parent with a neighbour to take the focus, keys, modifiers.
+// What the field tests share: a field of any entry class on a recording parent with a neighbour to take the focus,
+// typed characters, keys with modifiers, the selection, WIN.INI's [intl] keys.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +14,13 @@
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
 
-namespace numtest {
+namespace fieldtest {
+
+using Notices = std::vector<WORD>;
+using Keys = std::vector<UINT>;
+using Span = std::pair<int, int>;
+inline const char *const str = "gxString32", *const num = FK_CLASS_NUMERIC, *const real = FK_CLASS_REAL,
+                         *const cur = "gxCurrency32", *const date = "gxDate32";
 
 inline std::string Text(HWND h) {
     char buffer[400] = "";
@@ -25,23 +32,23 @@ inline void Type(HWND h, const char* keys) {
     for (const char* k = keys; *k; ++k) SendMessageA(h, WM_CHAR, static_cast<unsigned char>(*k), 1);
 }
 
-inline void Key(HWND h, UINT vk) { SendMessageA(h, WM_KEYDOWN, vk, 1); }
-
-class Held {  // holds modifier keys down in this thread's keyboard state
-public:
-    explicit Held(std::initializer_list<int> keys) {
-        GetKeyboardState(saved_);
-        BYTE state[256];
-        std::memcpy(state, saved_, sizeof state);
-        for (int k : keys) state[k] = 0x80;
-        SetKeyboardState(state);
+// Presses the keys in turn; VK_SHIFT or VK_CONTROL in the list holds that key down until it comes again.
+inline void Press(HWND h, const Keys& keys) {
+    BYTE saved[256], state[256];
+    GetKeyboardState(saved);
+    std::memcpy(state, saved, sizeof state);
+    for (UINT vk : keys) {
+        if (vk == VK_SHIFT || vk == VK_CONTROL) {
+            state[vk] ^= 0x80;
+            SetKeyboardState(state);
+        } else {
+            SendMessageA(h, WM_KEYDOWN, vk, 1);
+        }
     }
-    ~Held() { SetKeyboardState(saved_); }
-private:
-    BYTE saved_[256];
-};
+    SetKeyboardState(saved);
+}
 
-inline std::pair<int, int> Sel(HWND h) {
+inline Span Sel(HWND h) {
     DWORD start = 0, end = 0;
     SendMessageA(h, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {static_cast<int>(start), static_cast<int>(end)};
@@ -66,41 +73,48 @@ private:
     std::vector<std::pair<const char*, std::string>> saved_;
 };
 
-class NumberField : public ::testing::Test {
+class Field : public ::testing::Test {
 protected:
-    explicit NumberField(const char* cls) : cls_(cls) {}
     void SetUp() override {
         other_ = CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20, parent_, nullptr,
                                  GetModuleHandleA(nullptr), nullptr);
-        Make(0);
     }
     void TearDown() override {
         if (field_) DestroyWindow(field_);
         DestroyWindow(other_);
     }
-    void Make(DWORD style, const char* method = nullptr) {
+    // A fresh focused field, first in tab order, with a parent that has heard nothing yet.
+    void Make(const char* cls, DWORD style = 0, const char* method = nullptr) {
         if (field_) DestroyWindow(field_);
-        field_ = CreateWindowExA(0, cls_, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10, 240, 24, parent_,
+        field_ = CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10, 240, 24, parent_,
                                  reinterpret_cast<HMENU>(42), GetModuleHandleA(nullptr), nullptr);
         ASSERT_NE(field_, nullptr);
-        SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);  // first in tab order
+        SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         if (method) SetMethod(method);
         SetFocus(field_);
         parent_.clear();
     }
     void SetMethod(const char* method) { SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method)); }
-    std::vector<WORD> Codes() const {  // the field's own notices, in order of arrival
-        std::vector<WORD> ours;
+    LRESULT Send(UINT msg, WPARAM wp = 0, const void* lp = nullptr) {
+        return SendMessageA(field_, msg, wp, reinterpret_cast<LPARAM>(lp));
+    }
+    Notices Codes() const {  // the field's own notices, in order of arrival
+        Notices ours;
         for (const auto& m : parent_.Of(WM_COMMAND))
             if (reinterpret_cast<HWND>(m.lp) == field_) ours.push_back(HIWORD(m.wp));
         return ours;
     }
     void Leave() { SetFocus(other_); }
+    int Caret() const { return GetWindowLongA(field_, 16); }
+    void AnswerErrors() {  // the parent handles every error notice: no message box moves the focus
+        parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
+        };
+    }
 
-    const char* cls_;
     fktest::RecordingParent parent_;
     HWND other_ = nullptr;
     HWND field_ = nullptr;
 };
 
-}  // namespace numtest
+}  // namespace fieldtest
