@@ -46,18 +46,16 @@ struct Canvas {
 };
 using Capture = Canvas;
 
-inline void FillClient(HWND h, COLORREF colour) {
-    HDC dc = GetDC(h);
-    FillDC(dc, Client(h), colour);
-    ReleaseDC(h, dc);
-}
-
-// Paints everything pending now; tickers advance only when a test says so.
-inline void PaintNow(HWND top) {
+// Paints everything pending now (over the given background when there is one); tickers advance only when a test
+// says so.
+inline void PaintNow(HWND top, COLORREF background = CLR_INVALID) {
     RedrawWindow(top, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+    for (MSG msg; PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE);)
         if (msg.message != WM_TIMER) DispatchMessageA(&msg);
+    if (background == CLR_INVALID) return;
+    HDC dc = GetDC(top);
+    FillDC(dc, Client(top), background);
+    ReleaseDC(top, dc);
 }
 
 }  // namespace fktest

@@ -1,7 +1,9 @@
-// The colour control: scroll arithmetic, value messages, arrow keys and "@PRT".
+// The colour control (scroll arithmetic, value messages, arrow keys, "@PRT") and the ticker (steps, timer and value
+// messages; WM_TIMER is sent by hand).
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <tuple>
 
@@ -58,6 +60,8 @@ TEST_F(Color, ScrollArithmetic) {
     EXPECT_TRUE(parent_.Of(WM_COMMAND).empty());
 }
 
+// The value, its labels, bars and swatch; each bar is painted with a brush of its own channel, a stranger's
+// scroll bar with the default one.
 TEST_F(Color, ValueMessagesAndSwatch) {
     SetColour(0xABFF8001);  // the high byte is not a component
     EXPECT_EQ(Colour(), 0x00FF8001u);
@@ -67,11 +71,9 @@ TEST_F(Color, ValueMessagesAndSwatch) {
     EXPECT_EQ(fktest::Capture(color_).at(kW - 5, kH / 2), RGB(1, 128, 255));
     SendMessageA(color_, WM_VSCROLL, SB_BOTTOM, reinterpret_cast<LPARAM>(Bar(0)));
     EXPECT_EQ(fktest::Capture(color_).at(kW - 5, kH / 2), RGB(255, 128, 255));
-    EXPECT_EQ(SendMessageA(color_, GXM_SETVALUE, 0, 0), 0);
-    EXPECT_EQ(SendMessageA(color_, GXM_GETVALUE, 0, 0), 0);
+    for (UINT msg : {GXM_SETVALUE, GXM_GETVALUE}) EXPECT_EQ(SendMessageA(color_, msg, 0, 0), 0);
     EXPECT_EQ(SendMessageA(color_, GXM_GETTYPE, 0, 0), 2);
     EXPECT_EQ(SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x8001);
-    // Each bar is painted with a brush of its own channel; a stranger's scroll bar gets the default one.
     HDC dc = GetDC(color_);
     auto brush = [&](HWND bar) { return SendMessageA(color_, WM_CTLCOLORSCROLLBAR, WPARAM(dc), LPARAM(bar)); };
     const LRESULT plain = DefWindowProcA(color_, WM_CTLCOLORSCROLLBAR, WPARAM(dc), LPARAM(color_.get()));
@@ -97,10 +99,85 @@ TEST_F(Color, ArrowKeysFocusAndPrt) {
     EXPECT_EQ(GetFocus(), Bar(1));
     ASSERT_FALSE(parent_.CommandCodes().empty());
     EXPECT_EQ(parent_.CommandCodes()[0], GXN_SETFOCUS);
-    SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(3)@prt"));
-    EXPECT_TRUE(IsWindowEnabled(color_)) << "the keyword is matched case-sensitively";
-    SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(3)@PRT"));
-    EXPECT_FALSE(IsWindowEnabled(color_));
+    for (auto [method, enabled] : {std::pair{"@LIMIT(3)@prt", true}, {"@LIMIT(3)@PRT", false}}) {  // case-sensitive
+        SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
+        EXPECT_EQ(IsWindowEnabled(color_) != FALSE, enabled) << method;
+    }
+}
+
+constexpr int kTickerWidth = 100, kPositionWord = 14;
+
+class Ticker : public ::testing::Test {
+protected:
+    fktest::UniqueWindow parent_ = fktest::MakeParent(nullptr, 300, 200);
+    fktest::UniqueWindow ticker_ = fktest::MakeChild(parent_, "gxTicker32", 0, 5, kTickerWidth, 24);
+};
+
+// The blank lead-in grows by the step to the client width; past lead-in and text, back to 0.
+TEST_F(Ticker, StepsAndWrapsByInterval) {
+    const struct { UINT interval; int step; } cases[] = {{0, 1}, {70, 1}, {71, 2}, {200, 2}, {201, 3}, {5000, 3}};
+    HDC dc = GetDC(ticker_);
+    SIZE blank{};
+    ReleaseDC(ticker_, (GetTextExtentPoint32A(dc, " ", 1, &blank), dc));
+    ASSERT_GT(blank.cx, 0);
+    for (const auto& c : cases) {
+        for (const char* text : {"", "News!"}) {
+            SetWindowTextA(ticker_, text);
+            SetWindowWord(ticker_, kPositionWord, 0);
+            SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, c.interval, 0);
+            SendMessageA(ticker_, GXM_TICKER_STOP, 1, 0);
+            int leadIn = 1;
+            while (leadIn * blank.cx < kTickerWidth) leadIn += c.step;
+            const int length = leadIn + static_cast<int>(std::strlen(text));
+            for (int i = 0, expected = 0; i < 3 * length; ++i) {
+                expected = (length <= expected ? 0 : expected) + c.step;
+                SendMessageA(ticker_, WM_TIMER, 99, 0);
+                ASSERT_EQ(GetWindowWord(ticker_, kPositionWord), expected) << c.interval << " '" << text << "' " << i;
+            }
+        }
+    }
+}
+
+// Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it.
+TEST_F(Ticker, TimerMessages) {
+    EXPECT_TRUE(KillTimer(ticker_, 99));
+    EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), 0);
+    SendMessageA(ticker_, GXM_TICKER_STOP, 0, 0);
+    EXPECT_TRUE(KillTimer(ticker_, 99));
+    SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, 150, 0);
+    EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), 150);
+    EXPECT_TRUE(KillTimer(ticker_, 99));
+    SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, 150, 0);
+    SendMessageA(ticker_, GXM_TICKER_STOP, 1, 0);
+    EXPECT_FALSE(KillTimer(ticker_, 99));
+}
+
+// Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, the limit comes from the method, fonts
+// come back 16-bit.
+TEST_F(Ticker, ValueTypeAndFontMessages) {
+    char buffer[200];
+    for (const std::string& text : {std::string("Markets up"), std::string(400, 'x')}) {
+        SendMessageA(ticker_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        std::memset(buffer, 0x55, sizeof buffer);
+        SendMessageA(ticker_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(buffer));
+        EXPECT_EQ(buffer, text.substr(0, 159));
+    }
+    for (UINT msg : {GXM_SETVALUE, GXM_GETVALUE}) EXPECT_EQ(SendMessageA(ticker_, msg, 0, 0), 0);
+    SetPropA(ticker_, "CLIENT", reinterpret_cast<HANDLE>(1));
+    SendMessageA(ticker_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("ignored"));
+    RemovePropA(ticker_, "CLIENT");
+    SendMessageA(ticker_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(buffer));
+    EXPECT_EQ(std::strlen(buffer), 159u);
+    for (auto [method, limit] : {std::pair{"", 80}, {"@AUTOTAB@LIMIT(12)", 12}}) {
+        LONG got = 0;
+        if (*method) SendMessageA(ticker_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
+        EXPECT_EQ(SendMessageA(ticker_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&got)), 4);
+        EXPECT_EQ(got, limit);
+    }
+    EXPECT_EQ(SendMessageA(ticker_, GXM_GETTYPE, 0, 0), 4);
+    HFONT font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
+    SendMessageA(ticker_, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
+    EXPECT_EQ(SendMessageA(ticker_, WM_GETFONT, 0, 0), static_cast<LRESULT>(reinterpret_cast<UINT_PTR>(font) & 0xFFFF));
 }
 
 }  // namespace
