@@ -15,6 +15,7 @@
 #include "links/hooks.h"
 #include "resources/design_ids.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/pump.h"
 
 namespace {
 
@@ -49,70 +50,6 @@ std::string Flags(int cls, DWORD style, UINT size = 400) {
     std::memset(out, '#', sizeof out);
     EXPECT_EQ(EntriesOf(cls).flags(style, out, size), 0u);
     return std::string(out, strnlen(out, sizeof out));
-}
-
-// Every class: its entries (exported but for gxLine32's), its Info block, and its Win32 record whose every style
-// name Flags gives back for the name's own bits.
-TEST(Design, EveryClassesEntriesInfoAndRecord) {
-    HMODULE dll = GetModuleHandleA(FK_DLL_NAME);
-    EXPECT_EQ(CustomControlInfoA(nullptr), 15u);
-    CCINFOA records[16];
-    std::memset(records, 0x5A, sizeof records);
-    ASSERT_EQ(CustomControlInfoA(records), 15u);
-    EXPECT_EQ(reinterpret_cast<const unsigned char*>(&records[15])[0], 0x5A);
-    CTLINFO infos[15];
-    for (int i = 0; i < 15; ++i) {
-        SCOPED_TRACE(kClasses[i].name);
-        const Entries e = EntriesOf(i);
-        ASSERT_TRUE(e.info && e.style && e.flags);
-        const std::string gx(kClasses[i].name, std::strlen(kClasses[i].name) - 2);
-        const bool exported = i != kLine;  // gxLine32's entries are internal
-        for (auto [entry, suffix] : {std::pair{FARPROC(e.info), "Info"}, {FARPROC(e.style), "Style"},
-                                     {FARPROC(e.flags), "Flags"}})
-            EXPECT_EQ(GetProcAddress(dll, (gx + suffix).c_str()) == entry, exported) << suffix;
-        EXPECT_EQ(GetProcAddress(dll, (gx + "DlgFn").c_str()) != nullptr, exported);
-        HGLOBAL block = e.info();
-        ASSERT_EQ(GlobalSize(block), sizeof(CTLINFO));  // 708 bytes from FLDKIT32.dll, 808 from FLDKIT64.dll
-        const CTLINFO& info = infos[i] = *static_cast<CTLINFO*>(GlobalLock(block));
-        GlobalUnlock(block), GlobalFree(block);
-        EXPECT_EQ(info.wVersion, 0u);
-        EXPECT_EQ(info.wCtlTypes, kClasses[i].types);
-        EXPECT_STREQ(info.szClass, kClasses[i].name);
-        for (UINT t = 0; t < FK_CTLTYPES; ++t) {
-            const CTLTYPE& type = info.Type[t];
-            BITMAP bm{};
-            if (t >= info.wCtlTypes) {
-                EXPECT_EQ(type.dwStyle | type.wWidth | reinterpret_cast<UINT_PTR>(type.hToolBit), 0u);
-                continue;
-            }
-            EXPECT_EQ(GetObjectA(type.hToolBit, sizeof bm, &bm), static_cast<int>(sizeof bm));
-            EXPECT_EQ(bm.bmWidth * 100 + bm.bmHeight, 2424);
-            DeleteObject(type.hToolBit);
-            EXPECT_TRUE(!type.hDropCurs && type.wWidth && type.wHeight && type.szDescr[0] && type.dwStyle & WS_VISIBLE);
-            for (UINT u = 0; u < t; ++u)  // an editor tells the types apart by the low word
-                EXPECT_NE(LOWORD(type.dwStyle), LOWORD(info.Type[u].dwStyle)) << "type " << t;
-        }
-        const CCINFOA& r = records[i];
-        EXPECT_STREQ(r.szClass, kClasses[i].name);
-        EXPECT_TRUE(r.cxDefault > 0 && r.flStyleDefault & WS_VISIBLE && r.lpfnStyle != nullptr);
-        EXPECT_NE(r.lpfnStyle, records[(i + 1) % 15].lpfnStyle);
-        ASSERT_EQ(r.cStyleFlags, kClasses[i].names);
-        for (int k = 0; k < r.cStyleFlags; ++k)
-            EXPECT_NE((Flags(i, r.aStyleFlags[k].flStyle) + " ").find(std::string(" | ") + r.aStyleFlags[k].pszStyle + " "),
-                      std::string::npos) << r.aStyleFlags[k].pszStyle;
-    }
-    // The defaults the entry fields are known by.
-    const struct { int cls; DWORD style; UINT size; const char* title; const char* descr; } fields[] = {
-        {kNumeric, 0x10810002, 4012, "Numeric Control", "Numeric values"},
-        {kReal, 0x10810004, 3012, "0", "Real numbers"},
-        {kCurrency, 0x10810002, 4012, "0", "Currency values"}};
-    for (const auto& f : fields) {
-        const CTLTYPE& type = infos[f.cls].Type[0];
-        EXPECT_EQ(type.dwStyle, f.style);
-        EXPECT_EQ(type.wWidth * 100u + type.wHeight, f.size);
-        EXPECT_STREQ(infos[f.cls].szTitle, f.title);
-        EXPECT_STREQ(type.szDescr, f.descr);
-    }
 }
 
 TEST(Design, FlagsOfCombinationsAndShortBuffers) {
@@ -213,18 +150,14 @@ UINT WINAPI GarbageName(UINT, LPSTR buffer, UINT size) { return std::memset(buff
 TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
     const auto identAndOk = [](std::string ident) {
         return [ident](HWND dlg) {
-            char shown[300] = {};
-            GetDlgItemTextA(dlg, IDC_FK_IDENT, shown, sizeof shown);
-            g_identShown = shown;
-            SetDlgItemTextA(dlg, IDC_FK_IDENT, ident.c_str());
-            Ok(dlg);
+            g_identShown = fktest::WindowText(GetDlgItem(dlg, IDC_FK_IDENT));
+            SetDlgItemTextA(dlg, IDC_FK_IDENT, ident.c_str()), Ok(dlg);
         };
     };
     const auto border = [](int item) {
         return [item](HWND dlg) {
             SendDlgItemMessageA(dlg, IDC_FK_BORDER, CB_SETCURSEL, item, 0);
-            SendMessageA(dlg, WM_COMMAND, MAKEWPARAM(IDC_FK_BORDER, CBN_SELCHANGE), 0);
-            Ok(dlg);
+            SendMessageA(dlg, WM_COMMAND, MAKEWPARAM(IDC_FK_BORDER, CBN_SELCHANGE), 0), Ok(dlg);
         };
     };
     const auto typed = [](HWND dlg) {  // typed over the whole names line
@@ -233,15 +166,8 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         Ok(dlg);
     };
     const DWORD field = 0x10810000, integer = field | NUM_INTEGER;
-    const struct {
-        const char* what;
-        int cls;
-        DWORD style;
-        LPFNSTRTOID strToId;
-        LPFNIDTOSTR idToStr;
-        std::function<void(HWND)> script;
-        const char* outcome;
-    } cases[] = {
+    const struct { const char* what; int cls; DWORD style; LPFNSTRTOID strToId; LPFNIDTOSTR idToStr;
+                   std::function<void(HWND)> script; const char* outcome; } cases[] = {
         {"box, name, text", kString, field, AcceptName, NameOf,
          [&](HWND dlg) { Check(dlg, 3), SetDlgItemTextA(dlg, IDC_FK_TEXT, "New"), identAndOk("IDC_NAME")(dlg); },
          "1 10810008 777 New [IDC_100] 0"},
@@ -311,29 +237,69 @@ BOOL WINAPI FakeHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
     return g_help.push_back(std::string(file) + " " + std::to_string(command) + " " + std::to_string(data)), TRUE;
 }
 
-// Every class's dialog has a button for each of its style names (borders
-// are in the list) and its Help button opens the help at the class's page.
-TEST_F(StyleDialogs, EveryClassesDialogAndHelp) {
-    CCINFOA records[15];
+// Every class: its entries (exported but for gxLine32's), its Info block, its Win32 record (whose every style name
+// Flags gives back for the name's own bits) and its style dialog, with a button for each style name (borders are
+// in the list) and a Help button that opens the help at the class's page.
+TEST_F(StyleDialogs, EveryClassesEntriesInfoRecordAndDialog) {
+    HMODULE dll = GetModuleHandleA(FK_DLL_NAME);
+    EXPECT_EQ(CustomControlInfoA(nullptr), 15u);
+    CCINFOA records[16];
+    std::memset(records, 0x5A, sizeof records);
     ASSERT_EQ(CustomControlInfoA(records), 15u);
+    EXPECT_EQ(reinterpret_cast<const unsigned char*>(&records[15])[0], 0x5A);
     const FkLinkHooks fakes{FakeHelp, nullptr, nullptr, nullptr, nullptr, nullptr};
     fkSetLinkHooks(&fakes);
     std::fclose(std::fopen("FLDKIT.HLP", "wb"));
+    CTLINFO infos[15];
     for (int i = 0; i < 15; ++i) {
         SCOPED_TRACE(kClasses[i].name);
-        g_help.clear();
+        const Entries e = EntriesOf(i);
+        ASSERT_TRUE(e.info && e.style && e.flags);
+        const std::string gx(kClasses[i].name, std::strlen(kClasses[i].name) - 2);
+        const bool exported = i != kLine;
+        for (auto [entry, suffix] : {std::pair{FARPROC(e.info), "Info"}, {FARPROC(e.style), "Style"},
+                                     {FARPROC(e.flags), "Flags"}})
+            EXPECT_EQ(GetProcAddress(dll, (gx + suffix).c_str()) == entry, exported) << suffix;
+        EXPECT_EQ(GetProcAddress(dll, (gx + "DlgFn").c_str()) != nullptr, exported);
+
+        HGLOBAL block = e.info();
+        ASSERT_EQ(GlobalSize(block), sizeof(CTLINFO));  // 708 bytes from FLDKIT32.dll, 808 from FLDKIT64.dll
+        const CTLINFO& info = infos[i] = *static_cast<CTLINFO*>(GlobalLock(block));
+        GlobalUnlock(block), GlobalFree(block);
+        EXPECT_EQ(info.wVersion * 100 + info.wCtlTypes, kClasses[i].types);
+        EXPECT_STREQ(info.szClass, kClasses[i].name);
+        for (UINT t = 0; t < FK_CTLTYPES; ++t) {
+            const CTLTYPE& type = info.Type[t];
+            BITMAP bm{};
+            if (t >= info.wCtlTypes) EXPECT_EQ(type.dwStyle | type.wWidth | reinterpret_cast<UINT_PTR>(type.hToolBit), 0u);
+            if (t >= info.wCtlTypes) continue;
+            EXPECT_EQ(GetObjectA(type.hToolBit, sizeof bm, &bm) ? bm.bmWidth * 100 + bm.bmHeight : 0, 2424);
+            DeleteObject(type.hToolBit);
+            EXPECT_TRUE(!type.hDropCurs && type.wWidth && type.wHeight && type.szDescr[0] && type.dwStyle & WS_VISIBLE);
+            for (UINT u = 0; u < t; ++u)  // an editor tells the types apart by the low word
+                EXPECT_NE(LOWORD(type.dwStyle), LOWORD(info.Type[u].dwStyle)) << "type " << t;
+        }
+
+        const CCINFOA& r = records[i];
+        EXPECT_STREQ(r.szClass, kClasses[i].name);
+        EXPECT_TRUE(r.cxDefault > 0 && r.flStyleDefault & WS_VISIBLE && r.lpfnStyle != nullptr);
+        EXPECT_NE(r.lpfnStyle, records[(i + 1) % 15].lpfnStyle);
+        ASSERT_EQ(r.cStyleFlags, kClasses[i].names);
         int missing = 0, borders = 0;
+        for (int k = 0; k < r.cStyleFlags; ++k) {
+            const std::string name = r.aStyleFlags[k].pszStyle;
+            EXPECT_NE((Flags(i, r.aStyleFlags[k].flStyle) + " ").find(" | " + name + " "), std::string::npos) << name;
+            borders += name.find("_3D") != std::string::npos;
+        }
         bool listEnabled = false;
+        g_help.clear();
         g_script = [&](HWND dlg) {
-            for (int k = 0; k < records[i].cStyleFlags; ++k) {
-                const bool border = std::strstr(records[i].aStyleFlags[k].pszStyle, "_3D") != nullptr;
-                borders += border;
-                missing += !border && GetDlgItem(dlg, IDC_FK_STYLE + k) == nullptr;
-            }
+            for (int k = 0; k < r.cStyleFlags; ++k)
+                missing += !std::strstr(r.aStyleFlags[k].pszStyle, "_3D") && !GetDlgItem(dlg, IDC_FK_STYLE + k);
             listEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_FK_BORDER));
             PostMessageA(dlg, WM_COMMAND, IDHELP, 0);
         };
-        HGLOBAL block = Block(i, 0);
+        block = Block(i, 0);
         EXPECT_FALSE(Style(i, block));
         GlobalFree(block);
         EXPECT_EQ(g_dialogs, i + 1);
@@ -344,6 +310,17 @@ TEST_F(StyleDialogs, EveryClassesDialogAndHelp) {
     DeleteFileA("FLDKIT.HLP");
     fkSetLinkHooks(nullptr);
     EXPECT_TRUE(boxes_.boxes().empty());
+    // The defaults the entry fields are known by.
+    const struct { int cls; DWORD style; UINT size; const char* title; const char* descr; } fields[] = {
+        {kNumeric, 0x10810002, 4012, "Numeric Control", "Numeric values"},
+        {kReal, 0x10810004, 3012, "0", "Real numbers"},
+        {kCurrency, 0x10810002, 4012, "0", "Currency values"}};
+    for (const auto& f : fields) {
+        const CTLTYPE& type = infos[f.cls].Type[0];
+        EXPECT_EQ(type.dwStyle, f.style);
+        EXPECT_EQ(type.wWidth * 100u + type.wHeight, f.size);
+        EXPECT_EQ(std::string(infos[f.cls].szTitle) + "|" + type.szDescr, std::string(f.title) + "|" + f.descr);
+    }
 }
 
 }  // namespace
