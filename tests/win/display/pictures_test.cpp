@@ -48,18 +48,28 @@ struct QuadFiles {
     TempFile top{"top.bmp", Bmp(kQuadW, -kQuadH, 24, 0, {}, Rows(kQuadW, kQuadH, 24, true, QuadrantRgb))};
 };
 
-TEST(Bitmap, DrawsEachFormPlacedByItsStyle) {
-    QuadFiles files;
-    auto parent = MakeParent(nullptr, 200, 120);
+// A parent for pictures, and the pictures above.
+class Pictures : public ::testing::Test {
+protected:
+    UniqueWindow Make(const char* cls, DWORD style, int w, int h, const std::string& method) {
+        auto control = MakeChild(parent_, cls, style, 7, w, h);
+        SetMethod(control, method);
+        return control;
+    }
+    QuadFiles files_;
+    UniqueWindow parent_ = MakeParent(nullptr, 200, 120);
+};
+
+TEST_F(Pictures, BitmapsDrawEachFormPlacedByTheirStyle) {
+    const QuadFiles& files = files_;
     const struct { const char* path; DWORD style; int w, h; int scale; int x0, y0; } cases[] = {
         {files.four.path(), 0, 30, 20, 1, 0, 0},          {files.rle.path(), 0, 30, 20, 1, 0, 0},
         {files.top.path(), 0, 30, 20, 1, 0, 0},           {files.rle.path(), BMP_STRETCH, 16, 12, 2, 0, 0},
         {files.top.path(), BMP_CENTER, 20, 10, 1, 6, 2},  {files.four.path(), BMP_SIZETOFIT, 50, 50, 1, 0, 0},
     };
     for (const auto& c : cases) {
-        auto bitmap = MakeChild(parent, "gxBitmap32", c.style, 7, c.w, c.h);
-        SetMethod(bitmap, std::string("@BITMAP(") + c.path + ")");
-        PaintNow(parent);
+        auto bitmap = Make("gxBitmap32", c.style, c.w, c.h, std::string("@BITMAP(") + c.path + ")");
+        PaintNow(parent_);
         Capture pixels(bitmap);
         if (c.style & BMP_SIZETOFIT) EXPECT_TRUE(pixels.w == kQuadW && pixels.h == kQuadH) << pixels.w << "x" << pixels.h;
         for (int y = 0; y < kQuadH * c.scale; ++y)
@@ -71,18 +81,15 @@ TEST(Bitmap, DrawsEachFormPlacedByItsStyle) {
 }
 
 // "@INVERT" inverts the picture while the button is down over it, and only then.
-TEST(Bitmap, InvertsWhilePressedAndGivesItsNameAsText) {
-    QuadFiles files;
-    auto parent = MakeParent(nullptr, 200, 120);
-    auto bitmap = MakeChild(parent, "gxBitmap32", 0, 7, 20, 20);
-    SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files.four.path() + ")");
+TEST_F(Pictures, BitmapsInvertWhilePressedAndGiveTheirNameAsText) {
+    auto bitmap = Make("gxBitmap32", 0, 20, 20, std::string("@INVERT@BITMAP(") + files_.four.path() + ")");
     const struct { UINT msg; LPARAM at; COLORREF want; } steps[] = {
         {WM_LBUTTONDOWN, MAKELPARAM(1, 1), RGB(0, 255, 255)}, {WM_MOUSEMOVE, MAKELPARAM(90, 90), RGB(255, 0, 0)},
         {WM_MOUSEMOVE, MAKELPARAM(2, 2), RGB(0, 255, 255)},   {WM_LBUTTONUP, MAKELPARAM(2, 2), RGB(255, 0, 0)},
     };
     for (const auto& s : steps) {
         SendMessageA(bitmap, s.msg, MK_LBUTTON, s.at);
-        PaintNow(parent);
+        PaintNow(parent_);
         EXPECT_EQ(Capture(bitmap).at(0, 0), s.want) << std::hex << s.msg;
     }
     LONG size = 0;
@@ -90,39 +97,35 @@ TEST(Bitmap, InvertsWhilePressedAndGivesItsNameAsText) {
     EXPECT_EQ(size, MAX_PATH);
 }
 
-TEST(Icon, DrawsTheImageThatFitsTheControlBest) {
+TEST_F(Pictures, IconsDrawTheImageThatFitsTheControlBest) {
     TempFile ico("three.ico", Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}}));
-    auto parent = MakeParent(nullptr, 200, 120);
     for (auto [side, want] : {std::pair{32, 0x0000FFu}, {40, 0x0000FFu}, {48, 0x00FF00u}, {20, 0xFF0000u}}) {
-        auto icon = MakeChild(parent, "gxIcon32", ICON_STRETCH, 7, side, side);
-        SetMethod(icon, std::string("@ICON(") + ico.path() + ")");
-        PaintNow(parent);
+        auto icon = Make("gxIcon32", ICON_STRETCH, side, side, std::string("@ICON(") + ico.path() + ")");
+        PaintNow(parent_);
         Capture pixels(icon);
         EXPECT_TRUE(pixels.at(side / 2, side / 2) == Colour(want) && pixels.at(side - 1, side - 1) == Colour(want)) << side;
         EXPECT_EQ(Value(icon), ico.path());
     }
 }
 
-TEST(Dib, ServicesReadGoodFilesAndRefuseTheRest) {
-    QuadFiles files;
+TEST_F(Pictures, DibServicesReadGoodFilesAndRefuseTheRest) {
+    const QuadFiles& files = files_;
     Bytes good = Bmp(kQuadW, kQuadH, 4, 0, kQuadColours, Rows(kQuadW, kQuadH, 4, false, Quadrant));
     TempFile truncated("cut.bmp", Bytes(good.begin(), good.end() - 3));
     TempFile text("text.bmp", std::string("not a picture\n"));
     TempFile huge("huge.bmp", [&] { Bytes b = good; b[18] = b[22] = 0xA0, b[19] = b[23] = 0x86, b[20] = b[24] = 1; return b; }());
+    struct { WORD version, count; PALETTEENTRY entries[2]; } grey{0x300, 2, {{0, 0, 0, 0}, {128, 128, 128, 0}}};
+    HPALETTE palette = CreatePalette(reinterpret_cast<LOGPALETTE*>(&grey));
     for (const char* path : {files.four.path(), files.rle.path(), files.top.path()}) {
         HGLOBAL dib = twOpenDib(path);
-        ASSERT_NE(dib, nullptr) << path;
-        struct { WORD version, count; PALETTEENTRY entries[2]; } grey{0x300, 2, {{0, 0, 0, 0}, {128, 128, 128, 0}}};
-        HPALETTE palette = CreatePalette(reinterpret_cast<LOGPALETTE*>(&grey));
-        HBITMAP bitmap = twBitmapFromDib(dib, palette);
-        DeleteObject(palette);
-        BITMAP info{};
-        EXPECT_TRUE(bitmap && GetObjectA(bitmap, sizeof info, &info) && info.bmWidth == kQuadW && info.bmHeight == kQuadH) << path;
-        DeleteObject(bitmap), GlobalFree(dib);
-        bitmap = twLoadDIBitmap(nullptr, path);
-        EXPECT_NE(bitmap, nullptr) << path;
-        DeleteObject(bitmap);
+        for (HBITMAP bitmap : {twBitmapFromDib(dib, palette), twLoadDIBitmap(nullptr, path)}) {
+            BITMAP info{};
+            EXPECT_TRUE(GetObjectA(bitmap, sizeof info, &info) && info.bmWidth == kQuadW && info.bmHeight == kQuadH) << path;
+            DeleteObject(bitmap);
+        }
+        GlobalFree(dib);
     }
+    DeleteObject(palette);
     for (const char* path : {truncated.path(), text.path(), huge.path(), "Z:\\no\\such\\file.bmp", ""}) {
         EXPECT_EQ(twOpenDib(path), nullptr) << path;
         EXPECT_EQ(twLoadDIBitmap(nullptr, path), nullptr) << path;
@@ -141,10 +144,9 @@ std::vector<std::string> g_started;
 UINT WINAPI FakeExec(LPCSTR command, UINT) { return g_started.push_back(command), 33; }
 
 // A double click starts "@PROG"; with "@ONECLICK" every click does.
-TEST(Bitmap, ClicksStartTheProgramThroughTwExecProgram) {
+TEST_F(Pictures, ClicksStartTheProgramThroughTwExecProgram) {
     const FkLinkHooks fakes{nullptr, FakeExec, nullptr, nullptr, nullptr, nullptr};
     fkSetLinkHooks(&fakes);
-    auto parent = MakeParent(nullptr, 200, 120);
     const std::string prog = "@PROG(notepad.exe)@CMDLINE(a.txt)";
     const struct { std::string method; UINT second; size_t started; } cases[] = {
         {prog, WM_LBUTTONDBLCLK, 1}, {prog, WM_LBUTTONDOWN, 0}, {prog + "@ONECLICK", WM_LBUTTONDOWN, 2},
@@ -152,8 +154,7 @@ TEST(Bitmap, ClicksStartTheProgramThroughTwExecProgram) {
     };
     for (const auto& c : cases) {
         g_started.clear();
-        auto bitmap = MakeChild(parent, "gxBitmap32", 0, 7, 20, 20);
-        SetMethod(bitmap, c.method);
+        auto bitmap = Make("gxBitmap32", 0, 20, 20, c.method);
         for (UINT msg : {UINT(WM_LBUTTONDOWN), UINT(WM_LBUTTONUP), c.second, UINT(WM_LBUTTONUP)})
             SendMessageA(bitmap, msg, msg == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(3, 3));
         EXPECT_EQ(g_started, std::vector<std::string>(c.started, "notepad.exe a.txt")) << c.method;
@@ -187,13 +188,10 @@ LRESULT DropData(HWND target, const std::string& text) {
 
 // A file name dropped from a field or from the shell becomes the picture; a name that is no picture is refused
 // and the picture stays. Without "@DROPTARG" nothing is taken.
-TEST(Bitmap, ADroppedFileBecomesThePicture) {
-    QuadFiles files;
+TEST_F(Pictures, ADroppedFileBecomesThePicture) {
     TempFile text("words.bmp", std::string("words"));
-    auto parent = MakeParent(nullptr, 200, 120);
-    auto bitmap = MakeChild(parent, "gxBitmap32", 0, 7, 20, 20);
-    SetMethod(bitmap, "@DROPTARG");
-    const std::string first = files.four.path(), second = files.top.path();
+    auto bitmap = Make("gxBitmap32", 0, 20, 20, "@DROPTARG");
+    const std::string first = files_.four.path(), second = files_.top.path();
     HGLOBAL drag = DragBlock(" " + first + "\nsecond line");
     EXPECT_NE(SendMessageA(bitmap, GXM_DRAGQUERY, 0, reinterpret_cast<LPARAM>(drag)), 0);
     GlobalFree(drag);
@@ -202,7 +200,7 @@ TEST(Bitmap, ADroppedFileBecomesThePicture) {
     char method[300] = {};
     SendMessageA(bitmap, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(method));
     EXPECT_EQ(std::string(method), "@DROPTARG@BITMAP(" + first + ")");
-    PaintNow(parent);
+    PaintNow(parent_);
     EXPECT_EQ(Capture(bitmap).at(kQuadW - 1, kQuadH - 1), RGB(255, 255, 255));
     SendMessageA(bitmap, WM_DROPFILES, reinterpret_cast<WPARAM>(ShellDrop(second)), 0);
     EXPECT_EQ(Value(bitmap), second);
@@ -218,40 +216,32 @@ TEST(Bitmap, ADroppedFileBecomesThePicture) {
 
 // A picture with "@DRAGSRC" drags its file name; dropped on a picture that takes drops, the name becomes that
 // one's picture too.
-TEST(Bitmap, DragsItsNameToAnotherPicture) {
-    QuadFiles files;
-    auto parent = MakeParent(nullptr, 200, 120);
-    auto source = MakeChild(parent, "gxBitmap32", 0, 7, 20, 20);
-    UniqueWindow target(CreateWindowExA(0, "gxBitmap32", "", WS_CHILD | WS_VISIBLE, 100, 10, 20, 20, parent, nullptr,
+TEST_F(Pictures, DragTheirNameToAnotherPicture) {
+    auto source = Make("gxBitmap32", 0, 20, 20, std::string("@DRAGSRC@BITMAP(") + files_.rle.path() + ")");
+    UniqueWindow target(CreateWindowExA(0, "gxBitmap32", "", WS_CHILD | WS_VISIBLE, 100, 10, 20, 20, parent_, nullptr,
                                         GetModuleHandleA(nullptr), nullptr));
-    SetMethod(source, std::string("@DRAGSRC@BITMAP(") + files.rle.path() + ")");
     SetMethod(target, "@DROPTARG");
-    PaintNow(parent);
+    PaintNow(parent_);
     DragOnto(source, {2, 2}, target);
-    EXPECT_EQ(Value(target) + "|" + Value(source), std::string(files.rle.path()) + "|" + files.rle.path());
+    EXPECT_EQ(Value(target) + "|" + Value(source), std::string(files_.rle.path()) + "|" + files_.rle.path());
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
 // Every bitmap, icon, device context and block the controls make goes with them: pictures replaced, pressed,
 // painted in every state, then destroyed.
-TEST(Pictures, LeaveNothingBehind) {
-    QuadFiles files;
+TEST_F(Pictures, LeaveNothingBehind) {
     TempFile ico("leak.ico", Ico({{16, 0xFF0000}, {32, 0x0000FF}}));
-    auto parent = MakeParent(nullptr, 200, 120);
     auto round = [&] {
-        auto bitmap = MakeChild(parent, "gxBitmap32", BMP_STRETCH, 7, 20, 20);
-        auto icon = MakeChild(parent, "gxIcon32", 0, 8, 32, 32);
-        auto button = MakeChild(parent, "gxButton32", BTN_PUSH, 9, 20, 20);
-        SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files.four.path() + ")");
-        SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files.rle.path() + ")");
-        SetMethod(icon, std::string("@ICON(") + ico.path() + ")");
-        SetMethod(button, std::string("@BITMAP(") + files.top.path() + ")");
+        auto bitmap = Make("gxBitmap32", BMP_STRETCH, 20, 20, std::string("@INVERT@BITMAP(") + files_.four.path() + ")");
+        auto icon = Make("gxIcon32", 0, 32, 32, std::string("@ICON(") + ico.path() + ")");
+        auto button = Make("gxButton32", BTN_PUSH, 20, 20, std::string("@BITMAP(") + files_.top.path() + ")");
+        SetMethod(bitmap, std::string("@INVERT@BITMAP(") + files_.rle.path() + ")");
         SendMessageA(bitmap, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
         SendMessageA(button, BM_SETSTATE, TRUE, 0);
-        PaintNow(parent);
+        PaintNow(parent_);
         SendMessageA(bitmap, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
         EnableWindow(button, FALSE);
-        PaintNow(parent);
+        PaintNow(parent_);
     };
     round();
     const ResourceFigures before = TakeResourceFigures();
@@ -279,14 +269,10 @@ std::vector<std::pair<WPARAM, bool>> Commands(const char* cls, DWORD style, cons
 // Enter presses a default button outside a dialog (a dialog presses its default itself).
 TEST(Button, GivesThePushButtonsCommandSequence) {
     const struct { const char* name; std::vector<Input> inputs; } cases[] = {
-        {"click", {kDown, kUp}},
-        {"out and back", {kDown, kOut, {WM_MOUSEMOVE, MK_LBUTTON, 6, 6}, kUp}},
-        {"out and released", {kDown, kOut, kUpOutside}},
-        {"fast second click", {kDown, kUp, kDown, kUp}},
-        {"space", {kSpaceDown, kSpaceUp}},
-        {"space held, repeats", {kSpaceDown, {WM_KEYDOWN, VK_SPACE, 0, 0}, kSpaceUp}},
-        {"up without down", {kUp, kSpaceUp}},
-    };
+        {"click", {kDown, kUp}}, {"out and back", {kDown, kOut, {WM_MOUSEMOVE, MK_LBUTTON, 6, 6}, kUp}},
+        {"out and released", {kDown, kOut, kUpOutside}}, {"fast second click", {kDown, kUp, kDown, kUp}},
+        {"space", {kSpaceDown, kSpaceUp}}, {"space held, repeats", {kSpaceDown, {WM_KEYDOWN, VK_SPACE, 0, 0}, kSpaceUp}},
+        {"up without down", {kUp, kSpaceUp}}};
     for (const auto& c : cases) {
         const auto system = Commands("button", BS_PUSHBUTTON, c.inputs);
         EXPECT_EQ(Commands("gxButton32", BTN_PUSH, c.inputs), system) << c.name;
@@ -320,15 +306,10 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
     auto toggle = MakeChild(parent, "gxButton32", BTN_TOOLBAR | BTN_TOGGLE, 7, 40, 24);
     auto push = MakeChild(parent, "gxButton32", BTN_PUSH, 8, 40, 24);
     const struct { HWND h; UINT msg; WPARAM wp; LRESULT check; LRESULT state; } steps[] = {
-        {toggle, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED},
-        {toggle, WM_LBUTTONUP, 0, 1, BST_CHECKED},
-        {toggle, BM_CLICK, 0, 0, 0},
-        {toggle, BM_SETCHECK, BST_CHECKED, 1, BST_CHECKED},
-        {toggle, BM_SETSTATE, TRUE, 1, BST_CHECKED | BST_PUSHED},
-        {push, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED | BST_FOCUS},
-        {push, WM_LBUTTONUP, 0, 0, BST_FOCUS},
-        {push, BM_SETCHECK, BST_CHECKED, 0, BST_FOCUS},
-    };
+        {toggle, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED}, {toggle, WM_LBUTTONUP, 0, 1, BST_CHECKED},
+        {toggle, BM_CLICK, 0, 0, 0}, {toggle, BM_SETCHECK, BST_CHECKED, 1, BST_CHECKED},
+        {toggle, BM_SETSTATE, TRUE, 1, BST_CHECKED | BST_PUSHED}, {push, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED | BST_FOCUS},
+        {push, WM_LBUTTONUP, 0, 0, BST_FOCUS}, {push, BM_SETCHECK, BST_CHECKED, 0, BST_FOCUS}};
     for (const auto& s : steps) {
         SendMessageA(s.h, s.msg, s.wp, MAKELPARAM(3, 3));
         EXPECT_EQ(SendMessageA(s.h, BM_GETCHECK, 0, 0), s.check) << std::hex << s.msg;
@@ -347,43 +328,34 @@ Bytes Strip(int width, const std::function<uint32_t(int)>& colour) {
     return Bmp(width, 8, 24, 0, {}, Rows(width, 8, 24, false, [&](int x, int) { return colour(x); }));
 }
 
-TEST(Button, DrawsEachStateFromItsImage) {
+TEST_F(Pictures, ButtonsDrawEachStateFromTheirImage) {
     // Four images (up red, down green, focused blue, disabled yellow); two (up red, down green); a picture whose
     // width is no multiple of its height: the up image alone.
     TempFile strip("strip.bmp", Strip(32, [](int x) { return std::vector<uint32_t>{0xFF0000, 0xFF00, 0xFF, 0xFFFF00}[x / 8]; }));
     TempFile two("two.bmp", Strip(16, [](int x) { return x < 8 ? 0xFF0000u : 0x00FF00u; }));
     TempFile odd("odd.bmp", Strip(20, [](int x) { return x < 12 ? 0xFF0000u : 0x00FF00u; }));
     TempFile single("single.bmp", Strip(8, [](int) { return 0xFF0000u; }));
-    auto parent = MakeParent(nullptr, 200, 120);
     const COLORREF face = GetSysColor(COLOR_BTNFACE), red = RGB(255, 0, 0), green = RGB(0, 255, 0);
     enum Act { kNone, kPush, kFocus, kDisable, kCheck };
     const struct { const char* file; DWORD style; Act act; POINT at; COLORREF want; } cases[] = {
-        {strip.path(), BTN_PUSH, kNone, {4, 4}, red},
-        {strip.path(), BTN_PUSH, kPush, {4, 4}, green},
-        {strip.path(), BTN_PUSH, kFocus, {4, 4}, RGB(0, 0, 255)},
-        {strip.path(), BTN_PUSH, kDisable, {4, 4}, RGB(255, 255, 0)},
-        {strip.path(), BTN_PUSH | BTN_TOGGLE, kCheck, {4, 4}, green},
-        {strip.path(), BTN_TOOLBAR, kFocus, {4, 4}, red},
+        {strip.path(), BTN_PUSH, kNone, {4, 4}, red}, {strip.path(), BTN_PUSH, kPush, {4, 4}, green},
+        {strip.path(), BTN_PUSH, kFocus, {4, 4}, RGB(0, 0, 255)}, {strip.path(), BTN_PUSH, kDisable, {4, 4}, RGB(255, 255, 0)},
+        {strip.path(), BTN_PUSH | BTN_TOGGLE, kCheck, {4, 4}, green}, {strip.path(), BTN_TOOLBAR, kFocus, {4, 4}, red},
         // Made from the up image: pressed it moves one pixel; disabled it is no longer red.
-        {single.path(), BTN_PUSH, kPush, {0, 0}, face},
-        {single.path(), BTN_PUSH, kPush, {7, 7}, red},
-        {single.path(), BTN_PUSH, kNone, {0, 0}, red},
-        {two.path(), BTN_PUSH, kPush, {4, 4}, green},
-        {odd.path(), BTN_PUSH, kPush, {4, 4}, red},
-    };
+        {single.path(), BTN_PUSH, kPush, {0, 0}, face}, {single.path(), BTN_PUSH, kPush, {7, 7}, red},
+        {single.path(), BTN_PUSH, kNone, {0, 0}, red}, {two.path(), BTN_PUSH, kPush, {4, 4}, green},
+        {odd.path(), BTN_PUSH, kPush, {4, 4}, red}};
     for (const auto& c : cases) {
-        auto button = MakeChild(parent, "gxButton32", c.style, 7, 8, 8);
-        SetMethod(button, std::string("@BITMAP(") + c.file + ")");
+        auto button = Make("gxButton32", c.style, 8, 8, std::string("@BITMAP(") + c.file + ")");
         if (c.act == kPush) SendMessageA(button, BM_SETSTATE, TRUE, 0);
         if (c.act == kFocus) SetFocus(button);
         if (c.act == kDisable) EnableWindow(button, FALSE);
         if (c.act == kCheck) SendMessageA(button, BM_SETCHECK, BST_CHECKED, 0);
-        PaintNow(parent);
+        PaintNow(parent_);
         EXPECT_EQ(Capture(button).at(c.at.x, c.at.y), c.want) << c.file << " style " << c.style << " act " << c.act;
     }
-    auto disabled = MakeChild(parent, "gxButton32", WS_DISABLED, 7, 8, 8);
-    SetMethod(disabled, std::string("@BITMAP(") + single.path() + ")");
-    PaintNow(parent);
+    auto disabled = Make("gxButton32", WS_DISABLED, 8, 8, std::string("@BITMAP(") + single.path() + ")");
+    PaintNow(parent_);
     Capture pixels(disabled);
     for (int i = 0; i < 64; ++i) ASSERT_NE(pixels.at(i % 8, i / 8), red) << "the drawn disabled image at " << i;
 }
