@@ -152,10 +152,11 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
             SendMessageA(dlg, WM_COMMAND, MAKEWPARAM(IDC_FK_BORDER, CBN_SELCHANGE), 0), Ok(dlg);
         };
     };
-    const auto typed = [](HWND dlg) {  // typed over the whole names line
-        SendDlgItemMessageA(dlg, IDC_FK_FLAGS, EM_SETSEL, 0, -1);
-        SendDlgItemMessageA(dlg, IDC_FK_FLAGS, EM_REPLACESEL, TRUE, LPARAM("DATE_MMDDYYYY | date_3d3"));
-        Ok(dlg);
+    const auto typed = [](const char* names) {  // typed over the whole names line
+        return [names](HWND dlg) {
+            SendDlgItemMessageA(dlg, IDC_FK_FLAGS, EM_SETSEL, 0, -1);
+            SendDlgItemMessageA(dlg, IDC_FK_FLAGS, EM_REPLACESEL, TRUE, LPARAM(names)), Ok(dlg);
+        };
     };
     const DWORD field = 0x10810000, integer = field | NUM_INTEGER;
     const struct { const char* what; int cls; DWORD style; LPFNSTRTOID strToId; LPFNIDTOSTR idToStr;
@@ -172,7 +173,10 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         {"border list", kNumeric, integer | NUM_3D1, nullptr, nullptr, border(4), "1 10810802 100 Old [] 0"},  // "Shadow"
         {"border list, last", kNumeric, integer | NUM_3D1, nullptr, nullptr, border(5), "1 10814002 100 Old [] 0"},
         {"border list, none", kNumeric, integer | NUM_3D1, nullptr, nullptr, border(0), "1 10810002 100 Old [] 0"},
-        {"names typed", kDate, field | DATE_DEFAULT | DATE_CHAR, nullptr, nullptr, typed, "1 10810303 100 Old [] 0"},
+        {"names typed", kDate, field | DATE_DEFAULT | DATE_CHAR, nullptr, nullptr, typed("DATE_MMDDYYYY | date_3d3"),
+         "1 10810303 100 Old [] 0"},
+        {"a name with another's as its start", kCurrency, field | CURR_DOUBLE, nullptr, nullptr, typed("CURR_LONGDOUBLE"),
+         "1 10810008 100 Old [] 0"},
         {"garbage callbacks, 1000 characters", kString, field, GarbageId, GarbageName,
          [](HWND dlg) { SetDlgItemTextA(dlg, IDC_FK_IDENT, std::string(1000, 'N').c_str()), Ok(dlg); },
          "1 10810000 65535 Old [] 0"},

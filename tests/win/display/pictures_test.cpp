@@ -309,6 +309,7 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
         {toggle, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED}, {toggle, WM_LBUTTONUP, 0, 1, BST_CHECKED},
         {toggle, BM_CLICK, 0, 0, 0}, {toggle, BM_SETCHECK, BST_CHECKED, 1, BST_CHECKED},
         {toggle, BM_SETSTATE, TRUE, 1, BST_CHECKED | BST_PUSHED}, {push, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED | BST_FOCUS},
+        {push, WM_CAPTURECHANGED, 0, 0, BST_FOCUS},  // another window took the mouse: released, no click
         {push, WM_LBUTTONUP, 0, 0, BST_FOCUS}, {push, BM_SETCHECK, BST_CHECKED, 0, BST_FOCUS}};
     for (const auto& s : steps) {
         SendMessageA(s.h, s.msg, s.wp, MAKELPARAM(3, 3));
