@@ -6,8 +6,10 @@
 #include <cstring>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/win/display/pixels.h"
 
@@ -18,11 +20,7 @@ constexpr int kW = 280, kH = 168;
 class Color : public ::testing::Test {
 protected:
     HWND Bar(int i) { return GetDlgItem(color_, i); }
-    std::string Label(int id) {
-        char text[32] = "";
-        GetWindowTextA(GetDlgItem(color_, id), text, sizeof text);
-        return text;
-    }
+    std::string Label(int id) { return fktest::WindowText(GetDlgItem(color_, id)); }
     void SetColour(DWORD rgb) { SendMessageA(color_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(&rgb)); }
     DWORD Colour() {
         DWORD rgb = 0xDEADBEEF;
@@ -138,18 +136,17 @@ TEST_F(Ticker, StepsAndWrapsByInterval) {
     }
 }
 
-// Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it.
+// Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it. Each row's messages
+// go to a ticker whose timer was killed after the row before.
 TEST_F(Ticker, TimerMessages) {
-    EXPECT_TRUE(KillTimer(ticker_, 99));
-    EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), 0);
-    SendMessageA(ticker_, GXM_TICKER_STOP, 0, 0);
-    EXPECT_TRUE(KillTimer(ticker_, 99));
-    SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, 150, 0);
-    EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), 150);
-    EXPECT_TRUE(KillTimer(ticker_, 99));
-    SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, 150, 0);
-    SendMessageA(ticker_, GXM_TICKER_STOP, 1, 0);
-    EXPECT_FALSE(KillTimer(ticker_, 99));
+    const struct { std::vector<std::pair<UINT, WPARAM>> sent; bool running; LRESULT interval; } rows[] = {
+        {{}, true, 0}, {{{GXM_TICKER_STOP, 0}}, true, 0}, {{{GXM_TICKER_SETINTERVAL, 150}}, true, 150},
+        {{{GXM_TICKER_SETINTERVAL, 150}, {GXM_TICKER_STOP, 1}}, false, 150}};
+    for (const auto& r : rows) {
+        for (auto [msg, wp] : r.sent) SendMessageA(ticker_, msg, wp, 0);
+        EXPECT_EQ(KillTimer(ticker_, 99) != FALSE, r.running) << r.sent.size();
+        EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), r.interval);
+    }
 }
 
 // Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, the limit comes from the method, fonts

@@ -103,7 +103,7 @@ TEST_F(Pictures, IconsDrawTheImageThatFitsTheControlBest) {
         auto icon = Make("gxIcon32", ICON_STRETCH, side, side, std::string("@ICON(") + ico.path() + ")");
         PaintNow(parent_);
         Capture pixels(icon);
-        EXPECT_TRUE(pixels.at(side / 2, side / 2) == Colour(want) && pixels.at(side - 1, side - 1) == Colour(want)) << side;
+        for (int at : {side / 2, side - 1}) EXPECT_EQ(pixels.at(at, at), Colour(want)) << side << " at " << at;
         EXPECT_EQ(Value(icon), ico.path());
     }
 }
@@ -113,20 +113,23 @@ TEST_F(Pictures, DibServicesReadGoodFilesAndRefuseTheRest) {
     Bytes good = Bmp(kQuadW, kQuadH, 4, 0, kQuadColours, Rows(kQuadW, kQuadH, 4, false, Quadrant));
     TempFile truncated("cut.bmp", Bytes(good.begin(), good.end() - 3));
     TempFile text("text.bmp", std::string("not a picture\n"));
-    TempFile huge("huge.bmp", [&] { Bytes b = good; b[18] = b[22] = 0xA0, b[19] = b[23] = 0x86, b[20] = b[24] = 1; return b; }());
+    Bytes huge = good;  // 100,000 pixels a side
+    huge[18] = huge[22] = 0xA0, huge[19] = huge[23] = 0x86, huge[20] = huge[24] = 1;
+    TempFile hugeFile("huge.bmp", huge);
     struct { WORD version, count; PALETTEENTRY entries[2]; } grey{0x300, 2, {{0, 0, 0, 0}, {128, 128, 128, 0}}};
     HPALETTE palette = CreatePalette(reinterpret_cast<LOGPALETTE*>(&grey));
     for (const char* path : {files.four.path(), files.rle.path(), files.top.path()}) {
         HGLOBAL dib = twOpenDib(path);
         for (HBITMAP bitmap : {twBitmapFromDib(dib, palette), twLoadDIBitmap(nullptr, path)}) {
             BITMAP info{};
-            EXPECT_TRUE(GetObjectA(bitmap, sizeof info, &info) && info.bmWidth == kQuadW && info.bmHeight == kQuadH) << path;
+            const int got = GetObjectA(bitmap, sizeof info, &info) ? info.bmWidth * 100 + info.bmHeight : 0;
+            EXPECT_EQ(got, kQuadW * 100 + kQuadH) << path;
             DeleteObject(bitmap);
         }
         GlobalFree(dib);
     }
     DeleteObject(palette);
-    for (const char* path : {truncated.path(), text.path(), huge.path(), "Z:\\no\\such\\file.bmp", ""}) {
+    for (const char* path : {truncated.path(), text.path(), hugeFile.path(), "Z:\\no\\such\\file.bmp", ""}) {
         EXPECT_EQ(twOpenDib(path), nullptr) << path;
         EXPECT_EQ(twLoadDIBitmap(nullptr, path), nullptr) << path;
     }
@@ -308,7 +311,8 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
     const struct { HWND h; UINT msg; WPARAM wp; LRESULT check; LRESULT state; } steps[] = {
         {toggle, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED}, {toggle, WM_LBUTTONUP, 0, 1, BST_CHECKED},
         {toggle, BM_CLICK, 0, 0, 0}, {toggle, BM_SETCHECK, BST_CHECKED, 1, BST_CHECKED},
-        {toggle, BM_SETSTATE, TRUE, 1, BST_CHECKED | BST_PUSHED}, {push, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED | BST_FOCUS},
+        {toggle, BM_SETSTATE, TRUE, 1, BST_CHECKED | BST_PUSHED},
+        {push, WM_LBUTTONDOWN, MK_LBUTTON, 0, BST_PUSHED | BST_FOCUS},
         {push, WM_CAPTURECHANGED, 0, 0, BST_FOCUS},  // another window took the mouse: released, no click
         {push, WM_LBUTTONUP, 0, 0, BST_FOCUS}, {push, BM_SETCHECK, BST_CHECKED, 0, BST_FOCUS}};
     for (const auto& s : steps) {
@@ -332,7 +336,8 @@ Bytes Strip(int width, const std::function<uint32_t(int)>& colour) {
 TEST_F(Pictures, ButtonsDrawEachStateFromTheirImage) {
     // Four images (up red, down green, focused blue, disabled yellow); two (up red, down green); a picture whose
     // width is no multiple of its height: the up image alone.
-    TempFile strip("strip.bmp", Strip(32, [](int x) { return std::vector<uint32_t>{0xFF0000, 0xFF00, 0xFF, 0xFFFF00}[x / 8]; }));
+    const uint32_t images[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00};
+    TempFile strip("strip.bmp", Strip(32, [&](int x) { return images[x / 8]; }));
     TempFile two("two.bmp", Strip(16, [](int x) { return x < 8 ? 0xFF0000u : 0x00FF00u; }));
     TempFile odd("odd.bmp", Strip(20, [](int x) { return x < 12 ? 0xFF0000u : 0x00FF00u; }));
     TempFile single("single.bmp", Strip(8, [](int) { return 0xFF0000u; }));
@@ -340,7 +345,8 @@ TEST_F(Pictures, ButtonsDrawEachStateFromTheirImage) {
     enum Act { kNone, kPush, kFocus, kDisable, kCheck };
     const struct { const char* file; DWORD style; Act act; POINT at; COLORREF want; } cases[] = {
         {strip.path(), BTN_PUSH, kNone, {4, 4}, red}, {strip.path(), BTN_PUSH, kPush, {4, 4}, green},
-        {strip.path(), BTN_PUSH, kFocus, {4, 4}, RGB(0, 0, 255)}, {strip.path(), BTN_PUSH, kDisable, {4, 4}, RGB(255, 255, 0)},
+        {strip.path(), BTN_PUSH, kFocus, {4, 4}, RGB(0, 0, 255)},
+        {strip.path(), BTN_PUSH, kDisable, {4, 4}, RGB(255, 255, 0)},
         {strip.path(), BTN_PUSH | BTN_TOGGLE, kCheck, {4, 4}, green}, {strip.path(), BTN_TOOLBAR, kFocus, {4, 4}, red},
         // Made from the up image: pressed it moves one pixel; disabled it is no longer red.
         {single.path(), BTN_PUSH, kPush, {0, 0}, face}, {single.path(), BTN_PUSH, kPush, {7, 7}, red},
