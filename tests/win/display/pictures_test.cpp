@@ -13,11 +13,10 @@
 #include "include/fldkit.h"
 #include "links/hooks.h"
 #include "tests/support/drag.h"
-#include "tests/support/files.h"
 #include "tests/support/msgbox_watch.h"
-#include "tests/support/picture_bytes.h"
 #include "tests/support/recorder.h"
 #include "tests/support/resources.h"
+#include "tests/win/display/picture_files.h"
 #include "tests/win/display/pixels.h"
 
 namespace {
@@ -34,12 +33,7 @@ void SetMethod(HWND control, const std::string& method) {
     SendMessageA(control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
 }
 
-// Four quadrants of an 8 x 6 picture: red, green on top; blue, white below.
-constexpr int kQuadW = 8, kQuadH = 6;
-uint32_t Quadrant(int x, int y) { return (y < kQuadH / 2 ? 1 : 3) + (x < kQuadW / 2 ? 0 : 1); }
-const std::vector<uint32_t> kQuadColours = {0, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF};
 uint32_t QuadrantRgb(int x, int y) { return kQuadColours[Quadrant(x, y)]; }
-COLORREF Colour(uint32_t rgb) { return RGB(rgb >> 16, (rgb >> 8) & 0xFF, rgb & 0xFF); }
 
 // The three pictures of one quadrant pattern: 4-bit, 8-bit RLE, 24-bit top-down.
 struct QuadFiles {
@@ -74,7 +68,7 @@ TEST_F(Pictures, BitmapsDrawEachFormPlacedByTheirStyle) {
         if (c.style & BMP_SIZETOFIT) EXPECT_TRUE(pixels.w == kQuadW && pixels.h == kQuadH) << pixels.w << "x" << pixels.h;
         for (int y = 0; y < kQuadH * c.scale; ++y)
             for (int x = 0; x < kQuadW * c.scale; ++x)
-                ASSERT_EQ(pixels.at(c.x0 + x, c.y0 + y), Colour(QuadrantRgb(x / c.scale, y / c.scale)))
+                ASSERT_EQ(pixels.at(c.x0 + x, c.y0 + y), QuadrantColour(x / c.scale, y / c.scale))
                     << c.path << " style " << c.style << " at " << x << "," << y;
         EXPECT_EQ(Value(bitmap), c.path);
     }
@@ -99,11 +93,12 @@ TEST_F(Pictures, BitmapsInvertWhilePressedAndGiveTheirNameAsText) {
 
 TEST_F(Pictures, IconsDrawTheImageThatFitsTheControlBest) {
     TempFile ico("three.ico", Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}}));
-    for (auto [side, want] : {std::pair{32, 0x0000FFu}, {40, 0x0000FFu}, {48, 0x00FF00u}, {20, 0xFF0000u}}) {
+    const COLORREF red = RGB(255, 0, 0), green = RGB(0, 255, 0), blue = RGB(0, 0, 255);
+    for (auto [side, want] : {std::pair{32, blue}, {40, blue}, {48, green}, {20, red}}) {
         auto icon = Make("gxIcon32", ICON_STRETCH, side, side, std::string("@ICON(") + ico.path() + ")");
         PaintNow(parent_);
         Capture pixels(icon);
-        for (int at : {side / 2, side - 1}) EXPECT_EQ(pixels.at(at, at), Colour(want)) << side << " at " << at;
+        for (int at : {side / 2, side - 1}) EXPECT_EQ(pixels.at(at, at), want) << side << " at " << at;
         EXPECT_EQ(Value(icon), ico.path());
     }
 }
