@@ -94,14 +94,15 @@ TEST(Draw3D, TrueColourScreenDrawsInBlackAndEachClassPicksItsLevel) {
     const short colours = static_cast<short>(GetDeviceCaps(dc, NUMCOLORS));
     if (ReleaseDC(parent, dc), colours > 2) GTEST_SKIP() << "the black strokes need a screen reporting -1 colours";
     auto control = fktest::MakeChild(parent, "static", 0, 100, 60, 30);
+    fktest::PaintNow(parent);
     for (const LevelCase& c : kLevels) {
-        fktest::PaintNow(parent, kBackground);
+        fktest::FillClient(parent, kBackground);
         EXPECT_EQ(twDraw3D(control, c.level), 0);
         CheckProbes(fktest::Capture(parent), c.level == 16 ? kSunkenEdge : c, false);
     }
     // A hidden control draws nothing; a top-level window gives 1.
     ShowWindow(control, SW_HIDE);
-    fktest::PaintNow(parent, kBackground);
+    fktest::FillClient(parent, kBackground);
     EXPECT_EQ(twDraw3D(control, 1), 0);
     fktest::Capture pixels(parent);
     for (int x = 0; x < 80; ++x) ASSERT_EQ(pixels.at(x, 9), kBackground) << x;
@@ -117,7 +118,8 @@ TEST(Draw3D, TrueColourScreenDrawsInBlackAndEachClassPicksItsLevel) {
     };
     for (const auto& c : cases) {
         auto bordered = fktest::MakeChild(parent, c.cls, WS_BORDER | c.style, 100, 60, 30);
-        fktest::PaintNow(parent, kBackground);
+        fktest::PaintNow(parent);
+        fktest::FillClient(parent, kBackground);
         RedrawWindow(bordered, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
         EXPECT_EQ(fktest::Capture(parent).at(c.x, c.y), Expected(c.role, false)) << c.cls << " " << c.style;
     }
@@ -225,7 +227,8 @@ TEST(StaticControls, LineOrientationTransparencyAndTheSettingWord) {
     auto parent = fktest::MakeParent(nullptr, 300, 200);
     for (const auto& c : lines) {
         auto line = fktest::MakeChild(parent, "gxLine32", c.style, 7, 40, 40);
-        fktest::PaintNow(parent, kBackground);
+        fktest::PaintNow(parent);
+        fktest::FillClient(parent, kBackground);
         RedrawWindow(line, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         fktest::Capture pixels(line);
         for (int i = 0; i < 40; ++i) {

@@ -46,16 +46,18 @@ struct Canvas {
 };
 using Capture = Canvas;
 
-// Paints everything pending now (over the given background when there is one); tickers advance only when a test
-// says so.
-inline void PaintNow(HWND top, COLORREF background = CLR_INVALID) {
+inline void FillClient(HWND h, COLORREF colour) {
+    HDC dc = GetDC(h);
+    FillDC(dc, Client(h), colour);
+    ReleaseDC(h, dc);
+}
+
+// Paints everything pending now; tickers advance only when a test says so.
+inline void PaintNow(HWND top) {
     RedrawWindow(top, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    for (MSG msg; PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE);)
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
         if (msg.message != WM_TIMER) DispatchMessageA(&msg);
-    if (background == CLR_INVALID) return;
-    HDC dc = GetDC(top);
-    FillDC(dc, Client(top), background);
-    ReleaseDC(top, dc);
 }
 
 }  // namespace fktest
