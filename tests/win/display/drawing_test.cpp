@@ -149,23 +149,25 @@ RECT Edges(const fktest::Capture& pixels, COLORREF colour, int height = 1000) {
     return r;
 }
 
-// Caption at x = 8, R - w - 8 or (R - w) / 2; its gap stays hollow (no red brush).
+// Caption at x = 8, R - w - 8 or (R - w) / 2: its ink lies exactly where the same text's ink lies drawn at that x
+// on a canvas. Its gap stays hollow (no red brush).
 TEST(Frame3D, CaptionSitsLeftCenterOrRight) {
     ColouredParent parent(RGB(255, 0, 0));
     for (int style : {FRAME3D_LEFT, FRAME3D_RIGHT, FRAME3D_CENTER, 0, FRAME3D_LEFT | FRAME3D_RIGHT}) {
         auto frame = fktest::MakeChild(parent, "gxFrame3D32", TEXT3D_FLAT | style, 7, 201, 100, "Caption");
         fktest::PaintNow(parent);
         fktest::Capture pixels(frame);
-        HDC dc = GetDC(frame);
-        HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(frame, WM_GETFONT, 0, 0)));
+        fktest::Canvas alone(201, 100, kWhite);
+        SelectObject(alone.dc, reinterpret_cast<HFONT>(SendMessageA(frame, WM_GETFONT, 0, 0)));
         SIZE size{};
-        GetTextExtentPoint32A(dc, "Caption", 7, &size);
-        ReleaseDC(frame, (SelectObject(dc, old), dc));
+        GetTextExtentPoint32A(alone.dc, "Caption", 7, &size);
         const int want = (style & FRAME3D_LEFT) ? 8 : (style & FRAME3D_RIGHT) ? 201 - size.cx - 8 : (201 - size.cx) / 2;
-        const RECT ink = Edges(pixels, 0, size.cy);
+        SetBkMode(alone.dc, TRANSPARENT);
+        TextOutA(alone.dc, want, 0, "Caption", 7);
+        const RECT ink = Edges(pixels, 0, size.cy), wanted = Edges(alone, 0, size.cy);
         EXPECT_EQ(Edges(pixels, RGB(255, 0, 0)).right, -1) << style;
-        EXPECT_TRUE(ink.left >= want && ink.left <= want + 3) << style << ": " << ink.left << " for " << want;
-        EXPECT_TRUE(ink.right < want + size.cx && ink.right >= want + size.cx - 4) << style << ": " << ink.right;
+        EXPECT_EQ(ink.left, wanted.left) << style;
+        EXPECT_EQ(ink.right, wanted.right) << style;
     }
     EXPECT_FALSE(parent.Of(WM_CTLCOLORSTATIC).empty());
 }
