@@ -15,6 +15,7 @@
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
 #include "tests/win/display/pixels.h"
+#include "tests/win/tables/popup_driver.h"
 
 using namespace fktest;
 using Strings = std::vector<std::string>;
@@ -40,48 +41,6 @@ Strings Keys(HWND h, bool combo = false) {
         SendMessageA(h, combo ? CB_GETLBTEXT : LB_GETTEXT, i, reinterpret_cast<LPARAM>(text)), keys.push_back(text);
     return keys;
 }
-
-// The text of a line handle, which it frees; "<none>" for no handle.
-std::string TakeLine(HGLOBAL g) {
-    if (g == nullptr) return "<none>";
-    std::string s = static_cast<const char*>(GlobalLock(g));
-    GlobalUnlock(g), GlobalFree(g);
-    return s;
-}
-
-// Drives the popup of twShowTable from a timer while its loop runs: notes what the list (named after the table)
-// shows, then posts the script: virtual keys, or -n-1 to double-click item n. A popup still shown after 5 s is
-// destroyed, which cancels it: no wait is unbounded.
-struct PopupDriver {
-    PopupDriver(const std::string& name, std::vector<int> script) : name(name), script(std::move(script)) {
-        current = this;
-    }
-    ~PopupDriver() { KillTimer(nullptr, timer), current = nullptr; }
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-        HWND list = FindWindowA("ListBox", current->name.c_str());
-        if (list == nullptr || !IsWindowVisible(list)) return;
-        if (++current->ticks > 250) DestroyWindow(list);
-        else if (list != current->popup) current->Drive(list);
-    }
-    void Drive(HWND list) {
-        popup = list, owner = GetWindow(list, GW_OWNER);
-        selected = SendMessageA(list, LB_GETCURSEL, 0, 0), items = Keys(list);
-        for (int key : script) {
-            RECT r{};
-            if (key >= 0) PostMessageA(list, WM_KEYDOWN, key, 1);
-            else if (SendMessageA(list, LB_GETITEMRECT, -key - 1, reinterpret_cast<LPARAM>(&r)) != LB_ERR)
-                PostMessageA(list, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(r.left + 2, r.top + 2));
-        }
-    }
-    static inline PopupDriver* current = nullptr;
-    std::string name;
-    std::vector<int> script;
-    UINT_PTR timer = SetTimer(nullptr, 0, 20, Tick);
-    int ticks = 0;
-    LRESULT selected = -1;
-    HWND popup = nullptr, owner = nullptr;
-    Strings items;
-};
 
 class Tables : public ::testing::Test {
 protected:
