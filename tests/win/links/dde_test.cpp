@@ -156,7 +156,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     UnpackDDElParam(WM_DDE_DATA, partner.Of(WM_DDE_DATA)[0].lp, &data, &atom);
     FreeDDElParam(WM_DDE_DATA, partner.Of(WM_DDE_DATA)[0].lp);
     const auto* answer = static_cast<const BYTE*>(GlobalLock(reinterpret_cast<HGLOBAL>(data)));
-    EXPECT_EQ(std::make_pair(answer[1] & 0xB0, answer[2]), std::make_pair(0x30, BYTE{CF_TEXT})) << "fRelease, fResponse";
+    EXPECT_EQ(std::make_pair(answer[1] & 0xB0, answer[2]), std::make_pair(0x30, BYTE{CF_TEXT})) << "flags";
     EXPECT_EQ(reinterpret_cast<const char*>(answer + 4), std::string(158, 'x')) << "at most 158 characters";
     GlobalUnlock(reinterpret_cast<HGLOBAL>(data)), GlobalFree(reinterpret_cast<HGLOBAL>(data));
     EXPECT_EQ(atom, item);

@@ -23,7 +23,6 @@ using Strings = std::vector<std::string>;
 namespace {
 
 const char kCities[] = "BER,Berlin,DE\r\nbrn,Bern,CH\r\nBRU,Brussels,BE\r\nLIS,Lisbon,PT\r\nROM,Rome,IT\r\n";
-const Strings kOddLines = {"PAR , Paris ,FR", "ROM,Rome,IT", "  OSL  ,Oslo,NO", "rom,lower,xx", "BER|Berlin|DE"};
 
 // The text a GXM_GETMETHOD or GXM_GETVALUE fills in.
 std::string Ask(HWND h, UINT msg) {
@@ -62,8 +61,8 @@ protected:
     }
     std::vector<std::string> files;
     std::string cities = Write("fk_controls.tbl", kCities);
-    std::string odd = Write("fk_cities.tbl",
-                            "PAR , Paris ,FR\r\nROM,Rome,IT\r\n\r\n  OSL  ,Oslo,NO\r\nrom,lower,xx\r\nBER|Berlin|DE\r\n");
+    std::string odd = Write(
+        "fk_cities.tbl", "PAR , Paris ,FR\r\nROM,Rome,IT\r\n\r\n  OSL  ,Oslo,NO\r\nrom,lower,xx\r\nBER|Berlin|DE\r\n");
     RecordingParent parent{500, 300};
 };
 
@@ -78,7 +77,8 @@ TEST_F(Tables, SearchesByKeyColumn) {
     for (const auto& c : cases) EXPECT_EQ(Find(odd, c.column, c.key, c.delimiter), c.line) << c.column << c.key;
 }
 
-// A table is read once and kept by name until freed or copied over; missing ones find nothing.
+// A table is read once and kept by name until freed or copied over. (Missing tables and null arguments are the
+// hostile tests'.)
 TEST_F(Tables, KeptByNameUntilFreedOrCopiedOver) {
     const std::string bare = odd.substr(0, odd.size() - 4), dest = Write("fk_copy.tbl", "OLD,1\r\n");
     EXPECT_EQ(Find(bare, 1, "ROM"), "ROM,Rome,IT");  // ".tbl" is added
@@ -86,18 +86,12 @@ TEST_F(Tables, KeptByNameUntilFreedOrCopiedOver) {
     EXPECT_EQ(twLoadTable(odd.c_str(), nullptr), 1);
     EXPECT_EQ(Find(dest, 1, "OLD"), "OLD,1");
     EXPECT_EQ(twCopyFile(odd.c_str(), dest.c_str()), 1);
-    EXPECT_EQ(twCopyFile("C:\\no\\such\\file", dest.c_str()) + twCopyFile(nullptr, dest.c_str()), 0);
     DeleteFileA(odd.c_str());  // the kept copy still answers
     EXPECT_EQ(Find(odd, 1, "ROM") + "/" + Find(dest, 1, "ROM") + "/" + Find(dest, 1, "OLD"),
               "ROM,Rome,IT/ROM,Rome,IT/<none>");
     EXPECT_EQ(twFreeTable(odd.c_str()), 1);
     EXPECT_EQ(twFreeTable(odd.c_str()), 0);
     EXPECT_EQ(Find(odd, 1, "ROM"), "<none>");
-    EXPECT_EQ(twLoadTable("C:\\no\\such\\table.tbl", nullptr) + twLoadTable("", nullptr), 0);
-    EXPECT_EQ(twSearchTable(nullptr, 1, "ROM", ',', nullptr, 0), nullptr);
-    EXPECT_EQ(twSearchTable(dest.c_str(), 1, nullptr, ',', nullptr, 0), nullptr);
-    EXPECT_EQ(twSearchTable("@RES(NOSUCH)", 1, "ROM", ',', GetModuleHandleA(nullptr), 0), nullptr);
-    EXPECT_EQ(twShowTable(parent, nullptr, 0, 10, 20, 80, 48, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
     UniqueWindow list = MakeChild(parent, "LISTBOX");  // a foreign list passes through the table's procedure
     SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("one"));
     EXPECT_EQ(TableListBoxProc(list, LB_GETCOUNT, 0, 0), 1);
@@ -114,6 +108,8 @@ TEST_F(Tables, FilesAboveFourMebibytesAreNotRead) {
     }
 }
 
+// The popup picks with keys or the mouse, and ends with its owner. (What it shows, and where, the validation tests
+// see through a field.)
 TEST_F(Tables, PopupPicksWithKeysOrMouseAndEndsWithItsOwner) {
     const struct { std::vector<int> script; int lineMax; const char* line; } cases[] = {
         {{VK_DOWN, VK_RETURN}, 256, "ROM,Rome,IT"}, {{VK_DOWN, VK_ESCAPE}, 256, "<none>"},
@@ -126,12 +122,7 @@ TEST_F(Tables, PopupPicksWithKeysOrMouseAndEndsWithItsOwner) {
         PopupDriver driver(odd, c.script);
         EXPECT_EQ(TakeLine(twShowTable(owner, odd.c_str(), 0, 10, 20, 80, 48, ',', c.lineMax, 0, 0, 0, nullptr, 0)),
                   c.line);
-        if (c.lineMax == 0) continue;
-        ASSERT_NE(driver.popup, nullptr);
-        EXPECT_FALSE(IsWindow(driver.popup));
-        EXPECT_EQ(driver.owner, owner.get());
-        EXPECT_EQ(driver.selected, 0);
-        EXPECT_EQ(driver.items, kOddLines);
+        EXPECT_TRUE(c.lineMax == 0 || (driver.popup != nullptr && !IsWindow(driver.popup))) << "shown, then gone";
     }
 }
 
@@ -357,7 +348,8 @@ TEST_F(Tables, ColumnsInDialogUnitsAndDraggedEdges) {
     EXPECT_EQ(FirstInk(info.hwndList, 1, edge - 2), key) << "the drop-down draws the key where the list does";
     SendMessageA(GetDlgItem(dialog, 101), CB_SHOWDROPDOWN, FALSE, 0);
     SendMessageA(list, LB_SETCURSEL, 1, 0);
-    const struct { int to; bool release; int first; } drags[] = {{edge + ten.right, true, 50}, {edge + 2 * ten.right, false, 60}};
+    const struct { int to; bool release; int first; } drags[] = {
+        {edge + ten.right, true, 50}, {edge + 2 * ten.right, false, 60}};
     for (int from = edge; const auto& d : drags) {
         SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, 5));
         SendMessageA(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM((from + d.to) / 2, 5));
