@@ -109,13 +109,32 @@ TEST(DdeLink, MissingServerAsksToStartItUnlessNoAutostart) {
     g_started.reset();
 }
 
-// Data lose their line end and released blocks are freed; a data block that asks for it, an execute (the last
+// A client asks its server for a hot link of CF_TEXT and requests CF_TEXT on a refresh. Data lose their line end
+// and released blocks are freed; a data block that asks for it, an execute (the last
 // message of the DDE set) and an unadvise from the client's own server are acknowledged; an advise block is
 // freed. A request is answered with at most 158 characters, in a block the partner releases; one the server cannot
 // allocate an answer for is refused with 0xFFFF, not the usual negative ack.
 TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
-    RecordingParent partner;
-    auto client = Field("");
+    RecordingParent partner;  // answers the client's initiate as another application's server would
+    partner.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
+        if (msg != WM_DDE_INITIATE || LOWORD(lp) != GlobalFindAtomA("FkRaw")) return std::nullopt;
+        SendMessageA(reinterpret_cast<HWND>(wp), WM_DDE_ACK, reinterpret_cast<WPARAM>(partner.hwnd()),
+                     MAKELPARAM(GlobalAddAtomA("FkRaw"), GlobalAddAtomA("RawTopic")));
+        return 0;
+    };
+    auto client = Field("@CLIENT(FkRaw,RawTopic,Value)NOAUTOSTART");
+    EXPECT_EQ(Prop(client, "CLIENT"), partner.hwnd());
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ADVISE).empty(); }));
+    UINT_PTR options = 0, atom = 0;
+    UnpackDDElParam(WM_DDE_ADVISE, partner.Of(WM_DDE_ADVISE)[0].lp, &options, &atom);
+    FreeDDElParam(WM_DDE_ADVISE, partner.Of(WM_DDE_ADVISE)[0].lp);
+    const auto* words = static_cast<const WORD*>(GlobalLock(reinterpret_cast<HGLOBAL>(options)));
+    EXPECT_EQ(std::make_pair(words[0] & 0xC000, words[1]), std::make_pair(0x8000, WORD{CF_TEXT})) << "a hot link";
+    GlobalUnlock(reinterpret_cast<HGLOBAL>(options)), GlobalFree(reinterpret_cast<HGLOBAL>(options));
+    SendMessageA(client, GXM_SETVALUE, 0, 0);  // a refresh requests the text
+    ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_REQUEST).empty(); }));
+    EXPECT_EQ(LOWORD(partner.Of(WM_DDE_REQUEST)[0].lp), CF_TEXT);
+    partner.clear();
     const std::pair<std::string, std::string> cases[] = {
         {{"abc\r\n", 6}, "abc"}, {{"abc\n", 5}, "abc"},     {{"a\r\nb", 5}, "a\r\nb"}, {{"x\ry", 4}, "x"},
         {{"plain", 6}, "plain"}, {"noend", "noend"} /* the block ends the text */,  {"", ""},
@@ -139,20 +158,19 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     SendMessageA(client, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(partner.hwnd()), reinterpret_cast<LPARAM>(command));
     EXPECT_EQ(Ack(partner).at(0), reinterpret_cast<UINT_PTR>(client.get()));
     GlobalFree(command);
-    SetPropA(client, "CLIENT", partner.hwnd());
     item = GlobalAddAtomA("FkUnadvised");
     SendMessageA(client, WM_DDE_UNADVISE, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
     EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
     EXPECT_EQ(Ack(partner), (Words{reinterpret_cast<UINT_PTR>(client.get()), 0x8000, item}));
-    HGLOBAL options = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
-    Send(client, WM_DDE_ADVISE, partner, options, 0);
-    EXPECT_EQ(GlobalSize(options), 0u) << "an advise block is freed";
+    HGLOBAL advise = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
+    Send(client, WM_DDE_ADVISE, partner, advise, 0);
+    EXPECT_EQ(GlobalSize(advise), 0u) << "an advise block is freed";
     auto server = Field("@SERVER(FkApp,FkTopic,Value)");
     SetWindowTextA(server, std::string(300, 'x').c_str());
     item = GlobalAddAtomA("Value");
     SendMessageA(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
     ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_DATA).empty(); }));
-    UINT_PTR data = 0, atom = 0;
+    UINT_PTR data = 0;
     UnpackDDElParam(WM_DDE_DATA, partner.Of(WM_DDE_DATA)[0].lp, &data, &atom);
     FreeDDElParam(WM_DDE_DATA, partner.Of(WM_DDE_DATA)[0].lp);
     const auto* answer = static_cast<const BYTE*>(GlobalLock(reinterpret_cast<HGLOBAL>(data)));
