@@ -165,7 +165,13 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     HGLOBAL advise = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, advise, 0);
     EXPECT_EQ(GlobalSize(advise), 0u) << "an advise block is freed";
-    auto server = Field("@SERVER(FkApp,FkTopic,Value)");
+    auto server = Field("@SERVER(FkApp,FkTopic,Value)");  // answers an initiate with the names asked for
+    const LPARAM names = MAKELPARAM(GlobalAddAtomA("FkApp"), GlobalAddAtomA("FkTopic"));
+    SendMessageA(server, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(partner.hwnd()), names);
+    ASSERT_EQ(partner.Of(WM_DDE_ACK).size(), 1u);
+    EXPECT_EQ(std::make_pair(partner.Of(WM_DDE_ACK)[0].wp, partner.Of(WM_DDE_ACK)[0].lp),
+              std::make_pair(reinterpret_cast<WPARAM>(server.get()), names));
+    partner.clear();
     SetWindowTextA(server, std::string(300, 'x').c_str());
     item = GlobalAddAtomA("Value");
     SendMessageA(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
