@@ -42,7 +42,7 @@ protected:
 };
 
 // Help: a message box comes first; a command is carried out besides a topic. Programs start with their command
-// line, unless a unique one's file is found: then it is not started.
+// line, unless a unique one's file is found: then it is not started, and its window is found by its module's file.
 TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
     const std::string force = Help("b.hlp", HELP_FORCEFILE, "0"), shown = " " + std::to_string(SW_SHOWNORMAL);
     const struct {
@@ -80,6 +80,15 @@ TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption, "Type a number/Help");
     EXPECT_EQ(GetFocus(), control_.get());
+    char exe[MAX_PATH], owner[MAX_PATH] = {};  // a unique program's window is found by its module's file
+    GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    SetActiveWindow(parent_);
+    HWND found = twGetModuleWindow(exe);
+    ASSERT_NE(found, nullptr);
+    GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);
+    EXPECT_STRCASEEQ(owner, exe);
+    EXPECT_EQ(twGetModuleWindow("C:\\nowhere\\nomatch.exe"), nullptr);
+    EXPECT_EQ(twGetModuleWindow(nullptr), nullptr);
 }
 
 // The style dialogs' help looks in .\help, then for the bare name, and says so when neither is there.
@@ -109,19 +118,6 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
               "and is available to Quintaval./Quintaval");
     EXPECT_TRUE(g_calls.empty());
     RemoveDirectoryA("help"), SetCurrentDirectoryA(previous), RemoveDirectoryA(dir.c_str());
-}
-
-// A program's window is found by the file name of its module.
-TEST_F(HelpTest, ModuleWindowIsFoundByItsProgramsFile) {
-    char exe[MAX_PATH], owner[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    SetActiveWindow(parent_);
-    HWND found = twGetModuleWindow(exe);
-    ASSERT_NE(found, nullptr);
-    GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);
-    EXPECT_STRCASEEQ(owner, exe);
-    EXPECT_EQ(twGetModuleWindow("C:\\nowhere\\nomatch.exe"), nullptr);
-    EXPECT_EQ(twGetModuleWindow(nullptr), nullptr);
 }
 
 }  // namespace

@@ -224,6 +224,7 @@ TEST_F(Tables, TheKeyReachesALinkedFieldAndADropTarget) {
     EXPECT_TRUE(PumpUntil([&] { return WindowText(client) == "LIS"; })) << WindowText(client);
     SendMessageA(list, WM_KEYDOWN, VK_DOWN, 0);  // the user moves on
     EXPECT_TRUE(PumpUntil([&] { return WindowText(client) == "ROM"; })) << WindowText(client);
+    other.reset();  // its window would lie over the drop
     UniqueWindow field = MakeChild(parent, FK_CLASS_STRING, 0, 8, 120, 24);
     SetWindowPos(field, nullptr, 350, 10, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     SetMethod(field, "@DROPTARG");
