@@ -122,6 +122,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
                      MAKELPARAM(GlobalAddAtomA("FkRaw"), GlobalAddAtomA("RawTopic")));
         return 0;
     };
+    // The client: its advise asks for a hot link of CF_TEXT, a refresh requests CF_TEXT.
     auto client = Field("@CLIENT(FkRaw,RawTopic,Value)NOAUTOSTART");
     EXPECT_EQ(Prop(client, "CLIENT"), partner.hwnd());
     ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_ADVISE).empty(); }));
@@ -135,6 +136,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     ASSERT_TRUE(PumpUntil([&] { return !partner.Of(WM_DDE_REQUEST).empty(); }));
     EXPECT_EQ(LOWORD(partner.Of(WM_DDE_REQUEST)[0].lp), CF_TEXT);
     partner.clear();
+    // Data blocks: the text shown, the block freed when released.
     const std::pair<std::string, std::string> cases[] = {
         {{"abc\r\n", 6}, "abc"}, {{"abc\n", 5}, "abc"},     {{"a\r\nb", 5}, "a\r\nb"}, {{"x\ry", 4}, "x"},
         {{"plain", 6}, "plain"}, {"noend", "noend"} /* the block ends the text */,  {"", ""},
@@ -146,6 +148,7 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
         EXPECT_EQ(GlobalSize(block), 0u) << "released block is freed";
     }
     EXPECT_EQ(GlobalFindAtomA("FkDataItem"), 0) << "unacknowledged item atoms are deleted";
+    // What is acknowledged: data that asks for it, an execute, an unadvise from the client's own server.
     HGLOBAL block = Block(0x8000, {"kept", 5});  // fAckReq; the block stays the sender's
     ATOM item = GlobalAddAtomA("FkAckItem");
     Send(client, WM_DDE_DATA, partner, block, item);
@@ -165,7 +168,9 @@ TEST(DdeData, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     HGLOBAL advise = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
     Send(client, WM_DDE_ADVISE, partner, advise, 0);
     EXPECT_EQ(GlobalSize(advise), 0u) << "an advise block is freed";
-    auto server = Field("@SERVER(FkApp,FkTopic,Value)");  // answers an initiate with the names asked for
+    // The server: an initiate answered with the names asked for, a request with at most 158 characters, a request
+    // it cannot allocate an answer for with 0xFFFF.
+    auto server = Field("@SERVER(FkApp,FkTopic,Value)");
     const LPARAM names = MAKELPARAM(GlobalAddAtomA("FkApp"), GlobalAddAtomA("FkTopic"));
     SendMessageA(server, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(partner.hwnd()), names);
     ASSERT_EQ(partner.Of(WM_DDE_ACK).size(), 1u);
