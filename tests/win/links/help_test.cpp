@@ -1,6 +1,7 @@
 // What the library hands to the help viewer, the sound player and the program starter, seen through its hooks.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <vector>
 
 #include "include/fldkit.h"
@@ -12,7 +13,6 @@ namespace {
 
 using Calls = std::vector<std::string>;
 Calls g_calls;
-INT_PTR g_findResult = 2;
 
 // One recorded call: "what file number[ data]".
 std::string Line(const char* what, const char* file, UINT n, const std::string& data = "") {
@@ -26,9 +26,9 @@ BOOL WINAPI FakeHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
 }
 UINT WINAPI FakeExec(LPCSTR command, UINT show) { return g_calls.push_back(Line("exec", command, show)), 42; }
 BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return g_calls.push_back(Line("sound", file, flags)), TRUE; }
-HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {
+HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {  // a file named "found" is found
     g_calls.push_back(Line("find", file, 0));
-    return *result = 0, reinterpret_cast<HINSTANCE>(g_findResult);
+    return *result = 0, reinterpret_cast<HINSTANCE>(std::strstr(file, "found") ? 33 : 2);
 }
 const FkLinkHooks kFakes{FakeHelp, FakeExec, FakeSound, FakeFind, nullptr, nullptr};
 
@@ -36,45 +36,59 @@ class HelpTest : public ::testing::Test {
 protected:
     HelpTest() : table_(*fkSetLinkHooks(&kFakes)) { g_calls.clear(); }
     ~HelpTest() override { fkSetLinkHooks(nullptr); }
-    int Run(std::string method) { return twProcessHelp(control_, method.append(4, '\0').data()); }
-    UINT Exec(std::string method) { return twExecProgram(control_, method.append(4, '\0').data()); }
     const FkLinkHooks& table_;
     fktest::UniqueWindow parent_ = fktest::MakeParent();
     fktest::UniqueWindow control_ = fktest::MakeChild(parent_, "edit");
 };
 
-// A message box comes first; a command is carried out besides a topic.
-TEST_F(HelpTest, MessageTopicCommandAndSoundReachTheirPlayers) {
-    const std::string force = Help("b.hlp", HELP_FORCEFILE, "0");
+// Help: a message box comes first; a command is carried out besides a topic. Programs start with their command
+// line, unless a unique one's file is found: then it is not started, and its window is found by its module's file.
+TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
+    const std::string force = Help("b.hlp", HELP_FORCEFILE, "0"), shown = " " + std::to_string(SW_SHOWNORMAL);
     const struct {
+        bool program;
         const char* method;
-        int result;
+        UINT result;
         Calls calls;
     } cases[] = {
-        {"@HELPTOPIC(my.hlp , key word )", 1, {Help("my.hlp", HELP_KEY, "key word")}},
-        {"@HELPTOPIC(my.hlp)", 1, {Help("my.hlp", HELP_CONTENTS, "0")}},
-        {"@HELPTOPIC()", 1, {Help("", HELP_HELPONHELP, "0")}},
-        {"@HELPTOPIC(,key)", 0, {}},
-        {"", 1, {}},
-        {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp, 42)", 1,
+        {false, "@HELPTOPIC(my.hlp , key word )", 1, {Help("my.hlp", HELP_KEY, "key word")}},
+        {false, "@HELPTOPIC(my.hlp)", 1, {Help("my.hlp", HELP_CONTENTS, "0")}},
+        {false, "@HELPTOPIC()", 1, {Help("", HELP_HELPONHELP, "0")}},
+        {false, "@HELPTOPIC(,key)", 0, {}},
+        {false, "", 1, {}},
+        {false, "@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp, 42)", 1,
          {Help("a.hlp", HELP_KEY, "k"), force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"42\")")}},
-        {"@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,  // the missing part is the topic's
+        {false, "@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,  // the missing part is the topic's
          {Help("a.hlp", HELP_KEY, "k"), force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"k\")")}},
-        {"@HELPCOMMAND(b.hlp)", 0, {}},
-        {"@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(b.hlp,7)", 1,
+        {false, "@HELPCOMMAND(b.hlp)", 0, {}},
+        {false, "@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(b.hlp,7)", 1,
          {force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"7\")")}},
-        {"@HELPWAVE(ding.wav)", 1, {Line("sound", "ding.wav", SND_ASYNC)}},
+        {false, "@HELPWAVE(ding.wav)", 1, {Line("sound", "ding.wav", SND_ASYNC)}},
+        {true, "@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)", 42, {"exec C:\\tools\\prog.exe -a b" + shown}},
+        {true, "@PROG(prog.exe)", 42, {"exec prog.exe" + shown}},
+        {true, "@PROG(C:\\here\\found.exe)@UNIQUE", 1, {"find C:\\here\\found.exe 0"}},
+        {true, "@PROG(absent.exe)@UNIQUE", 42, {"find absent.exe 0", "exec absent.exe" + shown}},
     };
     fktest::MessageBoxWatcher boxes;
     for (const auto& c : cases) {
         g_calls.clear();
-        EXPECT_EQ(Run(c.method), c.result) << c.method;
+        std::string method = std::string(c.method).append(4, '\0');
+        const UINT result = c.program ? twExecProgram(control_, method.data()) : twProcessHelp(control_, method.data());
+        EXPECT_EQ(result, c.result) << c.method;
         EXPECT_EQ(g_calls, c.calls) << c.method;
     }
     ASSERT_EQ(boxes.boxes().size(), 1u);
-    EXPECT_EQ(boxes.boxes()[0].text, "Type a number");
-    EXPECT_EQ(boxes.boxes()[0].caption, "Help");
+    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption, "Type a number/Help");
     EXPECT_EQ(GetFocus(), control_.get());
+    char exe[MAX_PATH], owner[MAX_PATH] = {};  // a unique program's window is found by its module's file
+    GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    SetActiveWindow(parent_);
+    HWND found = twGetModuleWindow(exe);
+    ASSERT_NE(found, nullptr);
+    GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);
+    EXPECT_STRCASEEQ(owner, exe);
+    EXPECT_EQ(twGetModuleWindow("C:\\nowhere\\nomatch.exe"), nullptr);
+    EXPECT_EQ(twGetModuleWindow(nullptr), nullptr);
 }
 
 // The style dialogs' help looks in .\help, then for the bare name, and says so when neither is there.
@@ -99,34 +113,11 @@ TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
     fktest::MessageBoxWatcher boxes;
     EXPECT_EQ(help(parent_, 1), 0);
     ASSERT_EQ(boxes.boxes().size(), 1u);
-    EXPECT_EQ(boxes.boxes()[0].text,
+    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption,
               "Unable to locate the help file: FLDKIT.HLP.  Please check your system to make sure this file exists "
-              "and is available to Quintaval.");
-    EXPECT_EQ(boxes.boxes()[0].caption, "Quintaval");
+              "and is available to Quintaval./Quintaval");
     EXPECT_TRUE(g_calls.empty());
     RemoveDirectoryA("help"), SetCurrentDirectoryA(previous), RemoveDirectoryA(dir.c_str());
-}
-
-// A unique program whose file is found is not started; its window, found by its base name, comes forward.
-TEST_F(HelpTest, ProgramsStartWithTheirCommandLineUnlessAUniqueOneIsFound) {
-    const std::string shown = " " + std::to_string(SW_SHOWNORMAL);
-    EXPECT_EQ(Exec("@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)"), 42u);
-    EXPECT_EQ(Exec("@PROG(prog.exe)"), 42u);
-    g_findResult = 33;  // found: not started
-    EXPECT_EQ(Exec("@PROG(C:\\nowhere\\absent.exe)@UNIQUE"), 1u);
-    g_findResult = 2;
-    EXPECT_EQ(Exec("@PROG(absent.exe)@UNIQUE"), 42u);
-    EXPECT_EQ(g_calls, (Calls{"exec C:\\tools\\prog.exe -a b" + shown, "exec prog.exe" + shown,
-                              "find C:\\nowhere\\absent.exe 0", "find absent.exe 0", "exec absent.exe" + shown}));
-    char exe[MAX_PATH], owner[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    SetActiveWindow(parent_);
-    HWND found = twGetModuleWindow(exe);
-    ASSERT_NE(found, nullptr);
-    GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);
-    EXPECT_STRCASEEQ(owner, exe);
-    EXPECT_EQ(twGetModuleWindow("C:\\nowhere\\nomatch.exe"), nullptr);
-    EXPECT_EQ(twGetModuleWindow(nullptr), nullptr);
 }
 
 }  // namespace
