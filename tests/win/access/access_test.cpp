@@ -221,12 +221,30 @@ TEST(Access, EveryClassTellsRoleNameValueAndDescription) {
     }
 }
 
-// Help, focus and availability as a reader hears them.
-TEST(Access, FieldsTellTheirHelpAndTheirStates) {
+// The label rule: the nearest visible static text before the control; frames and lines between are passed over,
+// another control is not. Shortcuts, help, focus and availability as a reader hears them.
+TEST(Access, LabelsShortcutsHelpAndStates) {
     Form form;
-    HWND date = form.add("gxDate32", DATE_DDMMYYYY | DATE_DOT | DATE_CHAR, "");
-    HWND numeric = form.add("gxNumeric32", NUM_LONG, "", "Count:");
+    HWND first = form.add("gxString32", 0, "", "Na&me:");
+    form.add("gxLine32", 0, "", nullptr);
+    HWND afterLine = form.add("gxString32", 0, "", nullptr);
+    HWND numeric = form.add("gxNumeric32", NUM_LONG, "", nullptr);
+    HWND save = form.add("gxButton32", BTN_TEXT, "&Save", nullptr);
+    EXPECT_EQ(HearWindow(first).name, "Name:");
+    EXPECT_EQ(HearWindow(afterLine).name, "");
+    EXPECT_EQ(HearWindow(numeric).name, "");
     SendMessageA(numeric, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(1 to 99, please.)"));
+    const struct {
+        HWND h;
+        const char* shortcut;
+    } shortcuts[] = {{first, "Alt+m"}, {save, "Alt+S"}};
+    for (const auto& k : shortcuts) {
+        Acc a = ObjectOf(k.h);
+        ASSERT_TRUE(a);
+        BSTR key = nullptr;
+        ASSERT_EQ(a->get_accKeyboardShortcut(Child(CHILDID_SELF), &key), S_OK);
+        EXPECT_EQ(Narrow(key), k.shortcut);
+    }
     Acc n = ObjectOf(numeric);
     ASSERT_TRUE(n);
     BSTR help = nullptr;
@@ -235,33 +253,9 @@ TEST(Access, FieldsTellTheirHelpAndTheirStates) {
     SetFocus(numeric);
     EXPECT_EQ(HearWindow(numeric).state & (STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED),
               STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED);
-    EXPECT_EQ(HearWindow(date).state & STATE_SYSTEM_FOCUSED, 0);
-    EnableWindow(date, FALSE);
-    EXPECT_EQ(HearWindow(date).state & (STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_FOCUSABLE), STATE_SYSTEM_UNAVAILABLE);
-}
-
-// The label rule: the nearest visible static text before the control;
-// frames and lines between are passed over, another control is not.
-TEST(Access, LabelIsTheStaticTextBeforeTheControl) {
-    Form form;
-    HWND first = form.add("gxString32", 0, "", "Na&me:");
-    form.add("gxLine32", 0, "", nullptr);
-    HWND afterLine = form.add("gxString32", 0, "", nullptr);
-    HWND afterField = form.add("gxString32", 0, "", nullptr);
-    EXPECT_EQ(HearWindow(first).name, "Name:");
-    EXPECT_EQ(HearWindow(afterLine).name, "");
-    EXPECT_EQ(HearWindow(afterField).name, "");
-    Acc a = ObjectOf(first);
-    ASSERT_TRUE(a);
-    BSTR key = nullptr;
-    ASSERT_EQ(a->get_accKeyboardShortcut(Child(CHILDID_SELF), &key), S_OK);
-    EXPECT_EQ(Narrow(key), "Alt+m");
-    HWND save = form.add("gxButton32", BTN_TEXT, "&Save", nullptr);
-    Acc b = ObjectOf(save);
-    ASSERT_TRUE(b);
-    key = nullptr;
-    ASSERT_EQ(b->get_accKeyboardShortcut(Child(CHILDID_SELF), &key), S_OK);
-    EXPECT_EQ(Narrow(key), "Alt+S");
+    EXPECT_EQ(HearWindow(first).state & STATE_SYSTEM_FOCUSED, 0);
+    EnableWindow(first, FALSE);
+    EXPECT_EQ(HearWindow(first).state & (STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_FOCUSABLE), STATE_SYSTEM_UNAVAILABLE);
 }
 
 // ---- events ----
