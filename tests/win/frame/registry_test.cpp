@@ -15,7 +15,9 @@ namespace {
 HMODULE Dll() { return GetModuleHandleA(FK_DLL_NAME); }
 using fktest::Bits;
 
-// proc: the exported window procedure; extra: for superclasses of base, added to its count.
+// proc: the exported window procedure; extra: for superclasses of base, added to its count; at32, at64: where
+// callers read the method string (in FLDKIT64.dll the pointer-wide word behind the 32-bit bytes), -1 for the
+// superclasses, which keep it behind the base class's bytes.
 struct ClassExpectation {
     const char *name, *proc;
     UINT style;
@@ -23,24 +25,25 @@ struct ClassExpectation {
     LPCSTR cursor;
     int background;
     const char* base;
+    int at32, at64;
 };
 
 const ClassExpectation kTable[] = {
-    {"gxString32", "gxStringWndFn", 0x400B, Bits(34, 50), IDC_IBEAM, 6, nullptr},
-    {"gxNumeric32", "gxNumericWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
-    {"gxReal32", "gxRealWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
-    {"gxBitmap32", "gxBitmapWndFn", 0x400B, Bits(16, 40), IDC_ARROW, 6, nullptr},
-    {"gxIcon32", "gxIconWndFn", 0x400B, Bits(14, 40), IDC_ARROW, 6, nullptr},
-    {"gxDate32", "gxDateWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr},
-    {"gxColor32", "gxColorWndFn", 0x400B, Bits(40, 48), IDC_ARROW, 6, nullptr},
-    {"gxTable32", "gxTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "listbox"},
-    {"gxCBTable32", "gxCBTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "combobox"},
-    {"gxTicker32", "gxTickerWndFn", 0x400B, Bits(22, 30), IDC_ARROW, 6, nullptr},
-    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, Bits(30, 38), IDC_IBEAM, 6, nullptr},
-    {"gxButton32", "gxButtonWndFn", 0x4003, Bits(18, 34), IDC_ARROW, 6, nullptr},
-    {"gxLine32", nullptr, 0x4003, Bits(8, 16), IDC_ARROW, 6, nullptr},
-    {"gxText3D32", "gxText3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 6, nullptr},
-    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 15, nullptr},
+    {"gxString32", "gxStringWndFn", 0x400B, Bits(34, 50), IDC_IBEAM, 6, nullptr, 26, 34},
+    {"gxNumeric32", "gxNumericWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
+    {"gxReal32", "gxRealWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
+    {"gxBitmap32", "gxBitmapWndFn", 0x400B, Bits(16, 40), IDC_ARROW, 6, nullptr, 12, 32},
+    {"gxIcon32", "gxIconWndFn", 0x400B, Bits(14, 40), IDC_ARROW, 6, nullptr, 10, 32},
+    {"gxDate32", "gxDateWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
+    {"gxColor32", "gxColorWndFn", 0x400B, Bits(40, 48), IDC_ARROW, 6, nullptr, 36, 40},
+    {"gxTable32", "gxTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "listbox", -1, -1},
+    {"gxCBTable32", "gxCBTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "combobox", -1, -1},
+    {"gxTicker32", "gxTickerWndFn", 0x400B, Bits(22, 30), IDC_ARROW, 6, nullptr, 16, 22},
+    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, Bits(30, 38), IDC_IBEAM, 6, nullptr, 26, 30},
+    {"gxButton32", "gxButtonWndFn", 0x4003, Bits(18, 34), IDC_ARROW, 6, nullptr, 14, 26},
+    {"gxLine32", nullptr, 0x4003, Bits(8, 16), IDC_ARROW, 6, nullptr, 0, 8},
+    {"gxText3D32", "gxText3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 6, nullptr, 12, 20},
+    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 15, nullptr, 12, 20},
 };
 
 class ClassTable : public ::testing::TestWithParam<ClassExpectation> {};
@@ -63,17 +66,6 @@ TEST_P(ClassTable, RegisteredWithTheTableValues) {
 
 INSTANTIATE_TEST_SUITE_P(AllFifteen, ClassTable, ::testing::ValuesIn(kTable),
                          [](const auto& info) { return std::string(info.param.name); });
-
-// Both superclasses keep their word behind the combo box's extra bytes.
-TEST(ClassRegistry, TableListKeepsItsMethodAtTheComboBoxCount) {
-    WNDCLASSA combo{};
-    ASSERT_TRUE(GetClassInfoA(nullptr, "combobox", &combo));
-    fktest::UniqueWindow h(CreateWindowExA(0, "gxTable32", "", WS_POPUP, 0, 0, 80, 80, nullptr, nullptr,
-                                           GetModuleHandleA(nullptr), nullptr));
-    ASSERT_NE(h.get(), nullptr);
-    SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@TBL(x)"));
-    EXPECT_STREQ(reinterpret_cast<const char*>(GetWindowLongPtrA(h, combo.cbWndExtra)), "@TBL(x)");
-}
 
 TEST(ListClasses, PublishedLayoutAndOrder) {
     const char* order[] = {"gxString32", "gxNumeric32", "gxReal32",    "gxBitmap32",  "gxIcon32",
@@ -118,6 +110,14 @@ TEST_P(EveryClass, KeepsAndReturnsItsMethodString) {
     EXPECT_EQ(GetMethod(), "");
     EXPECT_EQ(SendMessageA(control_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(10)@AUTOTAB")), 0);
     EXPECT_EQ(GetMethod(), "@LIMIT(10)@AUTOTAB");
+    WNDCLASSA combo{};
+    ASSERT_TRUE(GetClassInfoA(nullptr, "combobox", &combo));
+    const bool super = GetParam().at32 < 0;  // both superclasses keep it behind the combo box's bytes
+    const char* word = super ? reinterpret_cast<const char*>(GetWindowLongPtrA(control_, combo.cbWndExtra))
+                             : fktest::TextWord(control_, GetParam().at32, GetParam().at64);
+    ASSERT_NE(word, nullptr);
+    EXPECT_STREQ(word, "@LIMIT(10)@AUTOTAB");
+    if (fktest::kWide && !super) EXPECT_EQ(GetWindowLongA(control_, GetParam().at32), 0) << "the 32-bit place stays unused";
     SendMessageA(control_, GXM_SETMETHOD, 256, reinterpret_cast<LPARAM>("@MSG(x)"));
     EXPECT_EQ(GetMethod(), "@MSG(x)");
     EXPECT_EQ(SendMessageA(control_, GXM_GETMETHOD, 256, 0), 0) << "a null buffer is harmless";
@@ -144,8 +144,9 @@ TEST_P(EveryClass, NumbersWithoutMeaningReachTheDefaultProcedure) {
 INSTANTIATE_TEST_SUITE_P(AllFifteen, EveryClass, ::testing::ValuesIn(kTable),
                          [](const auto& info) { return std::string(info.param.name); });
 
-// The string field keeps at most 1023 characters, in a block of length + 1.
-TEST(MethodBlock, StringFieldCutsAt1023Characters) {
+// The string field keeps at most 1023 characters of its method, in a block of length + 1; its mask has a word of
+// its own behind the method string; the caret and the selection keep their places.
+TEST(MethodBlock, StringFieldCutsAt1023CharactersAndKeepsItsWords) {
     auto parent = fktest::MakeParent();
     auto field = fktest::MakeChild(parent, "gxString32");
     SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(std::string(4000, 'a').c_str()));
@@ -153,6 +154,13 @@ TEST(MethodBlock, StringFieldCutsAt1023Characters) {
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(std::strlen(block), 1023u);
     EXPECT_EQ(LocalSize(reinterpret_cast<HLOCAL>(const_cast<char*>(block))), 1024u);
+    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MASK(##-##)"));
+    const char* mask = fktest::TextWord(field, 30, 42);
+    ASSERT_NE(mask, nullptr);
+    EXPECT_STREQ(mask, "##-##");
+    SetWindowTextA(field, "1234");
+    SendMessageA(field, EM_SETSEL, 1, 3);
+    EXPECT_EQ(GetWindowLongA(field, 12), MAKELONG(1, 3));
 }
 
 }  // namespace
