@@ -109,23 +109,6 @@ inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
 }
 
-// Closes any table popup of this thread that stays open a few timer ticks: no hostile table waits for a user.
-struct PopupCanceller {
-    static BOOL CALLBACK Cancel(HWND h, LPARAM) {
-        char cls[16] = "";
-        GetClassNameA(h, cls, sizeof cls);
-        if (!lstrcmpiA(cls, "ListBox") && (GetWindowLongA(h, GWL_STYLE) & WS_POPUP) && IsWindowVisible(h))
-            DestroyWindow(h);
-        return TRUE;
-    }
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {  // a popup gets a few ticks to appear fully
-        static int ticks = 0;
-        if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), Cancel, 0);
-    }
-    const UINT_PTR timer = SetTimer(nullptr, 0, 20, Tick);
-    ~PopupCanceller() { KillTimer(nullptr, timer); }
-};
-
 class HostileGroup : public ::testing::Test {
 protected:
     void SetUp() override {

@@ -1,5 +1,5 @@
 // The suite's main: warms up, names the input tried on a fault, and is the DDE partner with --dde-partner.
-#include "tests/support/files.h"
+#include "tests/win/tables/popup_driver.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
@@ -32,7 +32,7 @@ static void WarmUp() {
     for (int c = 1; c <= 0xFF; ++c) table += c == '\r' || c == '\n' || c == 0x1A ? ' ' : static_cast<char>(c);
     for (table += "\r\n\t\t,x\r\n"; table.size() < 800;) table += "A,1\r\n";
     const TempFile file("hostile_warm.tbl", table);
-    PopupCanceller canceller;
+    PopupDriver driver(file.path(), {VK_ESCAPE});
     GlobalFree(twShowTable(parent, file.path(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
     twFreeTable(nullptr);
     RecordingParent recorder;

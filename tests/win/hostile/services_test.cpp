@@ -13,7 +13,6 @@ class HostileServices : public HostileGroup {};
 
 // Every type and method validates and reports within its buffers ("%s%n" shown as is); editors keep their bounds.
 TEST_F(HostileServices, ValidationErrorsAndMethodEditors) {
-    PopupCanceller canceller;
     MessageBoxWatcher boxes;
     HWND field = CreateWindowExA(0, "STATIC", "   ", WS_CHILD | WS_VISIBLE, 10, 10, 99, 20, parent, HMENU(41), 0, 0);
     struct tm date{0, 0, 0, 29, 1, 100};  // 29 February 2000
