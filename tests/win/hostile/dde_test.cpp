@@ -4,8 +4,6 @@
 #include <map>
 #include <string_view>
 
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "tests/support/self_process.h"
 #include "tests/win/hostile/hostile.h"
 

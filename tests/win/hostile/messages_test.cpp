@@ -37,15 +37,45 @@ bool LParamIsANumber(UINT msg, WPARAM wp) {
     return msg == GXM_AUTOTAB || msg == GXM_AUTOFILL ? wp != 0 : pointers.count(msg) == 0;
 }
 
+// The editing core on one text: drawn under hostile selection and caret words (a field's own), pressed and moved
+// with the mouse at hostile positions, and masked into a screen buffer of exactly both lengths and a terminator.
+void DriveEditingCore(HWND h, const std::string& t, bool field) {
+    GuardedBuffer text(t), mask(t), screen(2 * t.size() + 1);
+    if (field) SetFocus(h);
+    for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7}, {MAKELONG(0xFFFF, 0), 100000},
+                                    {LONG(0xFFFFFFFF), 3}}) {
+        if (field) SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
+        for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET})
+            Tried(twDrawField(h, text.data(), how, 0));
+    }
+    for (int x : {INT_MIN, -1, 0, 3, 40, 149, 5000, INT_MAX}) {
+        MouseButtonDown(h, x, text.data(), nullptr, 0, 0);
+        MouseButtonDown(h, x, text.data(), mask.data(), 1, 0x100);
+        MouseButtonDown(h, x, text.data(), const_cast<char*>("##-##"), 0, 0);
+        MouseMove(h, x / 2, text.data(), 0);
+        MouseMove(h, x, text.data(), 1);
+        ReleaseCapture();
+        g_tried += 5;
+    }
+    for (int pos : {-3, 0, 5, 70000})
+        for (int noFill : {0, 1}) Tried(twAppToScrMask(screen.data(), text.data(), mask.data(), pos, noFill));
+    MouseButtonDown(h, 5, nullptr, nullptr, 0, 0);
+    MouseMove(h, 5, nullptr, 0);
+    Tried(twDrawField(h, nullptr, 0, 0));
+    DestroyCaret();
+}
+
 class HostileMessages : public HostileGroup {};
 
 }  // namespace
 
-// Every class: hostile methods; every message with lParam 0, garbage or wild; 1 MB of text; WM_DESTROY twice.
+// Every class: hostile methods (the fields' editing core on each); every message with lParam 0, garbage or wild;
+// 1 MB of text; WM_DESTROY twice.
 TEST_F(HostileMessages, EveryClass) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
     char what[64];
-    for (const char* cls : kAllClasses) {
+    for (int i = 0; i < int(std::size(kAllClasses)); ++i) {
+        const char* const cls = kAllClasses[i];
         HWND h = Create(parent, cls);
         ASSERT_NE(h, nullptr) << cls;
         for (const auto& m : HostileMethods()) {
@@ -55,6 +85,7 @@ TEST_F(HostileMessages, EveryClass) {
             EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << cls << " " << m.name;
             EXPECT_LE(unsigned(Tried(SendMessageA(h, GXM_VALIDATE, 0, 0)) + 1), 1u) << cls << " " << m.name;  // 0, -1
             Paint(h);
+            if (i < kEntryClasses) DriveEditingCore(h, m.text, true);
         }
         Tried(SendMessageA(h, GXM_SETMETHOD, 0, 0));
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
@@ -97,42 +128,13 @@ TEST_F(HostileMessages, EveryClass) {
     DestroyWindow(h);
 }
 
-// The editing core on hostile texts, masks, positions and window words, and on foreign, dead and no windows.
-TEST_F(HostileMessages, EditingCore) {
-    std::vector<HWND> windows;
-    for (int i = 0; i < kEntryClasses; ++i) windows.push_back(Create(parent, kAllClasses[i]));
-    for (const char* cls : {"STATIC", "BUTTON", "LISTBOX", "STATIC"}) windows.push_back(Create(parent, cls));
-    DestroyWindow(windows.back());  // dead
-    windows.insert(windows.end(), {parent, GetDesktopWindow(), nullptr, HWND(0x1234)});
-    for (size_t i = 0; i < windows.size(); ++i) {
-        const HWND h = windows[i];
-        const bool field = i < kEntryClasses;
-        if (field) SetFocus(h);
-        for (const auto& t : field ? HostileMethods() : std::vector<HostileText>{{"foreign", "foreign text"}}) {
-            NowTrying(field ? kAllClasses[i] : "editing core, foreign window", t.name);
-            GuardedBuffer text(t.text), mask(t.text), screen(2 * t.text.size() + 1);  // both lengths and a terminator
-            for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7},
-                                            {MAKELONG(0xFFFF, 0), 100000}, {LONG(0xFFFFFFFF), 3}}) {
-                if (field) SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
-                for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET})
-                    Tried(twDrawField(h, text.data(), how, 0));
-            }
-            for (int x : {INT_MIN, -1, 0, 3, 40, 149, 5000, INT_MAX}) {
-                MouseButtonDown(h, x, text.data(), nullptr, 0, 0);
-                MouseButtonDown(h, x, text.data(), mask.data(), 1, 0x100);
-                MouseButtonDown(h, x, text.data(), const_cast<char*>("##-##"), 0, 0);
-                MouseMove(h, x / 2, text.data(), 0);
-                MouseMove(h, x, text.data(), 1);
-                ReleaseCapture();
-                g_tried += 5;
-            }
-            for (int pos : {-3, 0, 5, 70000})
-                for (int noFill : {0, 1}) Tried(twAppToScrMask(screen.data(), text.data(), mask.data(), pos, noFill));
-        }
-        MouseButtonDown(h, 5, nullptr, nullptr, 0, 0);
-        MouseMove(h, 5, nullptr, 0);
-        Tried(twDrawField(h, nullptr, 0, 0));
-        DestroyCaret();
-        if (field) DestroyWindow(h);
+// The editing core on foreign, dead and no windows.
+TEST_F(HostileMessages, EditingCoreOnForeignWindows) {
+    HWND dead = Create(parent, "STATIC");
+    DestroyWindow(dead);
+    for (HWND h : {Create(parent, "STATIC"), Create(parent, "BUTTON"), Create(parent, "LISTBOX"), parent.get(),
+                   GetDesktopWindow(), dead, HWND{}, HWND(0x1234)}) {
+        NowTrying("editing core", "foreign window");
+        DriveEditingCore(h, "foreign text", false);
     }
 }
