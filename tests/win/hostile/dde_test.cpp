@@ -4,8 +4,6 @@
 #include <map>
 #include <string_view>
 
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "tests/support/self_process.h"
 #include "tests/win/hostile/hostile.h"
 
@@ -20,7 +18,6 @@ enum InitMode { kAnswer, kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAft
 enum Block { kAsWords, kNull, kForeign, kFreed, kTiny1, kTiny3, kUnterminated, kBitmap, kText, kAckReq, kKept, kSent };
 const char* const kBlockNames[] = {"as words", "null block", "foreign number", "freed block", "1 byte", "3 bytes",
     "unterminated", "bitmap format", "text", "acknowledgement asked", "not released", "sent not posted"};
-const char* const kMessageNames[] = {"initiate", "terminate", "advise", "unadvise", "ack", "data", "request", "poke", "execute"};
 const char* const kShownAsData[] = {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, "abcdefgh", "bits", nullptr,
                                     "acked", "kept", nullptr};
 // What the partner posts (a request's and an unadvise's block name its format); acknowledgements of nothing.
@@ -188,11 +185,11 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
         for (const auto& [msg, blocks] : kPosts)
             for (Block b : blocks)
                 for (HWND lib : {server.get(), client.get()}) {
-                    const std::string name = std::string(kMessageNames[msg - WM_DDE_FIRST]) + ", " + kBlockNames[b] +
-                                             (lib == server ? " to the server" : " to the client");
+                    const std::string name = "WM_DDE_FIRST+" + std::to_string(msg - WM_DDE_FIRST) + ", " +
+                                             kBlockNames[b] + (lib == server ? " to the server" : " to the client");
                     NowTrying("dde partner", name.c_str());
                     if (round == 0) SetWindowTextA(lib, "before");
-                    posted += partner.Post(lib, msg, b) != 0;
+                    posted += Tried(partner.Post(lib, msg, b)) != 0;
                     if (round > 0) continue;
                     partner.Settle();
                     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << name << ": a handed-over atom is kept";
@@ -200,7 +197,7 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
                     ASSERT_TRUE(IsWindow(lib)) << name;
                     if (msg != WM_DDE_DATA && msg != WM_DDE_POKE && msg != WM_DDE_ADVISE) continue;
                     HGLOBAL block = MakeBlock(msg, b);  // within the process the blocks come unchecked
-                    SendMessageA(lib, msg, 0, PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), 0));
+                    Tried(SendMessageA(lib, msg, 0, PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), 0)));
                     const bool kept = msg == WM_DDE_POKE || (msg == WM_DDE_DATA && (b == kTiny1 || b == kKept));
                     if (kept && b != kForeign && b != kFreed && block != nullptr) GlobalFree(block);  // not released
                 }
@@ -228,9 +225,9 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
         for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123),
                           reinterpret_cast<LPARAM>(ForeignHandle())}) {
-            twProcessDDE(server, msg, 0, lp, nullptr);
-            twProcessDDE(server, msg, reinterpret_cast<WPARAM>(server.get()), lp, empty);
-            twProcessDDE(nullptr, msg, 0, lp, nullptr);
+            Tried(twProcessDDE(server, msg, 0, lp, nullptr));
+            Tried(twProcessDDE(server, msg, reinterpret_cast<WPARAM>(server.get()), lp, empty));
+            Tried(twProcessDDE(nullptr, msg, 0, lp, nullptr));
         }
         twProcessDDE(server, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
     }
@@ -254,6 +251,7 @@ TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
     for (const auto& c : cases) {
         NowTrying("dde initiate", c.name);
         Partner partner(c.mode);
+        ++g_tried;
         ASSERT_NE(partner.second, nullptr) << c.name;
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
         if (c.dies) EXPECT_TRUE(partner.Exited(5000)) << c.name;

@@ -1,17 +1,15 @@
 // Drag and drop with windows destroyed mid-drag and drag blocks that are wrong, dead or name a non-window.
 #include <utility>
 
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "tests/win/hostile/hostile.h"
 
 using namespace fktest;
 
 namespace {
 
-HGLOBAL Block(const char* text) {
+HGLOBAL Block(const char* eight) {  // eight bytes, with no terminator of their own
     HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 8);
-    std::memcpy(GlobalLock(h), text, 8);
+    std::memcpy(GlobalLock(h), eight, 8);
     GlobalUnlock(h);
     return h;
 }
@@ -50,7 +48,7 @@ protected:
         PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(over.x, over.y));
         PostMessageA(stage_, kAfterRelease, 0, 0);
         const UINT_PTR timer = SetTimer(nullptr, 0, 3000, Rescue);
-        const LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+        const LRESULT r = Tried(twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4)));
         KillTimer(nullptr, timer);
         if (GetCapture() != nullptr) ReleaseCapture();
         for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) continue;
@@ -88,7 +86,8 @@ TEST_F(HostileDrag, WindowsDestroyedMidDrag) {
         };
         stage_.clear();
         EXPECT_EQ(Drag(source, target), 1) << c.name;
-        stage_.reply = nullptr, g_destroyOnQuery = nullptr;
+        stage_.reply = nullptr;
+        g_destroyOnQuery = nullptr;
         PumpMessages();
         EXPECT_EQ(stage_.Of(kAfterRelease).size(), 1u) << c.name << ": the drag took a message that was not its own";
         EXPECT_FALSE(IsWindow(victim)) << c.name;
@@ -128,20 +127,25 @@ TEST_F(HostileDrag, BadDragBlocks) {
     for (const auto& c : cases) {
         NowTrying("drag block", c.name);
         HWND target = Field("@DROPTARG", 250, "kept");
-        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(FieldDragBlock));  // first: freed data stays dead
+        // The drag block first: freed data stays dead.
+        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(FieldDragBlock));
         const bool owned = c.data <= kFreedBlock;  // data of ours, to be taken or left
-        HGLOBAL data = owned ? Block(c.data == kUnterminated ? "uuuuuuuu" : "dropped") : c.data == kFreedData ? Block("freed!!")
-                     : c.data == kForeign ? ForeignHandle() : nullptr;
+        HGLOBAL data = owned                 ? Block(c.data == kUnterminated ? "uuuuuuuu" : "dropped")
+                       : c.data == kFreedData ? Block("freed!!")
+                       : c.data == kForeign   ? ForeignHandle()
+                                              : nullptr;
         if (c.data == kFreedData) GlobalFree(data);
         auto* block = static_cast<FieldDragBlock*>(GlobalLock(drag));
-        block->hSource = c.source, block->dwFlags = 1, block->dwKind = c.kind;
+        block->hSource = c.source;
+        block->dwFlags = 1;
+        block->dwKind = c.kind;
         block->hData = c.data == kSelf ? drag : data;
         GlobalUnlock(drag);
         if (c.data == kSmallBlock) drag = GlobalReAlloc(drag, 16, GMEM_MOVEABLE);
         if (c.data == kFreedBlock) GlobalFree(drag);
         const auto lp = reinterpret_cast<LPARAM>(drag);
-        EXPECT_EQ(SendMessageA(target, GXM_DRAGQUERY, 0, lp), c.query) << c.name;
-        EXPECT_EQ(SendMessageA(target, GXM_DROPDATA, 0, lp), 0) << c.name;
+        EXPECT_EQ(Tried(SendMessageA(target, GXM_DRAGQUERY, 0, lp)), c.query) << c.name;
+        EXPECT_EQ(Tried(SendMessageA(target, GXM_DROPDATA, 0, lp)), 0) << c.name;
         EXPECT_EQ(WindowText(target), c.shown) << c.name;
         EXPECT_EQ(WindowText(bystander), "bystander") << c.name;
         if (owned) EXPECT_EQ(GlobalSize(data) == 0, std::string(c.shown) != "kept") << c.name << ": taken data is freed";

@@ -1,24 +1,23 @@
-// Hostile texts, guarded buffers, the classes, and a fixture that checks resources are flat after each group.
+// Hostile texts and numbers, guarded buffers, the classes, and a fixture that checks resources are flat after each
+// group.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
 #include "tests/support/resources.h"
 #include "tests/support/window.h"
-#include "tests/win/tables/popup_driver.h"
 
 namespace fktest {
 
@@ -34,26 +33,29 @@ struct GuardedBuffer {  // len bytes that end right before a no-access page
     GuardedBuffer(const GuardedBuffer&) = delete;
     ~GuardedBuffer() { VirtualFree(base, 0, MEM_RELEASE); }
     char* data() const { return base + (pages - 1) * 4096 - len; }
-    size_t size() const { return len; }
     const size_t len, pages;
     char* base;
 };
 
+// The fields of the editing core come first.
 inline const char* const kAllClasses[] = {
-    FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL,    FK_CLASS_BITMAP, FK_CLASS_ICON,     FK_CLASS_DATE,
-    FK_CLASS_COLOR,  FK_CLASS_TABLE,   FK_CLASS_CBTABLE, FK_CLASS_TICKER, FK_CLASS_CURRENCY, FK_CLASS_BUTTON,
+    FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL,   FK_CLASS_CURRENCY, FK_CLASS_DATE,   FK_CLASS_BITMAP,
+    FK_CLASS_ICON,   FK_CLASS_COLOR,   FK_CLASS_TABLE,  FK_CLASS_CBTABLE,  FK_CLASS_TICKER, FK_CLASS_BUTTON,
     FK_CLASS_LINE,   FK_CLASS_TEXT3D,  FK_CLASS_FRAME3D};
-inline const char* const kEntryClasses[] = {FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL, FK_CLASS_CURRENCY,
-                                            FK_CLASS_DATE};  // the fields of the editing core
+constexpr int kEntryClasses = 5;
 
 inline std::string HighBytes() {  // 0x80-0xFF
     std::string high;
     for (int c = 0x80; c <= 0xFF; ++c) high.push_back(static_cast<char>(c));
     return high;
 }
-inline void FillRandom(char* p, size_t n, uint32_t seed) {
-    uint32_t x = seed * 2654435761u + 1;
-    for (size_t i = 0; i < n; ++i) x ^= x << 13, x ^= x >> 17, x ^= x << 5, p[i] = static_cast<char>(x >> 24);
+inline std::string Random(size_t n, uint32_t seed) {  // xorshift bytes
+    std::string s(n, 0);
+    for (uint32_t i = 0, x = seed * 2654435761u + 1; i < n; ++i) {
+        x ^= x << 13, x ^= x >> 17, x ^= x << 5;
+        s[i] = static_cast<char>(x >> 24);
+    }
+    return s;
 }
 
 // A handle no allocation answers to. In the 64-bit build it lies above 4 GiB,
@@ -65,7 +67,7 @@ inline HGLOBAL ForeignHandle() {
 // bits look harmless (4, a null pointer) and whose high ones do not.
 inline std::vector<UINT_PTR> JunkNumbers() {
     std::vector<UINT_PTR> v{0u, 1u, 4u, 12u, 0xFFFFFFFFu};
-    if (sizeof(void*) == 8) v.insert(v.end(), {static_cast<UINT_PTR>(0x100000004ull), static_cast<UINT_PTR>(0x7FF700000000ull), ~UINT_PTR(0)});
+    if (sizeof(void*) == 8) v.insert(v.end(), {UINT_PTR(0x100000004ull), UINT_PTR(0x7FF700000000ull), ~UINT_PTR(0)});
     return v;
 }
 
@@ -96,22 +98,16 @@ inline const std::vector<HostileText>& HostileMethods() {
 }
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
-inline int g_tried = 0;                      // inputs of the running group, printed when it ends
-inline void NowTrying(const char* group, const char* what) {
-    std::snprintf(g_trying, 512, "%s: %s", group, what);
-    ++g_tried;
+inline long g_tried = 0;                     // hostile calls of the running group, printed when it ends
+inline void NowTrying(const char* group, const char* what) { std::snprintf(g_trying, 512, "%s: %s", group, what); }
+template <typename R>
+R Tried(R result) {  // counts one hostile call
+    return ++g_tried, result;
 }
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
 inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
 }
-
-// Closes any table popup of this thread that stays open a few timer ticks: no hostile table waits for a user.
-struct PopupCanceller {
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
-    const UINT_PTR timer = SetTimer(nullptr, 0, 20, Tick);
-    ~PopupCanceller() { KillTimer(nullptr, timer); }
-};
 
 class HostileGroup : public ::testing::Test {
 protected:
@@ -130,7 +126,7 @@ protected:
         EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
                     after.gdiObjects <= before.gdiObjects)
             << DescribeGrowth(before, after, false);
-        std::printf("%s: %d hostile inputs survived\n", ::testing::UnitTest::GetInstance()->current_test_info()->name(),
+        std::printf("%s: %ld hostile calls survived\n", ::testing::UnitTest::GetInstance()->current_test_info()->name(),
                     g_tried);
         NowTrying("between groups", "");
     }

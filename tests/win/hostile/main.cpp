@@ -1,5 +1,5 @@
 // The suite's main: warms up, names the input tried on a fault, and is the DDE partner with --dde-partner.
-#include "tests/support/recorder.h"
+#include "tests/win/tables/popup_driver.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
@@ -10,17 +10,6 @@ static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
                  info->ExceptionRecord->ExceptionAddress, g_trying);
     return EXCEPTION_EXECUTE_HANDLER;
-}
-
-static BOOL CALLBACK CancelPopup(HWND h, LPARAM) {
-    char cls[16] = "";
-    GetClassNameA(h, cls, sizeof cls);
-    if (!lstrcmpiA(cls, "ListBox") && (GetWindowLongA(h, GWL_STYLE) & WS_POPUP) && IsWindowVisible(h)) DestroyWindow(h);
-    return TRUE;
-}
-void CALLBACK PopupCanceller::Tick(HWND, UINT, UINT_PTR, DWORD) {
-    static int ticks = 0;  // a popup gets a few ticks to appear fully
-    if (++ticks % 3 == 0) EnumThreadWindows(GetCurrentThreadId(), CancelPopup, 0);
 }
 
 // Once over what makes lasting objects the first time (classes painted, a box, DCs, clipboard, popup, cursors).
@@ -42,11 +31,10 @@ static void WarmUp() {
     std::string table;
     for (int c = 1; c <= 0xFF; ++c) table += c == '\r' || c == '\n' || c == 0x1A ? ' ' : static_cast<char>(c);
     for (table += "\r\n\t\t,x\r\n"; table.size() < 800;) table += "A,1\r\n";
-    const std::string path = WriteTable("fk_hostile_warm.tbl", table);
-    PopupCanceller canceller;
-    GlobalFree(twShowTable(parent, path.c_str(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
+    const TempFile file("hostile_warm.tbl", table);
+    PopupDriver driver(file.path(), {VK_ESCAPE});
+    GlobalFree(twShowTable(parent, file.path(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
     twFreeTable(nullptr);
-    DeleteFileA(path.c_str());
     RecordingParent recorder;
     for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA(FK_DLL_NAME), MAKEINTRESOURCEA(cursor));
     parent.reset();

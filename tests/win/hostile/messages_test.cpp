@@ -1,76 +1,119 @@
 // Hostile input through the message set and the editing core.
-#include "tests/win/hostile/hostile.h"
+#include <dde.h>
+
+#include <set>
+
 #include "tests/support/bitness.h"
+#include "tests/win/hostile/hostile.h"
 
 using namespace fktest;
 
-static HWND Create(HWND parent, const char* cls) {
+namespace {
+
+HWND Create(HWND parent, const char* cls) {
     return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, HMENU(77), nullptr, nullptr);
 }
-static void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
-static std::string GetMethod(HWND h, GuardedBuffer& copy) {  // at most 256 characters come back
-    std::memset(copy.data(), 'x', 256), copy.data()[256] = 0;
-    SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy.data()));
+void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
+std::string GetMethod(HWND h, GuardedBuffer& copy) {  // at most 256 characters come back
+    std::memset(copy.data(), 'x', 256);
+    copy.data()[256] = 0;
+    Tried(SendMessageA(h, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy.data())));
     EXPECT_EQ(copy.data()[256], 0);
     return copy.data();
 }
 
-// Messages whose lParam is a number, never dereferenced, also get wild pointers (sets of a flag take it in lParam).
-static bool LParamIsANumber(UINT msg, WPARAM wp) {
+// Ours, the single classes' own (from WM_USER) and DDE's. Those whose lParam is a number, never dereferenced, also
+// get wild pointers (sets of a flag take it in lParam).
+std::vector<UINT> Messages() {
+    std::vector<UINT> all{GXM_SETMETHOD};
+    for (auto [first, last] : {std::pair{GXM_FIRST, GXM_LAST}, {WM_USER + 1, WM_USER + 10}, {WM_DDE_FIRST, WM_DDE_LAST}})
+        for (UINT msg = first; msg <= UINT(last); ++msg) all.push_back(msg);
+    return all;
+}
+bool LParamIsANumber(UINT msg, WPARAM wp) {
     static const std::set<UINT> pointers{GXM_SETMETHOD, GXM_SETVALUE, GXM_GETVALUE, GXM_GETMETHOD, GXM_GETTYPE,
         GXN_ERROR, GXN_DRAGNOTIFY, GXM_DROPDATA, GXM_DRAGQUERY, GXM_MASK, GXM_EXCLUDE, GXM_INCLUDE, GXM_SETTABLE,
         GXM_SETDISPLAY, GXM_SETDELIMITER, GXM_SETTABSTOPS, GXM_SETCOLWIDTHS};
     return msg == GXM_AUTOTAB || msg == GXM_AUTOFILL ? wp != 0 : pointers.count(msg) == 0;
 }
 
+// The editing core on one text: drawn under hostile selection and caret words (a field's own), pressed and moved
+// with the mouse at hostile positions, and masked into a screen buffer of exactly both lengths and a terminator.
+void DriveEditingCore(HWND h, const std::string& t, bool field) {
+    GuardedBuffer text(t), mask(t), screen(2 * t.size() + 1);
+    if (field) SetFocus(h);
+    for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7}, {MAKELONG(0xFFFF, 0), 100000},
+                                    {LONG(0xFFFFFFFF), 3}}) {
+        if (field) SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
+        for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET})
+            Tried(twDrawField(h, text.data(), how, 0));
+    }
+    for (int x : {INT_MIN, -1, 0, 3, 40, 149, 5000, INT_MAX}) {
+        MouseButtonDown(h, x, text.data(), nullptr, 0, 0);
+        MouseButtonDown(h, x, text.data(), mask.data(), 1, 0x100);
+        MouseButtonDown(h, x, text.data(), const_cast<char*>("##-##"), 0, 0);
+        MouseMove(h, x / 2, text.data(), 0);
+        MouseMove(h, x, text.data(), 1);
+        ReleaseCapture();
+        g_tried += 5;
+    }
+    for (int pos : {-3, 0, 5, 70000})
+        for (int noFill : {0, 1}) Tried(twAppToScrMask(screen.data(), text.data(), mask.data(), pos, noFill));
+    MouseButtonDown(h, 5, nullptr, nullptr, 0, 0);
+    MouseMove(h, 5, nullptr, 0);
+    Tried(twDrawField(h, nullptr, 0, 0));
+    DestroyCaret();
+}
+
 class HostileMessages : public HostileGroup {};
 
-// Every class: hostile methods, every private message with lParam 0, garbage or wild, 1 MB text, WM_DESTROY twice.
+}  // namespace
+
+// Every class: hostile methods (the fields' editing core on each); every message with lParam 0, garbage or wild;
+// 1 MB of text; WM_DESTROY twice.
 TEST_F(HostileMessages, EveryClass) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
-    std::vector<UINT> numbers{GXM_SETMETHOD};
-    for (UINT msg = GXM_FIRST; msg <= GXM_LAST; ++msg) numbers.push_back(msg);
     char what[64];
-    for (const char* cls : kAllClasses) {
+    for (int i = 0; i < int(std::size(kAllClasses)); ++i) {
+        const char* const cls = kAllClasses[i];
         HWND h = Create(parent, cls);
         ASSERT_NE(h, nullptr) << cls;
         for (const auto& m : HostileMethods()) {
             NowTrying(cls, m.name);
             GuardedBuffer text(m.text);
-            SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.data()));
+            Tried(SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.data())));
             EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << cls << " " << m.name;
-            EXPECT_LE(unsigned(SendMessageA(h, GXM_VALIDATE, 0, 0) + 1), 1u) << cls << " " << m.name;  // 0 or -1
+            EXPECT_LE(unsigned(Tried(SendMessageA(h, GXM_VALIDATE, 0, 0)) + 1), 1u) << cls << " " << m.name;  // 0, -1
             Paint(h);
+            if (i < kEntryClasses) DriveEditingCore(h, m.text, true);
         }
-        SendMessageA(h, GXM_SETMETHOD, 0, 0);
+        Tried(SendMessageA(h, GXM_SETMETHOD, 0, 0));
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
         uint32_t seed = 1;
-        for (UINT msg : numbers) {
+        for (UINT msg : Messages())
             for (WPARAM wp : JunkNumbers()) {
                 std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%llX", msg, static_cast<unsigned long long>(wp));
                 NowTrying(cls, what);
-                SendMessageA(h, msg, wp, 0);
-                FillRandom(garbage.data(), garbage.size(), seed++);
-                garbage.data()[63] = 0;
-                SendMessageA(h, msg, wp, reinterpret_cast<LPARAM>(garbage.data()));
-                if (LParamIsANumber(msg, wp))
-                    for (UINT_PTR lp : {UINT_PTR(1), UINT_PTR(0xDEADBEEF), JunkNumbers().back()}) SendMessageA(h, msg, wp, LPARAM(lp));
+                std::memcpy(garbage.data(), Random(63, seed++).c_str(), 64);
+                std::vector<UINT_PTR> lps{0, reinterpret_cast<UINT_PTR>(garbage.data())};
+                if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, JunkNumbers().back()});
+                for (UINT_PTR lp : lps) Tried(SendMessageA(h, msg, wp, LPARAM(lp)));
             }
-        }
         Paint(h);
         NowTrying(cls, "1 MB of WM_SETTEXT");
-        SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())), Paint(h);
-        std::memset(out.data(), 0, out.size());
-        SendMessageA(h, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data()));
-        EXPECT_LT(strnlen(out.data(), out.size()), out.size()) << cls;
-        for (WPARAM type : {0u, 1u, 3u, 4u, 5u}) SendMessageA(h, GXM_GETVALUE, type, (LPARAM)out.data());
-        SendMessageA(h, WM_GETTEXTLENGTH, 0, 0), SendMessageA(h, GXM_VALIDATE, 0, 0), SendMessageA(h, WM_SETTEXT, 0, 0);
+        Tried(SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())));
+        Paint(h);
+        std::memset(out.data(), 0, out.len);
+        Tried(SendMessageA(h, WM_GETTEXT, out.len, reinterpret_cast<LPARAM>(out.data())));
+        EXPECT_LT(strnlen(out.data(), out.len), out.len) << cls;
+        for (UINT msg : {GXM_GETVALUE, WM_GETTEXTLENGTH, GXM_VALIDATE, WM_SETTEXT})
+            for (WPARAM type : {0u, 1u, 3u, 4u, 5u}) Tried(SendMessageA(h, msg, type, msg == WM_SETTEXT ? 0 : (LPARAM)out.data()));
         Paint(h);
         NowTrying(cls, "WM_DESTROY sent by hand");
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
-        SendMessageA(h, WM_DESTROY, 0, 0), SendMessageA(h, WM_DESTROY, 0, 0);
+        Tried(SendMessageA(h, WM_DESTROY, 0, 0)), Tried(SendMessageA(h, WM_DESTROY, 0, 0));
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
-        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(second)"));
+        Tried(SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(second)")));
         DestroyWindow(h);
         EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr)) << cls;
     }
@@ -78,51 +121,20 @@ TEST_F(HostileMessages, EveryClass) {
     HWND h = Create(parent, FK_CLASS_STRING);
     for (const char* text : {"@MSG(hello)@RNG(1,2)", "@A", "", "@MBOX(a longer text for a block of its own):x"}) {
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text));
-        ASSERT_NE(fktest::TextWord(h, 26, 34), nullptr);
-        SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(fktest::TextWord(h, 26, 34)));
+        ASSERT_NE(TextWord(h, 26, 34), nullptr);
+        Tried(SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(TextWord(h, 26, 34))));
         EXPECT_EQ(GetMethod(h, copy), text);
     }
     DestroyWindow(h);
 }
 
-// The editing core on hostile texts, masks, positions and window words; then on foreign and dead windows.
-TEST_F(HostileMessages, EditingCore) {
-    for (const char* cls : kEntryClasses) {
-        HWND h = Create(parent, cls);
-        ASSERT_NE(h, nullptr) << cls;
-        SetFocus(h);
-        for (const auto& t : HostileMethods()) {
-            NowTrying(cls, t.name);
-            GuardedBuffer text(t.text), mask(t.text);
-            for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7},
-                                            {MAKELONG(0xFFFF, 0), 100000}, {LONG(0xFFFFFFFF), 3}}) {
-                SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
-                for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET}) twDrawField(h, text.data(), how, 0);
-            }
-            for (int x : {INT_MIN, -1, 0, 3, 40, 149, 5000, INT_MAX}) {
-                MouseButtonDown(h, x, text.data(), nullptr, 0, 0);
-                MouseMove(h, x / 2, text.data(), 0);
-                MouseButtonDown(h, x, text.data(), mask.data(), 1, 0x100);
-                MouseMove(h, x, text.data(), 1);
-                MouseButtonDown(h, x, text.data(), const_cast<char*>("##-##"), 0, 0);
-                ReleaseCapture();
-            }
-            GuardedBuffer screen(2 * t.text.size() + 1);  // holds both lengths and a terminator
-            for (int pos : {-3, 0, 5, 70000})
-                for (int noFill : {0, 1}) twAppToScrMask(screen.data(), text.data(), mask.data(), pos, noFill);
-        }
-        MouseButtonDown(h, 5, nullptr, nullptr, 0, 0), MouseMove(h, 5, nullptr, 0), twDrawField(h, nullptr, 0, 0);
-        DestroyCaret(), DestroyWindow(h);
-    }
-    HWND stat = Create(parent, "STATIC"), button = Create(parent, "BUTTON"), list = Create(parent, "LISTBOX");
+// The editing core on foreign, dead and no windows.
+TEST_F(HostileMessages, EditingCoreOnForeignWindows) {
     HWND dead = Create(parent, "STATIC");
     DestroyWindow(dead);
-    char text[] = "foreign text", mask[] = "##-##";
-    for (HWND h : {stat, button, list, parent.get(), GetDesktopWindow(), dead, HWND{}, HWND(0x1234)}) {
+    for (HWND h : {Create(parent, "STATIC"), Create(parent, "BUTTON"), Create(parent, "LISTBOX"), parent.get(),
+                   GetDesktopWindow(), dead, HWND{}, HWND(0x1234)}) {
         NowTrying("editing core", "foreign window");
-        twDrawField(h, text, GXDF_ANY, 0), twDrawField(h, text, GXDF_PAINT | GXDF_RIGHT, 0);
-        MouseButtonDown(h, 10, text, mask, 0, 0), MouseButtonDown(h, 10, text, nullptr, 0, 0), MouseMove(h, 30, text, 1);
-        ReleaseCapture();
+        DriveEditingCore(h, "foreign text", false);
     }
-    DestroyCaret();
 }

@@ -1,12 +1,14 @@
 // Hostile tables through the table store and popup, hostile clipboard contents through the paste.
+#include <algorithm>
+
 #include "tests/win/hostile/hostile.h"
+#include "tests/win/tables/popup_driver.h"
 
 using namespace fktest;
 
 // Random bytes; with lines, no NUL or Ctrl-Z either, so that the text is read far.
 static std::string Binary(size_t n, uint32_t seed, bool lines = false) {
-    std::string s(n, 0);
-    FillRandom(s.data(), n, seed);
+    std::string s = Random(n, seed);
     if (lines) std::replace_if(s.begin(), s.end(), [](char c) { return c == 0 || c == 0x1A; }, ',');
     return s;
 }
@@ -40,9 +42,9 @@ protected:
     std::string Paste(int max) {  // into a buffer of exactly max bytes
         NowTrying("clipboard", "paste");
         GuardedBuffer out(max > 0 ? static_cast<size_t>(max) : 1);
-        std::memset(out.data(), '#', out.size());
-        pasted = twClipboardPasteText(parent, out.data(), max);
-        return std::string(out.data(), strnlen(out.data(), out.size()));
+        std::memset(out.data(), '#', out.len);
+        pasted = Tried(twClipboardPasteText(parent, out.data(), max));
+        return std::string(out.data(), strnlen(out.data(), out.len));
     }
     std::vector<std::string> files;
     int pasted = -1;
@@ -63,12 +65,12 @@ TEST_F(HostileStores, Tables) {
     for (const auto& name : names) {
         NowTrying("twSearchTable", name.substr(0, 60).c_str());
         GuardedBuffer n(name);
-        twLoadTable(n.data(), nullptr);
+        Tried(twLoadTable(n.data(), nullptr));
         for (const auto& key : keys) {
             GuardedBuffer k(key);
             for (int column : {INT_MIN, -1, 0, 1, 2, 255, 256, 100000, INT_MAX})
                 for (char delimiter : {'\0', ',', '\xFF', '\n', 'L', ' '})
-                    ExpectCut(twSearchTable(n.data(), column, k.data(), delimiter, nullptr, 0), 0);
+                    ExpectCut(Tried(twSearchTable(n.data(), column, k.data(), delimiter, nullptr, 0)), 0);
         }
         EXPECT_EQ(twSearchTable(n.data(), 1, nullptr, ',', nullptr, 0), nullptr);
         twFreeTable(n.data());
@@ -82,7 +84,7 @@ TEST_F(HostileStores, Tables) {
     const char *from = source.c_str(), *to = dest.c_str();  // onto itself: refused, the table kept
     for (auto [a, b] : {std::pair{(const char*)nullptr, to}, {from, nullptr}, {"", ""}, {"fk_no_such_table", to},
                         {from, longName.c_str()}, {from, from}})
-        EXPECT_EQ(twCopyFile(a, b), 0) << (a ? a : "null") << " " << (b ? std::string(b).substr(0, 9) : "null");
+        EXPECT_EQ(Tried(twCopyFile(a, b)), 0) << (a ? a : "null") << " " << (b ? std::string(b).substr(0, 9) : "null");
     HGLOBAL line = twSearchTable(source.c_str(), 1, "B", ',', nullptr, 0);
     EXPECT_NE(line, nullptr);
     ExpectCut(line, 0);
@@ -99,13 +101,13 @@ TEST_F(HostileStores, Tables) {
         for (const auto& c : cases) {
             NowTrying("twShowTable", path.c_str());
             PopupDriver driver(path, {VK_END, VK_RETURN});
-            ExpectCut(twShowTable(parent, path.c_str(), c.mask, c.x, c.y, c.cx, c.cy, '\t', c.lineMax, 0, 0, 0,
-                                  nullptr, 0), c.lineMax);
+            ExpectCut(Tried(twShowTable(parent, path.c_str(), c.mask, c.x, c.y, c.cx, c.cy, '\t', c.lineMax, 0, 0, 0,
+                                        nullptr, 0)), c.lineMax);
             EXPECT_NE(driver.popup, nullptr) << path << " " << c.lineMax;
         }
     for (const char* name : {static_cast<const char*>(nullptr), "", "fk_no_such_table", empty.c_str()}) {
-        EXPECT_EQ(twShowTable(parent, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
-        EXPECT_EQ(twShowTable(nullptr, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0), nullptr);
+        for (HWND owner : {parent.get(), HWND{}})
+            EXPECT_EQ(Tried(twShowTable(owner, name, 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0)), nullptr);
     }
 }
 
