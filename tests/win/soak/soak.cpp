@@ -28,6 +28,7 @@
 #include "include/fldkit.h"
 #include "tests/support/files.h"
 #include "tests/support/resources.h"
+#include "tests/support/window.h"
 #include "tests/win/display/picture_files.h"
 
 namespace {
@@ -66,13 +67,6 @@ void SetMethod(HWND h, const std::string& method) {
     SendMessageA(h, GXM_SETMETHOD, 0, method.empty() ? 0 : reinterpret_cast<LPARAM>(method.c_str()));
 }
 
-void Pump() {
-    for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) {
-        TranslateMessage(&m);
-        DispatchMessageA(&m);
-    }
-}
-
 // A window that hands initiates to its children as a dialog does; errors are taken here, so no box comes up.
 LRESULT CALLBACK ParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     if (msg == GXN_ERROR) return GXR_HANDLED;
@@ -86,21 +80,9 @@ HWND MakeWindow(const char* cls, const char* text, DWORD style, HWND parent, int
                            GetModuleHandleA(nullptr), nullptr);
 }
 
-// Partners that live for the whole soak (made in the warm-up, before the
-// first figures): a DDE server field in a window of its own and a drop target.
-struct Partners {
-    HWND serverWindow, server, target;
-};
-
-Partners& ThePartners(HWND parent) {
-    static Partners p{MakeWindow("FkSoakParent", "server", WS_OVERLAPPED, nullptr), nullptr, nullptr};
-    if (p.server != nullptr) return p;
-    p.server = MakeWindow(FK_CLASS_STRING, "", WS_CHILD, p.serverWindow);
-    SetMethod(p.server, "@SERVER(FkSoak,Prices,Item)");
-    p.target = MakeWindow(FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE, parent, 60);
-    SetMethod(p.target, "@DROPTARG");
-    return p;
-}
+// Partners that live for the whole soak (made before the warm-up): a DDE server field in a window of its own and
+// a drop target.
+HWND g_serverWindow, g_server, g_target;
 
 // ---------------------------------------------------------------------------
 // The steps of one cycle.
@@ -113,18 +95,19 @@ void StepCreate(Cycle& c) {
     SendMessageA(c.control, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy));
 }
 
-// A value of the form each class takes, then read back.
+// A value of the form each class takes (by its style, a whole number, a real one or a date), then read back.
 void StepSetGetValue(Cycle& c) {
     const std::string text = std::to_string(c.n % 1000), cls = c.plan.cls;
     LONG whole = c.n % 1000;
     double real = c.n / 7.0;
+    const bool isReal = cls == FK_CLASS_REAL || cls == FK_CLASS_CURRENCY;
+    const WPARAM type = cls == FK_CLASS_NUMERIC ? GXT_LONG : isReal ? GXT_DOUBLE : cls == FK_CLASS_DATE ? GXT_TEXT : 0;
+    const void* value = text.c_str();
+    if (type == GXT_LONG) value = &whole;
+    if (isReal) value = &real;
+    if (type == GXT_TEXT) value = "02032004";
     SetWindowTextA(c.control, text.c_str());
-    WPARAM type = 0;
-    LPARAM value = reinterpret_cast<LPARAM>(text.c_str());
-    if (cls == FK_CLASS_NUMERIC) type = GXT_LONG, value = reinterpret_cast<LPARAM>(&whole);
-    if (cls == FK_CLASS_REAL || cls == FK_CLASS_CURRENCY) type = GXT_DOUBLE, value = reinterpret_cast<LPARAM>(&real);
-    if (cls == FK_CLASS_DATE) type = GXT_TEXT, value = reinterpret_cast<LPARAM>("02032004");
-    SendMessageA(c.control, GXM_SETVALUE, type, value);
+    SendMessageA(c.control, GXM_SETVALUE, type, reinterpret_cast<LPARAM>(value));
     char buffer[1024] = "";
     SendMessageA(c.control, GXM_GETVALUE, type, reinterpret_cast<LPARAM>(buffer));
     LONG size = 0;
@@ -181,19 +164,17 @@ void StepReconfigure(Cycle& c) {
 // The control becomes a client of the server field, which pushes it a
 // value; the client refreshes; the link ends when the control is destroyed.
 void StepDdeLink(Cycle& c) {
-    Partners& p = ThePartners(c.parent);
     SetMethod(c.control, "@CLIENT(FkSoak,Prices,Item)NOAUTOSTART");
-    SendMessageA(p.server, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(std::to_string(c.n).c_str()));
+    SendMessageA(g_server, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(std::to_string(c.n).c_str()));
     SendMessageA(c.control, GXM_SETVALUE, 0, 0);
-    Pump();
+    PumpMessages();
 }
 
 // A drag onto the drop target: the move and the release are queued, then the drag starts and its loop takes them.
 void StepDrag(Cycle& c) {
-    Partners& p = ThePartners(c.parent);
     SetMethod(c.control, "@DRAGSRC(0)");
     POINT at{5, 5};
-    MapWindowPoints(p.target, c.control, &at, 1);
+    MapWindowPoints(g_target, c.control, &at, 1);
     twProcessDragDrop(c.control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
     PostMessageA(c.control, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
     PostMessageA(c.control, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
@@ -298,9 +279,9 @@ void RunCycles(HWND parent, const ClassPlan& plan, int cycles) {
     Cycle c{parent, plan};
     for (c.n = 0; c.n < cycles; ++c.n) {
         for (auto step : kSteps) step(c);
-        if (c.n % 16 == 15) Pump();
+        if (c.n % 16 == 15) PumpMessages();
     }
-    Pump();
+    PumpMessages();
 }
 
 // What the system itself keeps per GetClipboardData call, measured with the
@@ -350,6 +331,11 @@ int main(int argc, char** argv) {
     HWND parent = CreateWindowExA(0, "FkSoakParent", "soak", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
                                   400, 200, nullptr, nullptr, wc.hInstance, nullptr);
     const std::vector<ClassPlan> plans = Plans(bitmap.path(), strip.path(), icon.path());
+    g_serverWindow = MakeWindow("FkSoakParent", "server", WS_OVERLAPPED, nullptr);
+    g_server = MakeWindow(FK_CLASS_STRING, "", WS_CHILD, g_serverWindow);
+    SetMethod(g_server, "@SERVER(FkSoak,Prices,Item)");
+    g_target = MakeWindow(FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE, parent, 60);
+    SetMethod(g_target, "@DROPTARG");
     // A few cycles of every class first: what the system makes once (caches, fonts, the clipboard's windows) is no leak.
     for (const ClassPlan& plan : plans) RunCycles(parent, plan, 16);
     const double pasteCost = PasteCost(parent);
@@ -369,20 +355,16 @@ int main(int argc, char** argv) {
     const long all = std::lround(pasteCost * cycles * static_cast<double>(plans.size()));
     grew = Report("all classes", first, before, Now() - start, all) || grew;
 
-    DestroyWindow(ThePartners(parent).serverWindow);
+    DestroyWindow(g_serverWindow);
     DestroyWindow(parent);
-    Pump();
+    PumpMessages();
     twFreeTable(nullptr);
     DeleteFileA(g_table.c_str());
-    if (const int objects = twCountAccessibleObjects(); objects != 0) {
-        std::printf("%d accessible object(s) outlived their windows\n", objects);
-        grew = true;
-    }
-    for (const char* item : {kAgainItem, kReconfItem}) {
-        if (GlobalFindAtomA(item) == 0) continue;
-        std::printf("the item atom %s of a link outlived its controls\n", item);
-        grew = true;
-    }
+    std::string outlived = twCountAccessibleObjects() != 0 ? " accessible objects" : "";
+    for (const char* item : {kAgainItem, kReconfItem})
+        if (GlobalFindAtomA(item) != 0) outlived += std::string(" the item atom ") + item;
+    if (!outlived.empty()) std::printf("outlived their windows and controls:%s\n", outlived.c_str());
+    grew = grew || !outlived.empty();
     std::printf("\n%s\n", grew ? "FAILED: a figure grew over the soak" : "flat: every figure ended where it started");
     return grew ? 1 : 0;
 }
