@@ -18,7 +18,9 @@ struct FailNext {
     ~FailNext() { fkFailAllocation(0); }
 };
 
-TEST(AllocationFailure, EachServiceReportsItQuietly) {
+// Each service once, then a field's whole life with the nth allocation failing, for every n that the life reaches.
+TEST(AllocationFailure, EachServiceAndAFieldsLifeEndQuietly) {
+    fktest::MessageBoxWatcher boxes;
     fktest::RecordingParent parent;
     auto field = fktest::MakeChild(parent, "gxString32", 0, 100, 150, 24);
     SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(4)"));
@@ -29,24 +31,12 @@ TEST(AllocationFailure, EachServiceReportsItQuietly) {
     EXPECT_EQ(SendMessageA(field, GXM_GETLIMIT, 0, 0), 4) << "the limit stays";
     EXPECT_EQ((FailNext(1), ListClasses(nullptr, 0, nullptr, nullptr)), nullptr);
     EXPECT_EQ((FailNext(1), twClipboardCopyText(field, "abc", 3)), 0);
-    {
-        fktest::MessageBoxWatcher boxes;
-        FailNext fail(1);
-        char method[] = "@MSG(x)";
-        EXPECT_EQ(twShowError(field, method, GXT_TEXT, GXE_NOTENTERED), 0);
-        EXPECT_TRUE(boxes.boxes().empty());
-    }
-    field.reset();
-    EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr));
-}
-
-// A field's whole life with the nth allocation failing, for every n that the life reaches.
-TEST(AllocationFailure, FieldLifeSurvivesAnyFailingAllocation) {
-    fktest::MessageBoxWatcher boxes;
-    fktest::RecordingParent parent;
+    char method[] = "@MSG(x)";
+    EXPECT_EQ((FailNext(1), twShowError(field, method, GXT_TEXT, GXE_NOTENTERED)), 0);
+    EXPECT_TRUE(boxes.boxes().empty());
     for (int nth = 1; nth <= 12; ++nth) {
         FailNext fail(nth);
-        auto field = fktest::MakeChild(parent, "gxString32", 0, 100, 150, 24);
+        field = fktest::MakeChild(parent, "gxString32", 0, 100, 150, 24);
         SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MASK(###)@MND@DROPTARG"));
         SendMessageA(field, GXM_EXCLUDE, 1, reinterpret_cast<LPARAM>("9"));
         SendMessageA(field, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("12"));

@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "access/accessible.h"
@@ -36,12 +37,7 @@ namespace {
 using namespace fktest;
 
 // A setting message: lParam as text, or as a number when text is null.
-struct Setting {
-    UINT msg;
-    WPARAM wp;
-    const char* text;
-    LPARAM number;
-};
+using Setting = std::tuple<UINT, WPARAM, const char*, LPARAM>;
 
 // How a class is configured (methods[0]) and reconfigured (the methods in
 // turn, the last one twice, then the settings and a style bit flipped).
@@ -151,8 +147,8 @@ void StepReconfigure(Cycle& c) {
     for (const std::string& method : c.plan.methods)
         if (c.n % 8 == 0) SetMethod(c.control, method);
     SetMethod(c.control, c.plan.methods.back());
-    for (const Setting& s : c.plan.settings)
-        SendMessageA(c.control, s.msg, s.wp, s.text ? reinterpret_cast<LPARAM>(s.text) : s.number);
+    for (const auto& [msg, wp, text, number] : c.plan.settings)
+        SendMessageA(c.control, msg, wp, text ? reinterpret_cast<LPARAM>(text) : number);
     const LONG_PTR style = GetWindowLongPtrA(c.control, GWL_STYLE);
     SetWindowLongPtrA(c.control, GWL_STYLE, style ^ c.plan.styleFlip);
     SetWindowPos(c.control, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
@@ -193,9 +189,7 @@ void StepScreenReader(Cycle& c) {
     long children = 0;
     acc->get_accChildCount(&children);
     for (long id = 0; id <= std::min(children, 3L); ++id) {
-        VARIANT child, role, state;
-        VariantInit(&role);
-        VariantInit(&state);
+        VARIANT child{}, role{}, state{};
         child.vt = VT_I4;
         child.lVal = id;
         acc->get_accRole(child, &role);
@@ -216,10 +210,8 @@ void StepPaint(Cycle& c) {
 
 // The editing core's drawing and mouse selection on the entry fields.
 void StepEditingCore(Cycle& c) {
-    const std::string cls = c.plan.cls;
-    if (cls != FK_CLASS_STRING && cls != FK_CLASS_NUMERIC && cls != FK_CLASS_REAL && cls != FK_CLASS_CURRENCY &&
-        cls != FK_CLASS_DATE)
-        return;
+    const std::string entries[] = {FK_CLASS_STRING, FK_CLASS_NUMERIC, FK_CLASS_REAL, FK_CLASS_CURRENCY, FK_CLASS_DATE};
+    if (std::find(std::begin(entries), std::end(entries), c.plan.cls) == std::end(entries)) return;
     SetFocus(c.control);
     char text[] = "12345678", mask[] = "##-##-##";
     twDrawField(c.control, text, GXDF_ANY, 0);
@@ -322,14 +314,7 @@ int main(int argc, char** argv) {
                                                   return kQuadColours[Quadrant(x % kQuadW, y)];
                                               })));
     const TempFile icon("soak.ico", Ico({{16, 0x00FF00}, {32, 0x0000FF}}));
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = ParentProc;
-    wc.hInstance = GetModuleHandleA(nullptr);
-    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    wc.lpszClassName = "FkSoakParent";
-    RegisterClassA(&wc);
-    HWND parent = CreateWindowExA(0, "FkSoakParent", "soak", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                                  400, 200, nullptr, nullptr, wc.hInstance, nullptr);
+    HWND parent = CreateTopLevel("FkSoakParent", ParentProc, 400, 200, WS_CLIPCHILDREN);
     const std::vector<ClassPlan> plans = Plans(bitmap.path(), strip.path(), icon.path());
     g_serverWindow = MakeWindow("FkSoakParent", "server", WS_OVERLAPPED, nullptr);
     g_server = MakeWindow(FK_CLASS_STRING, "", WS_CHILD, g_serverWindow);
