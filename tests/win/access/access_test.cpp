@@ -1,6 +1,8 @@
-// An assistive client: reads every class through oleacc as a screen reader
+// An assistive client: reads the classes through oleacc as a screen reader
 // does, listens to the WinEvents the controls raise with an out-of-context
 // hook, and pokes the objects with bad child ids and after their windows are gone.
+// What each class announces on a whole form is pinned by the demo's transcript
+// (docs/accessibility.md); here are the shortcuts, help, states, events and actions.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -165,7 +167,7 @@ LRESULT CALLBACK ForwardInitiates(HWND self, UINT msg, WPARAM wp, LPARAM lp) {
 }
 
 enum Control { kName, kLine, kAfterLine, kNumeric, kSave, kMasked, kTable, kToggle, kColour, kCombo, kServer, kClient,
-               kTicker, kPicture, kIcon, kDemands, kReal, kCurrency, kDate, kToolbar, kText3D, kFrame, kNews, kControls };
+               kTicker, kPicture, kIcon, kToolbar, kControls };
 HWND g_at[kControls];
 
 struct Target {
@@ -178,7 +180,7 @@ struct Target {
 // (the fields the step names, if any). Labels: the nearest visible static text before the control; frames and lines between
 // are passed over, another control is not. Once the windows are gone, an object a reader still holds answers
 // nothing, and goes with the reader's last reference.
-TEST(Access, EachClassIsHeardAndEachChangeAnnounced) {
+TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const FkLinkHooks fakes{nullptr, FakeExec, nullptr, nullptr, nullptr, nullptr};
     fkSetLinkHooks(&fakes);
@@ -189,40 +191,29 @@ TEST(Access, EachClassIsHeardAndEachChangeAnnounced) {
     const struct {
         const char* cls;
         DWORD style;
-        LONG role;
         const char *label, *text, *method;
         int height = 24;
     } layout[kControls] = {
-        {"gxString32", 0, ROLE_SYSTEM_TEXT, "Na&me:", "", ""},
-        {"gxLine32", 0, ROLE_SYSTEM_SEPARATOR, nullptr, "", ""},
-        {"gxString32", 0, ROLE_SYSTEM_TEXT, nullptr, "", ""},
-        {"gxNumeric32", NUM_LONG, ROLE_SYSTEM_TEXT, nullptr, "", "@MSG(1 to 99, please.)"},
-        {"gxButton32", BTN_TEXT, ROLE_SYSTEM_PUSHBUTTON, nullptr, "&Save", ""},
-        {"gxString32", 0, ROLE_SYSTEM_TEXT, q, "", "@MASK((###) ###)"},
-        {"gxTable32", WS_BORDER | WS_VSCROLL, ROLE_SYSTEM_LIST, "Fruit:", "", "", 100},
-        {"gxButton32", BTN_TEXT | BTN_TOGGLE, ROLE_SYSTEM_PUSHBUTTON, nullptr, "Lock", ""},
-        {"gxColor32", 0, ROLE_SYSTEM_GROUPING, "Tint:", "", "", 120},
-        {"gxCBTable32", CBS_DROPDOWN | WS_VSCROLL, ROLE_SYSTEM_COMBOBOX, "Customer:", "", ""},
-        {"gxString32", 0, ROLE_SYSTEM_TEXT, nullptr, "", "@SERVER(FkAcc,Prices,Item)"},
-        {"gxString32", 0, ROLE_SYSTEM_TEXT, q, "", client},
-        {"gxTicker32", 0, ROLE_SYSTEM_STATICTEXT, nullptr, "", client},
-        {"gxBitmap32", 0, ROLE_SYSTEM_GRAPHIC, "Help:", "", "@PROG(notepad.exe)@CMDLINE(a.txt)"},
-        {"gxIcon32", 0, ROLE_SYSTEM_GRAPHIC, "Logo:", "", ""},
-        {"gxNumeric32", NUM_LONG, ROLE_SYSTEM_TEXT, q, "", "@MND@RNG(1,99)@LIMIT(2)@MSG(1 to 99, please.)"},
-        {"gxReal32", REAL_DOUBLE, ROLE_SYSTEM_TEXT, q, "1.5", ""},
-        {"gxCurrency32", CURR_DOUBLE, ROLE_SYSTEM_TEXT, q, "12", ""},
-        {"gxDate32", DATE_DDMMYYYY | DATE_DOT | DATE_CHAR, ROLE_SYSTEM_TEXT, q, "", ""},
-        {"gxButton32", BTN_TOOLBAR, ROLE_SYSTEM_PUSHBUTTON, q, "TBCLEAR", "@ACCNAME(Clear the form)"},
-        {"gxText3D32", 0, ROLE_SYSTEM_STATICTEXT, nullptr, "&Total", ""},
-        {"gxFrame3D32", 0, ROLE_SYSTEM_GROUPING, nullptr, "Address", ""},
-        {"gxTicker32", 0, ROLE_SYSTEM_STATICTEXT, nullptr, "Prices rise at noon", ""},
+        {"gxString32", 0, "Na&me:", "", ""},
+        {"gxLine32", 0, nullptr, "", ""},
+        {"gxString32", 0, nullptr, "", ""},
+        {"gxNumeric32", NUM_LONG, nullptr, "", "@MSG(1 to 99, please.)"},
+        {"gxButton32", BTN_TEXT, nullptr, "&Save", ""},
+        {"gxString32", 0, q, "", "@MASK((###) ###)"},
+        {"gxTable32", WS_BORDER | WS_VSCROLL, "Fruit:", "", "", 100},
+        {"gxButton32", BTN_TEXT | BTN_TOGGLE, nullptr, "Lock", ""},
+        {"gxColor32", 0, "Tint:", "", "", 120},
+        {"gxCBTable32", CBS_DROPDOWN | WS_VSCROLL, "Customer:", "", ""},
+        {"gxString32", 0, nullptr, "", "@SERVER(FkAcc,Prices,Item)"},
+        {"gxString32", 0, q, "", client},
+        {"gxTicker32", 0, nullptr, "", client},
+        {"gxBitmap32", 0, "Help:", "", "@PROG(notepad.exe)@CMDLINE(a.txt)"},
+        {"gxIcon32", 0, "Logo:", "", ""},
+        {"gxButton32", BTN_TOOLBAR, q, "TBCLEAR", "@ACCNAME(Clear the form)"},
     };
     for (int i = 0; i < kControls; ++i) {
         g_at[i] = Add(form, layout[i].cls, layout[i].style, layout[i].label, layout[i].text, layout[i].height);
         if (*layout[i].method) Send(g_at[i], GXM_SETMETHOD, 0, layout[i].method);
-        VARIANT role{};
-        ObjectOf(g_at[i])->get_accRole(Child(CHILDID_SELF), &role);
-        EXPECT_EQ(role.lVal, layout[i].role) << layout[i].cls;
     }
     for (const char* row : {"Apple", "Banana", "Cherry"}) Send(g_at[kTable], LB_ADDSTRING, 0, row);
     Send(g_at[kCombo], CB_ADDSTRING, 0, "BLUE");
@@ -234,23 +225,14 @@ TEST(Access, EachClassIsHeardAndEachChangeAnnounced) {
         LONG child;
         const char* heard;
     } steps[] = {
-        {"a field that demands", kDemands, nullptr, "", 0,
-         "Quantity:||whole number, required, 1 to 99, at most 2 characters||Alt+Q|1 to 99, please.|F"},
-        {"a real number", kReal, nullptr, "", 0, "Quantity:|1.5|number||Alt+Q||F"},
-        {"an amount", kCurrency, nullptr, "", 0, "Quantity:|$12.00|amount||Alt+Q||F"},
-        {"a date", kDate, nullptr, "", 0, "Quantity:||date DD.MM.YYYY||Alt+Q||F"},
         {"a picture button named by its application", kToolbar, nullptr, "", 0, "Clear the form|||Press|Alt+Q||F"},
-        {"3D text", kText3D, nullptr, "", 0, "Total||||||Fr"},
-        {"a frame", kFrame, nullptr, "", 0, "Address||||||F"},
-        {"a line", kLine, nullptr, "", 0, "||||||F"},
-        {"a ticker", kNews, nullptr, "", 0, "Prices rise at noon||||||Fr"},
         {"a label with a shortcut", kName, nullptr, "", 0, "Name:||||Alt+m||F"},
         {"a line passed over to no label", kAfterLine, nullptr, "", 0, "||||||F"},
-        {"a field focused", kNumeric, [](Target t) { return Type(t.h, ""); }, "focus", 0, "|"},
+        {"a field focused", kNumeric, [](Target t) { return Type(t.h, ""); }, "focus", 0,
+         "||whole number|||1 to 99, please.|fF"},
         {"two digits typed", kNumeric, [](Target t) { return Type(t.h, "73"); }, "value value", 0, "|73"},
         {"backspace", kNumeric, [](Target t) { return Send(t.h, WM_KEYDOWN, VK_BACK); }, "value", 0, "|7"},
         {"text set", kNumeric, [](Target t) { return Send(t.h, WM_SETTEXT, 0, "42"); }, "value =0x1", 0, "|42"},
-        {"the same again", kNumeric, [](Target t) { return Send(t.h, WM_SETTEXT, 0, "42"); }, "=0x1", 0, "|42"},
         {"value set", kNumeric, [](Target t) { return SetNumber(t.h, 55); }, "value", 0, "|55"},
         {"disabled", kName, [](Target t) { return LRESULT{EnableWindow(t.h, FALSE)}; }, "", 0, "Name:||||Alt+m||u"},
         {"a button's own shortcut", kSave, nullptr, "", 0, "Save|||Press|Alt+S||F"},
@@ -275,7 +257,6 @@ TEST(Access, EachClassIsHeardAndEachChangeAnnounced) {
         {"one set by a reader", kColour, [](Target t) { return Put(t.a, 2, L"200"); }, "value:2 value", 2, "Green|200|||||F"},
         {"256", kColour, [](Target t) { return Put(t.a, 1, L"256"); }, "=0x80070057", 1, "Red|0"},
         {"-1", kColour, [](Target t) { return Put(t.a, 1, L"-1"); }, "=0x80070057", 1, "Red|0"},
-        {"words", kColour, [](Target t) { return Put(t.a, 1, L"twelve"); }, "=0x80070057", 1, "Red|0"},
         {"the colour set", kColour, [](Target t) { return SetNumber(t.h, RGB(1, 2, 3)); }, "value:1 value:2 value:3 value",
          0, "Tint:|red 1, green 2, blue 3"},
         {"the combo's button", kCombo, nullptr, "", 2, "Open|||Open|||"},

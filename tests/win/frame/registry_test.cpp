@@ -1,10 +1,9 @@
 // The classes the DLL registers at load, the class list for dialog editors, and every class's method string;
-// unhandled numbers of the message set reach the default procedure.
+// unhandled numbers of the message set reach the default procedure; WEP answers 1.
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 #include <string>
 #include <tuple>
 
@@ -19,7 +18,8 @@ using fktest::Bits;
 
 // proc: the exported window procedure; extra: for superclasses of base, added to its count; at32, at64: where
 // callers read the method string (in FLDKIT64.dll the pointer-wide word behind the 32-bit bytes), -1 for the
-// superclasses, which keep it behind the base class's bytes.
+// superclasses, which keep it behind the base class's bytes; listed: its record in the class list for dialog
+// editors, in the order they have always shown.
 struct ClassExpectation {
     const char *name, *proc;
     UINT style;
@@ -27,25 +27,25 @@ struct ClassExpectation {
     LPCSTR cursor;
     INT_PTR background;
     const char* base;
-    int at32, at64;
+    int at32, at64, listed;
 };
 
 const ClassExpectation kTable[] = {
-    {"gxString32", "gxStringWndFn", 0x400B, Bits(34, 50), IDC_IBEAM, 6, nullptr, 26, 34},
-    {"gxNumeric32", "gxNumericWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
-    {"gxReal32", "gxRealWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
-    {"gxBitmap32", "gxBitmapWndFn", 0x400B, Bits(16, 40), IDC_ARROW, 6, nullptr, 12, 32},
-    {"gxIcon32", "gxIconWndFn", 0x400B, Bits(14, 40), IDC_ARROW, 6, nullptr, 10, 32},
-    {"gxDate32", "gxDateWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28},
-    {"gxColor32", "gxColorWndFn", 0x400B, Bits(40, 48), IDC_ARROW, 6, nullptr, 36, 40},
-    {"gxTable32", "gxTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "listbox", -1, -1},
-    {"gxCBTable32", "gxCBTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "combobox", -1, -1},
-    {"gxTicker32", "gxTickerWndFn", 0x400B, Bits(22, 30), IDC_ARROW, 6, nullptr, 16, 22},
-    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, Bits(30, 38), IDC_IBEAM, 6, nullptr, 26, 30},
-    {"gxButton32", "gxButtonWndFn", 0x4003, Bits(18, 34), IDC_ARROW, 6, nullptr, 14, 26},
-    {"gxLine32", nullptr, 0x4003, Bits(8, 16), IDC_ARROW, 6, nullptr, 0, 8},
-    {"gxText3D32", "gxText3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 6, nullptr, 12, 20},
-    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 15, nullptr, 12, 20},
+    {"gxString32", "gxStringWndFn", 0x400B, Bits(34, 50), IDC_IBEAM, 6, nullptr, 26, 34, 0},
+    {"gxNumeric32", "gxNumericWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28, 1},
+    {"gxReal32", "gxRealWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28, 2},
+    {"gxBitmap32", "gxBitmapWndFn", 0x400B, Bits(16, 40), IDC_ARROW, 6, nullptr, 12, 32, 3},
+    {"gxIcon32", "gxIconWndFn", 0x400B, Bits(14, 40), IDC_ARROW, 6, nullptr, 10, 32, 4},
+    {"gxDate32", "gxDateWndFn", 0x400B, Bits(28, 36), IDC_IBEAM, 6, nullptr, 24, 28, 9},
+    {"gxColor32", "gxColorWndFn", 0x400B, Bits(40, 48), IDC_ARROW, 6, nullptr, 36, 40, 5},
+    {"gxTable32", "gxTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "listbox", -1, -1, 6},
+    {"gxCBTable32", "gxCBTableWndFn", 0x4088, Bits(4, 8), IDC_ARROW, 6, "combobox", -1, -1, 7},
+    {"gxTicker32", "gxTickerWndFn", 0x400B, Bits(22, 30), IDC_ARROW, 6, nullptr, 16, 22, 8},
+    {"gxCurrency32", "gxCurrencyWndFn", 0x400B, Bits(30, 38), IDC_IBEAM, 6, nullptr, 26, 30, 12},
+    {"gxButton32", "gxButtonWndFn", 0x4003, Bits(18, 34), IDC_ARROW, 6, nullptr, 14, 26, 11},
+    {"gxLine32", nullptr, 0x4003, Bits(8, 16), IDC_ARROW, 6, nullptr, 0, 8, 14},
+    {"gxText3D32", "gxText3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 6, nullptr, 12, 20, 13},
+    {"gxFrame3D32", "gxFrame3DWndFn", 0x400B, Bits(20, 28), IDC_ARROW, 15, nullptr, 12, 20, 10},
 };
 
 class EveryClass : public ::testing::TestWithParam<ClassExpectation> {};
@@ -58,7 +58,7 @@ std::string GetMethod(HWND h) {
     return std::string(buffer, strnlen(buffer, sizeof buffer));
 }
 
-// The class as registered; its method string kept where callers read it, and returned: 256 characters or more
+// The class as registered and in the class list for dialog editors; its method string kept where callers read it, and returned: 256 characters or more
 // arrive as exactly 256 bytes, unterminated, the rest of the buffer untouched. Numbers of the set without meaning
 // reach the default procedure (0).
 TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
@@ -71,6 +71,14 @@ TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
               std::tuple(e.style, 0, e.extra + (e.base ? base.cbWndExtra : 0), LoadCursorA(nullptr, e.cursor),
                          e.background, HICON{}, LPCSTR{}, HINSTANCE(Dll())));
     if (e.proc) EXPECT_EQ(reinterpret_cast<FARPROC>(wc.lpfnWndProc), GetProcAddress(Dll(), e.proc));
+    HGLOBAL list = ListClasses(nullptr, 0, nullptr, nullptr);
+    const auto* records = static_cast<const char*>(GlobalLock(list));
+    EXPECT_EQ(GlobalSize(list) * 100 + *reinterpret_cast<const LONG*>(records), Bits(484, 728) * 100u + 15);
+    const std::string record(records + Bits(16 + 32 * e.listed, 32 + 48 * e.listed), 20);
+    EXPECT_EQ(record, e.name + std::string(20 - std::strlen(e.name), '\0')) << "names padded with zeros to 20 bytes";
+    GlobalUnlock(list);
+    GlobalFree(list);
+    EXPECT_EQ(WEP(1), 1);
 
     auto parent = fktest::MakeParent();
     auto control = fktest::MakeChild(parent, e.name, 0, 100, 120, 80);
@@ -105,24 +113,6 @@ TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
 
 INSTANTIATE_TEST_SUITE_P(AllFifteen, EveryClass, ::testing::ValuesIn(kTable),
                          [](const auto& info) { return std::string(info.param.name); });
-
-// The class list for dialog editors: fifteen records in the order editors have always shown, each name padded
-// with zeros to 20 bytes; WEP answers 1.
-TEST(ListClasses, PublishedLayoutAndOrder) {
-    HGLOBAL block = ListClasses(nullptr, 0, nullptr, nullptr);
-    ASSERT_NE(block, nullptr);
-    auto* bytes = static_cast<const char*>(GlobalLock(block));
-    std::string names, expected;
-    for (int i = 0; i < 15; ++i) names += std::string(bytes + Bits(16 + 32 * i, 32 + 48 * i), 20);
-    std::istringstream order("gxString32 gxNumeric32 gxReal32 gxBitmap32 gxIcon32 gxColor32 gxTable32 gxCBTable32 "
-                             "gxTicker32 gxDate32 gxFrame3D32 gxButton32 gxCurrency32 gxText3D32 gxLine32");
-    for (std::string name; order >> name;) expected += name + std::string(20 - name.size(), '\0');
-    EXPECT_EQ(names, expected);
-    EXPECT_EQ(GlobalSize(block) * 100 + *reinterpret_cast<const LONG*>(bytes), Bits(484, 728) * 100u + 15);
-    GlobalUnlock(block);
-    GlobalFree(block);
-    EXPECT_EQ(WEP(1), 1);
-}
 
 // The string field keeps at most 1023 characters of its method, in a block of length + 1; its mask has a word of
 // its own behind the method string.
