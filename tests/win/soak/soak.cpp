@@ -19,8 +19,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -49,7 +47,6 @@ struct ClassPlan {
 };
 
 struct Cycle {
-    HWND parent;
     const ClassPlan& plan;
     HWND control = nullptr;
     int n = 0;
@@ -78,13 +75,13 @@ HWND MakeWindow(const char* cls, const char* text, DWORD style, HWND parent, int
 
 // Partners that live for the whole soak (made before the warm-up): a DDE server field in a window of its own and
 // a drop target.
-HWND g_serverWindow, g_server, g_target;
+HWND g_parent, g_serverWindow, g_server, g_target;
 
 // ---------------------------------------------------------------------------
 // The steps of one cycle.
 
 void StepCreate(Cycle& c) {
-    c.control = MakeWindow(c.plan.cls, "soak", WS_CHILD | WS_VISIBLE | WS_TABSTOP | c.plan.style, c.parent);
+    c.control = MakeWindow(c.plan.cls, "soak", WS_CHILD | WS_VISIBLE | WS_TABSTOP | c.plan.style, g_parent);
     SetMethod(c.control, c.plan.methods.front());
     SendMessageA(c.control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     char copy[257] = "";
@@ -136,7 +133,7 @@ void StepTyping(Cycle& c) {
     for (char ch : {'1', '2', 'a', '7'}) SendMessageA(c.control, WM_CHAR, static_cast<unsigned char>(ch), 1);
     for (UINT vk : {VK_LEFT, VK_BACK, VK_END, VK_HOME, VK_DELETE}) SendMessageA(c.control, WM_KEYDOWN, vk, 1);
     for (WPARAM code : {SB_LINEUP, SB_LINEDOWN, SB_THUMBPOSITION}) SendMessageA(c.control, WM_VSCROLL, code, 0);
-    SetFocus(c.parent);
+    SetFocus(g_parent);
 }
 
 // Reconfigured while it lives, as applications do.
@@ -203,8 +200,6 @@ void StepScreenReader(Cycle& c) {
 }
 
 void StepPaint(Cycle& c) {
-    InvalidateRect(c.control, nullptr, TRUE);
-    UpdateWindow(c.control);
     RedrawWindow(c.control, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
@@ -267,8 +262,8 @@ std::vector<ClassPlan> Plans(const std::string& bitmap, const std::string& strip
     };
 }
 
-void RunCycles(HWND parent, const ClassPlan& plan, int cycles) {
-    Cycle c{parent, plan};
+void RunCycles(const ClassPlan& plan, int cycles) {
+    Cycle c{plan};
     for (c.n = 0; c.n < cycles; ++c.n) {
         for (auto step : kSteps) step(c);
         if (c.n % 16 == 15) PumpMessages();
@@ -305,7 +300,7 @@ double Now() { return static_cast<double>(GetTickCount()) / 1000.0; }
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int cycles = argc == 3 && std::strcmp(argv[1], "--cycles") == 0 ? std::max(1, std::atoi(argv[2])) : 200;
+    const int cycles = argc == 3 && std::string(argv[1]) == "--cycles" ? std::max(1, std::stoi(argv[2])) : 200;
     setvbuf(stdout, nullptr, _IONBF, 0);
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);  // as a reader's host would
     g_table = WriteTable("fk_soak.tbl", "PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n");
@@ -314,16 +309,16 @@ int main(int argc, char** argv) {
                                                   return kQuadColours[Quadrant(x % kQuadW, y)];
                                               })));
     const TempFile icon("soak.ico", Ico({{16, 0x00FF00}, {32, 0x0000FF}}));
-    HWND parent = CreateTopLevel("FkSoakParent", ParentProc, 400, 200, WS_CLIPCHILDREN);
+    g_parent = CreateTopLevel("FkSoakParent", ParentProc, 400, 200, WS_CLIPCHILDREN);
     const std::vector<ClassPlan> plans = Plans(bitmap.path(), strip.path(), icon.path());
     g_serverWindow = MakeWindow("FkSoakParent", "server", WS_OVERLAPPED, nullptr);
     g_server = MakeWindow(FK_CLASS_STRING, "", WS_CHILD, g_serverWindow);
     SetMethod(g_server, "@SERVER(FkSoak,Prices,Item)");
-    g_target = MakeWindow(FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE, parent, 60);
+    g_target = MakeWindow(FK_CLASS_STRING, "", WS_CHILD | WS_VISIBLE, g_parent, 60);
     SetMethod(g_target, "@DROPTARG");
     // A few cycles of every class first: what the system makes once (caches, fonts, the clipboard's windows) is no leak.
-    for (const ClassPlan& plan : plans) RunCycles(parent, plan, 16);
-    const double pasteCost = PasteCost(parent);
+    for (const ClassPlan& plan : plans) RunCycles(plan, 16);
+    const double pasteCost = PasteCost(g_parent);
     std::printf("soak: %d cycles per class; the system keeps %.2f process-heap blocks per paste\n", cycles, pasteCost);
 
     const ResourceFigures first = TakeResourceFigures();
@@ -332,7 +327,7 @@ int main(int argc, char** argv) {
     ResourceFigures before = first;  // one snapshot is the after of a class and the before of the next
     for (const ClassPlan& plan : plans) {
         const double t = Now();
-        RunCycles(parent, plan, cycles);
+        RunCycles(plan, cycles);
         const ResourceFigures after = TakeResourceFigures();
         grew = Report(plan.cls, before, after, Now() - t, std::lround(pasteCost * cycles)) || grew;
         before = after;
@@ -341,7 +336,7 @@ int main(int argc, char** argv) {
     grew = Report("all classes", first, before, Now() - start, all) || grew;
 
     DestroyWindow(g_serverWindow);
-    DestroyWindow(parent);
+    DestroyWindow(g_parent);
     PumpMessages();
     twFreeTable(nullptr);
     DeleteFileA(g_table.c_str());
