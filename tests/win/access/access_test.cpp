@@ -174,10 +174,10 @@ struct Target {
 };
 
 // A form is used as a user and a reader use it: each step does one thing to one control (null: nothing, only read)
-// and is heard as the events the control raised, and then what a reader hears of it or of one of its children
-// (the fields the step names, if any). Labels: the nearest visible static text before the control; frames and lines between
-// are passed over, another control is not. Once the windows are gone, an object a reader still holds answers
-// nothing, and goes with the reader's last reference.
+// and is heard as the events the control raised, and then what a reader hears of it or of one of its children (the
+// fields the step names, if any). Labels: the nearest visible static text before the control; frames and lines
+// between are passed over, another control is not. Once the windows are gone, an object a reader still holds
+// answers nothing, and goes with the reader's last reference.
 TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const FkLinkHooks fakes{nullptr, FakeExec, nullptr, nullptr, nullptr, nullptr};
