@@ -21,13 +21,13 @@
 
 namespace fktest {
 
-struct GuardedBuffer {  // len bytes that end right before a no-access page
+struct GuardedBuffer {  // len bytes that end right before a no-access page; text given: it and its terminator
     explicit GuardedBuffer(size_t len) : len(len), pages((len + 4095) / 4096 + 1) {
         base = static_cast<char*>(VirtualAlloc(nullptr, pages * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
-        DWORD old = 0;  // the last page: no access
+        DWORD old = 0;
         VirtualProtect(base + (pages - 1) * 4096, 4096, PAGE_NOACCESS, &old);
     }
-    explicit GuardedBuffer(const std::string& text) : GuardedBuffer(text.size() + 1) {  // text and its terminator
+    explicit GuardedBuffer(const std::string& text) : GuardedBuffer(text.size() + 1) {
         std::memcpy(data(), text.c_str(), text.size() + 1);
     }
     GuardedBuffer(const GuardedBuffer&) = delete;
@@ -44,19 +44,15 @@ inline const char* const kAllClasses[] = {
     FK_CLASS_LINE,   FK_CLASS_TEXT3D,  FK_CLASS_FRAME3D};
 constexpr int kEntryClasses = 5;
 
-inline std::string HighBytes() {  // 0x80-0xFF
-    std::string high;
-    for (int c = 0x80; c <= 0xFF; ++c) high.push_back(static_cast<char>(c));
-    return high;
-}
-inline std::string Random(size_t n, uint32_t seed) {  // xorshift bytes
+inline std::string Random(size_t n, uint32_t seed) {  // xorshift bytes; seed 0: 0x80-0xFF
     std::string s(n, 0);
     for (uint32_t i = 0, x = seed * 2654435761u + 1; i < n; ++i) {
         x ^= x << 13, x ^= x >> 17, x ^= x << 5;
-        s[i] = static_cast<char>(x >> 24);
+        s[i] = static_cast<char>(seed == 0 ? 0x80 + i : x >> 24);
     }
     return s;
 }
+inline const std::string kHigh = Random(128, 0);
 
 // A handle no allocation answers to. In the 64-bit build it lies above 4 GiB,
 // where a handle squeezed through 32 bits would turn into another one.
@@ -74,7 +70,7 @@ inline std::vector<UINT_PTR> JunkNumbers() {
 struct HostileText { const char* name; std::string text; };
 inline const std::vector<HostileText>& HostileMethods() {
     static const std::vector<HostileText> texts = [] {
-        const std::string high = HighBytes(), deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
+        const std::string high = kHigh, deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
         std::string longest = "@MND@RNG(5,6)@CHC(7)@MSG(";
         longest += std::string(65536 - longest.size() - 2, 'A') + ")";
         return std::vector<HostileText>{
@@ -99,16 +95,21 @@ inline const std::vector<HostileText>& HostileMethods() {
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
 inline long g_tried = 0;                     // hostile calls of the running group, printed when it ends
-inline void NowTrying(const char* group, const char* what) { std::snprintf(g_trying, 512, "%s: %s", group, what); }
 template <typename R>
 R Tried(R result) {  // counts one hostile call
     return ++g_tried, result;
+}
+// Names what is tried (shown should it crash) and counts it.
+inline void NowTrying(const char* group, const std::string& what) {
+    std::snprintf(g_trying, 512, "%s: %.400s", group, what.c_str());
 }
 inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
 inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
 }
 
+// Every group runs inside one check: no crash (main's filter names what was tried), no window, atom or GDI object
+// left behind, the heaps valid.
 class HostileGroup : public ::testing::Test {
 protected:
     void SetUp() override {
