@@ -4,7 +4,7 @@
 
 namespace fktest {
 
-int RunDdePartner(const char* testPid, const char* mode);
+int RunDdePartner(const char* mode);
 
 static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
@@ -44,7 +44,7 @@ static void WarmUp() {
 }  // namespace fktest
 
 int main(int argc, char** argv) {
-    if (argc >= 4 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2], argv[3]);
+    if (argc >= 3 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2]);
     SetUnhandledExceptionFilter(fktest::ReportFault);
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     ::testing::InitGoogleTest(&argc, argv);
