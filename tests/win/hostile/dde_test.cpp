@@ -1,7 +1,6 @@
 // DDE against a raw partner in a second process that misbehaves on purpose; it hands each atom over once.
 #include <dde.h>
 
-#include <map>
 #include <string_view>
 
 #include "tests/support/self_process.h"
@@ -11,20 +10,20 @@ namespace fktest {
 namespace {
 
 using namespace std::literals;
-constexpr char kClass[] = "FkDdePartner", kHanded[] = "FkHandedItem", kPartnerApp[] = "FkPartnerApp";
+constexpr char kClass[] = "FkDdePartner", kHanded[] = "FkHandedItem";
 constexpr char kServerMethod[] = "@SERVER(FkHostileApp,Topic,Item)";
 constexpr char kClientMethod[] = "@CLIENT(FkPartnerApp,Topic,Item)NOAUTOSTART";
-enum Command : UINT { kPost = WM_APP, kInitiate, kFlush };  // sent to the partner's main window
+constexpr UINT kPost = WM_APP, kInitiate = WM_APP + 1;  // sent to the partner, which first handles what came posted
 enum InitMode { kAnswer, kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer };  // its answer to an initiate
 // How a row's block travels: a block of its bytes packed with the item atom (an execute's alone), words (a request's
-// and an unadvise's: the format, CF_BITMAP when the bytes say so), sent instead of posted, or a handle that is null,
-// never allocated or freed.
+// and an unadvise's: the format named by the bytes), sent instead of posted, or a null, never allocated or freed
+// handle. No terminator is added to the bytes.
 enum How { kPacked, kWords, kSent, kNull, kForeign, kFreed };
 const struct Row {
     UINT msg;
     How how;
-    std::string_view bytes;  // flags, format and text, with no terminator added
-    const char* shown;       // what a data row leaves on the control; null: not looked at
+    std::string_view bytes;
+    const char* shown;  // what a data row leaves on the control; null: not looked at
 } kRows[] = {
     {WM_DDE_DATA, kNull, {}, nullptr}, {WM_DDE_DATA, kForeign, {}, nullptr}, {WM_DDE_DATA, kFreed, "dead", nullptr},
     {WM_DDE_DATA, kPacked, "\xFF", nullptr}, {WM_DDE_DATA, kPacked, "\xFF\xFF\xFF", nullptr},
@@ -37,12 +36,12 @@ const struct Row {
     {WM_DDE_ADVISE, kPacked, "\0\x80\2\0"sv, nullptr}, {WM_DDE_EXECUTE, kNull, {}, nullptr},
     {WM_DDE_EXECUTE, kForeign, {}, nullptr}, {WM_DDE_EXECUTE, kFreed, "dead", nullptr},
     {WM_DDE_EXECUTE, kPacked, "[open(", nullptr}, {WM_DDE_EXECUTE, kPacked, "[open()]\0"sv, nullptr},
-    {WM_DDE_REQUEST, kWords, "", nullptr}, {WM_DDE_REQUEST, kWords, "bitmap", nullptr},
+    {WM_DDE_REQUEST, kWords, "text", nullptr}, {WM_DDE_REQUEST, kWords, "bitmap", nullptr},
     {WM_DDE_ACK, kPacked, "", nullptr}, {WM_DDE_ACK, kForeign, "", nullptr}, {WM_DDE_ACK, kSent, "", nullptr},
     // The last words of a partner about to die, the first also posted in every round: to the client, then the server.
-    {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"}, {WM_DDE_REQUEST, kWords, "", nullptr},
+    {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"}, {WM_DDE_REQUEST, kWords, "text", nullptr},
     {WM_DDE_ADVISE, kPacked, "\0\x80\1\0" "text\0"sv, nullptr}, {WM_DDE_UNADVISE, kWords, "none", nullptr},
-    {WM_DDE_UNADVISE, kWords, "", nullptr}};
+    {WM_DDE_UNADVISE, kWords, "text", nullptr}};
 constexpr int kStrayAck = 29, kLastWords = 30;
 std::string Title(DWORD partnerPid, bool second) { return (second ? "second " : "main ") + std::to_string(partnerPid); }
 
@@ -50,11 +49,10 @@ std::string Title(DWORD partnerPid, bool second) { return (second ? "second " : 
 
 HWND g_main, g_second;
 InitMode g_mode;
-std::map<UINT, LRESULT> g_counts;
+LRESULT g_counts[WM_DDE_LAST + 1];
 
 HGLOBAL MakeBlock(const Row& r) {
-    if (r.how == kForeign) return ForeignHandle();
-    if (r.how == kNull) return nullptr;
+    if (r.how == kForeign || r.how == kNull) return r.how == kForeign ? ForeignHandle() : nullptr;
     HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, r.bytes.size());
     std::memcpy(GlobalLock(h), r.bytes.data(), r.bytes.size());
     GlobalUnlock(h);
@@ -68,7 +66,8 @@ LRESULT Post(HWND lib, const Row& r) {
     ATOM item = GlobalAddAtomA(kHanded);
     HGLOBAL block = msg == WM_DDE_ACK ? nullptr : MakeBlock(r);
     const bool words = r.how == kWords, packed = !words && msg != WM_DDE_EXECUTE && !(msg == WM_DDE_ACK && r.how == kSent);
-    const UINT_PTR lo = msg == WM_DDE_ACK ? 0x8000 : UINT_PTR(block), hi = r.how == kForeign && msg == WM_DDE_ACK ? 0xC0FFEE : item;
+    const UINT_PTR lo = msg == WM_DDE_ACK ? 0x8000 : UINT_PTR(block);
+    const UINT_PTR hi = r.how == kForeign && msg == WM_DDE_ACK ? 0xC0FFEE : item;
     const WORD format = r.bytes == "bitmap" ? CF_BITMAP : r.bytes == "none" ? 0 : CF_TEXT;
     const LPARAM lp = words ? MAKELPARAM(format, item)
                       : msg == WM_DDE_EXECUTE ? LPARAM(block) : packed ? PackDDElParam(msg, lo, hi) : MAKELPARAM(lo, hi);
@@ -86,48 +85,39 @@ void SendNames(HWND to, UINT msg, HWND from, const char* appName) {  // app and 
     GlobalDeleteAtom(app), GlobalDeleteAtom(topic);
 }
 
-void OnInitiate(HWND lib, LPARAM lp) {
-    char app[64] = "";
-    GlobalGetAtomNameA(LOWORD(lp), app, sizeof app);
-    if (lstrcmpiA(app, kPartnerApp) != 0) return;
-    if (g_mode == kDieBeforeAnswer) ExitProcess(3);
-    if (g_mode == kTerminateFirst) PostMessageA(lib, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(g_main), 0);
-    SendNames(lib, WM_DDE_ACK, g_main, kPartnerApp);
-    if (g_mode == kTwoAnswers) SendNames(lib, WM_DDE_ACK, g_second, kPartnerApp);
-    if (g_mode == kDieAfterAnswer) ExitProcess(4);
-}
-
 void OnPosted(const MSG& m) {  // what the library hands over is deleted or freed here
     ++g_counts[m.message];
-    if (m.message == WM_DDE_REQUEST || m.message == WM_DDE_UNADVISE) GlobalDeleteAtom(HIWORD(m.lParam));
-    if (m.message != WM_DDE_ACK && m.message != WM_DDE_DATA && m.message != WM_DDE_ADVISE) return;
-    UINT_PTR lo = 0, hi = 0;
-    UnpackDDElParam(m.message, m.lParam, &lo, &hi);
-    FreeDDElParam(m.message, m.lParam);
-    if (m.message != WM_DDE_ACK && lo) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
+    UINT_PTR lo = 0, hi = HIWORD(m.lParam);
+    if (m.message == WM_DDE_ACK || m.message == WM_DDE_DATA || m.message == WM_DDE_ADVISE) {
+        UnpackDDElParam(m.message, m.lParam, &lo, &hi);
+        FreeDDElParam(m.message, m.lParam);
+        if (m.message != WM_DDE_ACK && lo) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
+    } else if (m.message != WM_DDE_REQUEST && m.message != WM_DDE_UNADVISE) {
+        return;
+    }
     if (hi >= 0xC000 && hi <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(hi));
     else if (Real(hi)) GlobalFree(reinterpret_cast<HGLOBAL>(hi));  // a command block, acknowledged
 }
 
 LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     const HWND lib = reinterpret_cast<HWND>(wp);
-    switch (msg) {
-    case WM_DDE_INITIATE:
-        if (h == g_main && lib != g_main && lib != g_second) OnInitiate(lib, lp);
-        return 0;
-    case WM_DDE_ACK: return 1;  // sent: the answer to our initiate
-    case kPost: return Post(lib, kRows[lp]);
-    case kInitiate:  // lParam 1: names HWND_BROADCAST as the initiator, to the server and as a server
-        for (const char* app : {"FkHostileApp", kPartnerApp}) {
-            SendNames(lib, WM_DDE_INITIATE, lp ? HWND_BROADCAST : g_main, app);
-            if (!lp) break;
-        }
-        return 1;
-    case kFlush:  // handles the posted messages waiting; how many of message wParam came in
-        for (MSG m; PeekMessageA(&m, nullptr, WM_DDE_FIRST, WM_DDE_LAST, PM_REMOVE);) OnPosted(m);
-        return g_counts[static_cast<UINT>(wp)];
-    }
-    return DefWindowProcA(h, msg, wp, lp);
+    char app[64] = "";
+    for (MSG m; (msg == kPost || msg == kInitiate) && PeekMessageA(&m, nullptr, WM_DDE_FIRST, WM_DDE_LAST, PM_REMOVE);)
+        OnPosted(m);
+    if (msg == kPost) return lp < 0 ? g_counts[-lp] : Post(lib, kRows[lp]);  // lParam < 0: how many of -lParam came
+    if (msg == kInitiate)  // to the server and as a server; lParam 1: naming HWND_BROADCAST as the initiator
+        for (const char* name : {"FkPartnerApp", "FkHostileApp"})
+            SendNames(lib, WM_DDE_INITIATE, lp ? HWND_BROADCAST : g_main, name);
+    if (msg == WM_DDE_ACK) return 1;  // sent: the answer to our initiate
+    if (msg != WM_DDE_INITIATE || h != g_main || lib == g_main || lib == g_second) return DefWindowProcA(h, msg, wp, lp);
+    GlobalGetAtomNameA(LOWORD(lp), app, sizeof app);  // an initiate: answered by mode
+    if (lstrcmpiA(app, "FkPartnerApp") != 0) return 0;
+    if (g_mode == kDieBeforeAnswer) ExitProcess(3);
+    if (g_mode == kTerminateFirst) PostMessageA(lib, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(g_main), 0);
+    for (HWND w : {g_main, g_second})
+        if (w == g_main || g_mode == kTwoAnswers) SendNames(lib, WM_DDE_ACK, w, "FkPartnerApp");
+    if (g_mode == kDieAfterAnswer) ExitProcess(4);
+    return 0;
 }
 
 // ---- the tests
@@ -143,15 +133,15 @@ struct Partner : SelfProcess {
         Kill();
         PumpUntil([&] { return !IsWindow(main) && !IsWindow(second); }, 20000);
     }
-    LRESULT Ask(Command c, WPARAM wp = 0, LPARAM lp = 0) const {
+    LRESULT Ask(UINT command, HWND lib, LPARAM lp) const {
         DWORD_PTR r = 0;
-        SendMessageTimeoutA(main, c, wp, lp, SMTO_NORMAL, 5000, &r);
+        SendMessageTimeoutA(main, command, reinterpret_cast<WPARAM>(lib), lp, SMTO_NORMAL, 5000, &r);
         return static_cast<LRESULT>(r);
     }
-    LRESULT Settle(UINT counted = 0) const {  // both sides, twice over (answers provoke answers); a count
-        for (int i = 0; i < 2; ++i) PumpIdle(), Ask(kFlush);
+    LRESULT Settle(UINT counted = WM_DDE_ACK) const {  // both sides, twice over (answers provoke answers); a count
+        for (int i = 0; i < 2; ++i) PumpIdle(), Ask(kPost, nullptr, -LPARAM(counted));
         PumpIdle();
-        return Ask(kFlush, counted);
+        return Ask(kPost, nullptr, -LPARAM(counted));
     }
     HWND main = nullptr, second = nullptr;
 };
@@ -175,16 +165,14 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     Partner partner;
     ASSERT_NE(partner.second, nullptr);
     UniqueWindow server = Field(kServerMethod);  // its announcement finds nobody
-    partner.Ask(kPost, WPARAM(server.get()), kStrayAck);
+    partner.Ask(kPost, server, kStrayAck);
     UniqueWindow client = Field(kClientMethod);
-    ASSERT_EQ(Prop(client, "CLIENT"), partner.main);
     RecordingParent bystander;
-    for (HWND lib : {server.get(), client.get()}) partner.Ask(kInitiate, WPARAM(lib), 1);
+    for (HWND lib : {server.get(), client.get()}) partner.Ask(kInitiate, lib, 1);
     EXPECT_TRUE(bystander.Of(WM_DDE_ACK).empty()) << "an initiate naming HWND_BROADCAST was answered to everyone";
-    EXPECT_EQ(Prop(client, "CLIENT"), partner.main);
-    EXPECT_EQ(Prop(server, "SERVER1"), nullptr) << "a stray acknowledgement or a broadcast registered its sender";
-    partner.Ask(kInitiate, WPARAM(server.get()));
-    ASSERT_EQ(Prop(server, "SERVER1"), partner.main);
+    partner.Ask(kInitiate, server, 0);
+    const std::vector<HWND> links{Prop(client, "CLIENT"), Prop(server, "SERVER1"), Prop(server, "SERVER2")};
+    ASSERT_EQ(links, (std::vector<HWND>{partner.main, partner.main, nullptr})) << "a stray ack or broadcast took a slot";
     partner.Settle();
     int posted = 0;
     long heapBefore = 0;
@@ -195,16 +183,16 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
                 const Row& r = kRows[i];
                 NowTrying("dde partner", "row " + std::to_string(i) + (lib == server ? " to the server" : " to the client"));
                 if (round == 0) SetWindowTextA(lib, "before");
-                posted += Tried(partner.Ask(kPost, WPARAM(lib), i)) != 0;
+                posted += Tried(partner.Ask(kPost, lib, i)) != 0;
                 if (round > 0) continue;
                 partner.Settle();
                 EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << g_trying << ": a handed-over atom is kept";
                 if (r.shown) EXPECT_EQ(WindowText(lib), r.shown) << g_trying;
                 if (r.msg != WM_DDE_DATA && r.msg != WM_DDE_POKE && r.msg != WM_DDE_ADVISE) continue;
-                HGLOBAL block = MakeBlock(r);  // within the process the blocks come unchecked
+                HGLOBAL block = MakeBlock(r);  // within the process the blocks come unchecked; some are not released
                 Tried(SendMessageA(lib, r.msg, 0, PackDDElParam(r.msg, reinterpret_cast<UINT_PTR>(block), 0)));
-                const bool released = r.msg != WM_DDE_POKE && ((r.msg == WM_DDE_ADVISE || (r.bytes.size() >= 2 && r.bytes[1] & 0x20)));
-                if (!released && r.how == kPacked && Real(UINT_PTR(block))) GlobalFree(block);
+                const bool released = r.msg == WM_DDE_ADVISE || (r.msg == WM_DDE_DATA && r.bytes.size() >= 2 && r.bytes[1] & 0x20);
+                if (!released && r.how == kPacked) GlobalFree(block);
             }
         partner.Settle();
     }
@@ -216,10 +204,10 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     EXPECT_GT(partner.Settle(WM_DDE_DATA), data) << "a push reaches the partner";
     EXPECT_GT(partner.Settle(WM_DDE_REQUEST), asked) << "a refresh asks the partner";
     NowTrying("dde partner killed", "last words");
-    for (int i = kLastWords; i < int(std::size(kRows)); ++i) partner.Ask(kPost, WPARAM(i == kLastWords ? client.get() : server.get()), i);
+    for (int i = kLastWords; i < int(std::size(kRows)); ++i) partner.Ask(kPost, i == kLastWords ? client : server, i);
     partner.Kill();
-    PumpIdle();  // what it posted before it died
-    EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked") << "the unadvise frees the slot";
+    PumpIdle();  // what it posted before it died; the unadvise frees the slot
+    EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked");
     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
     char empty[4] = "";  // direct calls with junk; messages outside the range are not ours
     NowTrying("dde direct calls", "junk");
@@ -232,8 +220,7 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
         }
         twProcessDDE(server, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
     }
-    EXPECT_EQ(twProcessDDE(server, WM_USER, 0, 0, nullptr), 0);
-    EXPECT_EQ(twProcessDDE(server, WM_DDE_ACK, 0, 0, nullptr), 1);
+    EXPECT_EQ(twProcessDDE(server, WM_USER, 0, 0, nullptr) + twProcessDDE(server, WM_DDE_ACK, 0, 0, nullptr), 1);
     EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
     twUnadviseDDE(nullptr);
     EXPECT_EQ(twInitiateDDE(server, nullptr), 1);
@@ -242,22 +229,18 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
 // Initiates answered twice, after a terminate, or by a partner that dies before or after answering.
 TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
     MessageBoxWatcher boxes(IDNO);
-    const struct {
-        InitMode mode;
-        int linkedTo;  // none, the main window, the second
-    } cases[] = {{kTwoAnswers, 2}, {kTerminateFirst, 1}, {kDieBeforeAnswer, 0}, {kDieAfterAnswer, 1}};
-    for (const auto& c : cases) {
-        const bool dies = c.mode >= kDieBeforeAnswer;
-        NowTrying("dde initiate, mode", std::to_string(c.mode));
-        Partner partner(c.mode);
+    const int linkedTo[] = {1, 2, 1, 0, 1};  // by mode: none, the main window, the second
+    for (InitMode mode : {kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer}) {
+        NowTrying("dde initiate, mode", std::to_string(mode));
+        Partner partner(mode);
         ++g_tried;
         ASSERT_NE(partner.second, nullptr) << g_trying;
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
-        if (dies) EXPECT_TRUE(partner.Exited(20000)) << g_trying;
-        if (!dies) partner.Settle();
+        if (mode >= kDieBeforeAnswer) EXPECT_TRUE(partner.Exited(20000)) << g_trying;
+        if (mode < kDieBeforeAnswer) partner.Settle();
         PumpIdle();
         const HWND linked[] = {nullptr, partner.main, partner.second};
-        EXPECT_EQ(Prop(client, "CLIENT"), linked[c.linkedTo]) << g_trying;
+        EXPECT_EQ(Prop(client, "CLIENT"), linked[linkedTo[mode]]) << g_trying;
         EXPECT_TRUE(boxes.boxes().empty()) << g_trying;
         SetWindowTextA(server, "after");
         SendMessageA(client, GXM_SETVALUE, 0, 0);
