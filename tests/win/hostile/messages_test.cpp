@@ -1,4 +1,5 @@
-// Hostile input through the message set and the editing core.
+// Hostile input through the message set, the editing core, validation, error reports and the method-string editors
+// (buffers end at a guard page).
 #include <dde.h>
 
 #include <set>
@@ -64,6 +65,7 @@ void DriveEditingCore(HWND h, const std::string& t, bool field) {
 }
 
 class HostileMessages : public HostileGroup {};
+class HostileServices : public HostileGroup {};
 
 }  // namespace
 
@@ -71,7 +73,6 @@ class HostileMessages : public HostileGroup {};
 // 1 MB of text; WM_DESTROY twice. Then the editing core on foreign, dead and no windows.
 TEST_F(HostileMessages, EveryClassAndTheEditingCoreSurviveHostileInput) {
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
-    char what[64];
     for (int i = 0; i < int(std::size(kAllClasses)); ++i) {
         const char* const cls = kAllClasses[i];
         HWND h = Create(parent, cls);
@@ -80,8 +81,8 @@ TEST_F(HostileMessages, EveryClassAndTheEditingCoreSurviveHostileInput) {
             NowTrying(cls, m.name);
             GuardedBuffer text(m.text);
             Tried(SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(text.data())));
-            EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << cls << " " << m.name;
-            EXPECT_LE(unsigned(Tried(SendMessageA(h, GXM_VALIDATE, 0, 0)) + 1), 1u) << cls << " " << m.name;  // 0, -1
+            EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << g_trying;
+            EXPECT_LE(unsigned(Tried(SendMessageA(h, GXM_VALIDATE, 0, 0)) + 1), 1u) << g_trying;  // 0 or -1
             Paint(h);
             if (i < kEntryClasses) DriveEditingCore(h, m.text, true);
         }
@@ -90,22 +91,18 @@ TEST_F(HostileMessages, EveryClassAndTheEditingCoreSurviveHostileInput) {
         uint32_t seed = 1;
         for (UINT msg : Messages())
             for (WPARAM wp : JunkNumbers()) {
-                std::snprintf(what, sizeof what, "message 0x%04X wParam 0x%llX", msg, static_cast<unsigned long long>(wp));
-                NowTrying(cls, what);
+                NowTrying(cls, "message " + std::to_string(msg) + " wParam " + std::to_string(wp));
                 std::memcpy(garbage.data(), Random(63, seed++).c_str(), 64);
                 std::vector<UINT_PTR> lps{0, reinterpret_cast<UINT_PTR>(garbage.data())};
                 if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, JunkNumbers().back()});
                 for (UINT_PTR lp : lps) Tried(SendMessageA(h, msg, wp, LPARAM(lp)));
             }
         Paint(h);
-        NowTrying(cls, "1 MB of WM_SETTEXT");
+        NowTrying(cls, "1 MB of WM_SETTEXT, then a text into 1024 bytes");
         Tried(SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())));
         Paint(h);
-        std::memset(out.data(), 0, out.len);
-        Tried(SendMessageA(h, WM_GETTEXT, out.len, reinterpret_cast<LPARAM>(out.data())));
-        EXPECT_LT(strnlen(out.data(), out.len), out.len) << cls;
-        for (UINT msg : {GXM_GETVALUE, WM_GETTEXTLENGTH, GXM_VALIDATE, WM_SETTEXT})
-            for (WPARAM type : {0u, 1u, 3u, 4u, 5u})
+        for (UINT msg : {UINT(WM_GETTEXT), UINT(GXM_GETVALUE), UINT(WM_GETTEXTLENGTH), UINT(GXM_VALIDATE), UINT(WM_SETTEXT)})
+            for (WPARAM type : {0u, 1u, 3u, 4u, 5u, 1024u})
                 Tried(SendMessageA(h, msg, type, msg == WM_SETTEXT ? 0 : reinterpret_cast<LPARAM>(out.data())));
         NowTrying(cls, "WM_DESTROY sent by hand");
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
@@ -127,4 +124,70 @@ TEST_F(HostileMessages, EveryClassAndTheEditingCoreSurviveHostileInput) {
     for (HWND h : {Create(parent, "STATIC"), Create(parent, "BUTTON"), Create(parent, "LISTBOX"), parent.get(),
                    GetDesktopWindow(), dead, HWND{}, HWND(0x1234)})
         DriveEditingCore(h, "foreign text", false);
+}
+
+// Every type, value and method validates and reports within its buffers ("%s%n" shown as is) and leaves the method
+// as it was; the editors keep their bounds; a handle that is not a window (HWND_BROADCAST) is a quiet no-op.
+TEST_F(HostileServices, ValidationErrorsAndMethodEditorsKeepTheirBounds) {
+    MessageBoxWatcher boxes;
+    RecordingParent bystander;
+    HWND field = Create(parent, "STATIC");
+    struct tm date{0, 0, 0, 29, 1, 100};  // 29 February 2000
+    std::vector<std::string> params{"", "@", "(", ")", ");", "@RNG", "@MSG", "@MBOX", "@" + kHigh, std::string(300, '('),
+                                    "@X(((", "@MSG(%s%n)", std::string(70000, 'I'), "@TBL" + std::string(10000, '(')};
+    for (const auto& m : HostileMethods()) params.push_back(m.text.substr(0, 2000));
+    for (const auto& m : HostileMethods()) {
+        NowTrying("validation", m.name);
+        GuardedBuffer method(m.text), asText(m.text), read(m.text.size() + 3);  // read: looked at 2 bytes beyond
+        std::memcpy(read.data(), m.text.c_str(), m.text.size() + 1);
+        std::string random = Random(256, static_cast<uint32_t>(m.text.size()));
+        random[40] = 0;
+        g_parentHandlesErrors = true;
+        for (int type : {INT_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 1000}) {
+            void* const real = type == GXT_TEXT ? static_cast<void*>(asText.data()) : static_cast<void*>(&date);
+            for (void* value : {static_cast<void*>(nullptr), static_cast<void*>(random.data()), real}) {
+                Tried(twValidate(field, type, value, method.data(), method.data()));
+                EXPECT_LE(unsigned(Tried(twValidateRange(type, value, method.data()))), 1u) << g_trying << " " << type;
+                EXPECT_LE(unsigned(Tried(twValidateChoice(type, value, method.data()))), 1u) << g_trying << " " << type;
+            }
+            for (int error : {INT_MIN, -1, 0, 100, 200, 300, 400, 500, 600, 700, 800, 900, INT_MAX})
+                EXPECT_EQ(Tried(twShowError(field, method.data(), type, error)), 0);
+        }
+        g_parentHandlesErrors = false;
+        boxes.clear();
+        Tried(twShowError(field, method.data(), GXT_TEXT, GXE_RANGE));
+        for (int type : {GXT_LONG, GXT_DOUBLE, GXT_TEXT, GXT_DATE_YYYYMMDD})  // without a control: boxes
+            Tried(twValidate(nullptr, type, random.data(), method.data(), nullptr));
+        ASSERT_FALSE(boxes.boxes().empty()) << g_trying;
+        for (const auto& box : boxes.boxes())
+            EXPECT_TRUE(box.text.size() <= 255 && box.caption.size() <= 99) << g_trying << ": " << box.caption;
+        if (m.text.find("@MSG(%s%n") != std::string::npos)
+            EXPECT_NE(boxes.boxes()[0].text.find("%s%n"), std::string::npos) << g_trying;
+        NowTrying("method editors", m.name);
+        for (const auto& p : params) {  // each as a keyword looked up and as an item added and removed
+            GuardedBuffer arg(m.text.size() + 1), edited(m.text.size() + p.size() + 1);
+            std::memcpy(edited.data(), m.text.c_str(), m.text.size() + 1);
+            Tried(twGetMethodParam(read.data(), p.c_str(), arg.data()) + twGetMethodParam(read.data(), p.c_str(), nullptr));
+            EXPECT_LE(Tried(twAddMethodParam(edited.data(), p.c_str())) + twRemoveMethodParam(edited.data(), p.c_str()), 2);
+        }
+        EXPECT_EQ(Tried(twAddMethodParam(method.data(), nullptr) | twRemoveMethodParam(method.data(), nullptr)), 0);
+        EXPECT_EQ(std::string(method.data()) + read.data(), m.text + m.text) << g_trying;
+    }
+    g_parentHandlesErrors = true;
+    char arg[8] = "x";
+    EXPECT_EQ(Tried(twGetMethodParam(nullptr, "@A", arg) | twGetMethodParam(arg, nullptr, arg)), 0);
+    EXPECT_EQ(Tried(twAddMethodParam(nullptr, "@A") | twRemoveMethodParam(nullptr, "@A")) + arg[0], 0);
+    Tried(twValidate(field, GXT_TEXT, arg, nullptr, nullptr) + twShowError(field, nullptr, GXT_TEXT, GXE_RANGE));
+    DestroyWindow(field);  // from here on a dead handle
+    NowTrying("non-window handles", "twAutoTab, twShowError");
+    boxes.clear();
+    bystander.clear();
+    for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), field}) {
+        EXPECT_EQ(Tried(twAutoTab(h)), 0) << h;
+        EXPECT_EQ(Tried(twShowError(h, const_cast<char*>("@MSG(x)@WARN"), GXT_TEXT, GXE_RANGE)), 0) << h;
+    }
+    PumpMessages();
+    for (UINT msg : {UINT(GXM_VALIDATE), UINT(WM_KEYDOWN), UINT(EM_SETSEL)})
+        EXPECT_TRUE(bystander.Of(msg).empty()) << "a non-window handle sent 0x" << std::hex << msg;
+    EXPECT_TRUE(boxes.boxes().empty());
 }
