@@ -49,22 +49,20 @@ std::string Title(DWORD partnerPid, bool second) { return (second ? "second " : 
 
 HWND g_main, g_second;
 InitMode g_mode;
-LRESULT g_counts[WM_DDE_LAST + 1];
 
-HGLOBAL MakeBlock(const Row& r) {
-    if (r.how == kForeign || r.how == kNull) return r.how == kForeign ? ForeignHandle() : nullptr;
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, r.bytes.size());
-    std::memcpy(GlobalLock(h), r.bytes.data(), r.bytes.size());
-    GlobalUnlock(h);
-    return r.how == kFreed ? (GlobalFree(h), h) : h;
-}
 bool Real(UINT_PTR h) { return h != 0 && GlobalSize(reinterpret_cast<HGLOBAL>(h)) != 0; }
 
 // Posts (or sends) one hostile row; whatever the system refused or copied is cleaned up here.
 LRESULT Post(HWND lib, const Row& r) {
     const UINT msg = r.msg;
     ATOM item = GlobalAddAtomA(kHanded);
-    HGLOBAL block = msg == WM_DDE_ACK ? nullptr : MakeBlock(r);
+    HGLOBAL block = r.how == kForeign ? ForeignHandle() : nullptr;
+    if (r.how != kForeign && r.how != kNull && msg != WM_DDE_ACK) {
+        block = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, r.bytes.size());
+        std::memcpy(GlobalLock(block), r.bytes.data(), r.bytes.size());
+        GlobalUnlock(block);
+        if (r.how == kFreed) GlobalFree(block);
+    }
     const bool words = r.how == kWords, packed = !words && msg != WM_DDE_EXECUTE && !(msg == WM_DDE_ACK && r.how == kSent);
     const UINT_PTR lo = msg == WM_DDE_ACK ? 0x8000 : UINT_PTR(block);
     const UINT_PTR hi = r.how == kForeign && msg == WM_DDE_ACK ? 0xC0FFEE : item;
@@ -86,17 +84,12 @@ void SendNames(HWND to, UINT msg, HWND from, const char* appName) {  // app and 
 }
 
 void OnPosted(const MSG& m) {  // what the library hands over is deleted or freed here
-    ++g_counts[m.message];
-    UINT_PTR lo = 0, hi = HIWORD(m.lParam);
-    if (m.message == WM_DDE_ACK || m.message == WM_DDE_DATA || m.message == WM_DDE_ADVISE) {
-        UnpackDDElParam(m.message, m.lParam, &lo, &hi);
-        FreeDDElParam(m.message, m.lParam);
-        if (m.message != WM_DDE_ACK && lo) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
-    } else if (m.message != WM_DDE_REQUEST && m.message != WM_DDE_UNADVISE) {
-        return;
-    }
+    UINT_PTR lo = 0, hi = 0;
+    UnpackDDElParam(m.message, m.lParam, &lo, &hi);
+    FreeDDElParam(m.message, m.lParam);
+    if (m.message == WM_DDE_DATA || m.message == WM_DDE_ADVISE) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
     if (hi >= 0xC000 && hi <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(hi));
-    else if (Real(hi)) GlobalFree(reinterpret_cast<HGLOBAL>(hi));  // a command block, acknowledged
+    else if (m.message == WM_DDE_ACK && Real(hi)) GlobalFree(reinterpret_cast<HGLOBAL>(hi));  // a command, acked
 }
 
 LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
@@ -104,7 +97,7 @@ LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     char app[64] = "";
     for (MSG m; (msg == kPost || msg == kInitiate) && PeekMessageA(&m, nullptr, WM_DDE_FIRST, WM_DDE_LAST, PM_REMOVE);)
         OnPosted(m);
-    if (msg == kPost) return lp < 0 ? g_counts[-lp] : Post(lib, kRows[lp]);  // lParam < 0: how many of -lParam came
+    if (msg == kPost) return lp < 0 ? 0 : Post(lib, kRows[lp]);  // lParam < 0: handles what came, no more
     if (msg == kInitiate)  // to the server and as a server; lParam 1: naming HWND_BROADCAST as the initiator
         for (const char* name : {"FkPartnerApp", "FkHostileApp"})
             SendNames(lib, WM_DDE_INITIATE, lp ? HWND_BROADCAST : g_main, name);
@@ -138,10 +131,8 @@ struct Partner : SelfProcess {
         SendMessageTimeoutA(main, command, reinterpret_cast<WPARAM>(lib), lp, SMTO_NORMAL, 5000, &r);
         return static_cast<LRESULT>(r);
     }
-    LRESULT Settle(UINT counted = WM_DDE_ACK) const {  // both sides, twice over (answers provoke answers); a count
-        for (int i = 0; i < 2; ++i) PumpIdle(), Ask(kPost, nullptr, -LPARAM(counted));
-        PumpIdle();
-        return Ask(kPost, nullptr, -LPARAM(counted));
+    void Settle() const {  // both sides, twice over (answers provoke answers)
+        for (int i = 0; i < 3; ++i) PumpIdle(), Ask(kPost, nullptr, -1);
     }
     HWND main = nullptr, second = nullptr;
 };
@@ -176,7 +167,7 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     partner.Settle();
     int posted = 0;
     long heapBefore = 0;
-    for (int round = 0; round <= 10; ++round) {
+    for (int round = 0; round <= 14; ++round) {
         if (round == 1) heapBefore = MeasureHeap(GetProcessHeap()).blocks;
         for (int i = 0; i <= kLastWords; ++i)
             for (HWND lib : {server.get(), client.get()}) {
@@ -188,42 +179,17 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
                 partner.Settle();
                 EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << g_trying << ": a handed-over atom is kept";
                 if (r.shown) EXPECT_EQ(WindowText(lib), r.shown) << g_trying;
-                if (r.msg != WM_DDE_DATA && r.msg != WM_DDE_POKE && r.msg != WM_DDE_ADVISE) continue;
-                HGLOBAL block = MakeBlock(r);  // within the process the blocks come unchecked; some are not released
-                Tried(SendMessageA(lib, r.msg, 0, PackDDElParam(r.msg, reinterpret_cast<UINT_PTR>(block), 0)));
-                const bool released = r.msg == WM_DDE_ADVISE || (r.msg == WM_DDE_DATA && r.bytes.size() >= 2 && r.bytes[1] & 0x20);
-                if (!released && r.how == kPacked) GlobalFree(block);
             }
         partner.Settle();
     }
-    EXPECT_GE(posted, 220) << "most hostile posts reach the library";
+    EXPECT_GE(posted, 280) << "most hostile posts reach the library";
     EXPECT_LT(MeasureHeap(GetProcessHeap()).blocks - heapBefore, 10) << "a block left behind by some message";
-    const LRESULT data = partner.Settle(WM_DDE_DATA), asked = partner.Settle(WM_DDE_REQUEST);
-    SetWindowTextA(server, "after");
-    SendMessageA(client, GXM_SETVALUE, 0, 0);
-    EXPECT_GT(partner.Settle(WM_DDE_DATA), data) << "a push reaches the partner";
-    EXPECT_GT(partner.Settle(WM_DDE_REQUEST), asked) << "a refresh asks the partner";
     NowTrying("dde partner killed", "last words");
     for (int i = kLastWords; i < int(std::size(kRows)); ++i) partner.Ask(kPost, i == kLastWords ? client : server, i);
     partner.Kill();
     PumpIdle();  // what it posted before it died; the unadvise frees the slot
     EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked");
     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
-    char empty[4] = "";  // direct calls with junk; messages outside the range are not ours
-    NowTrying("dde direct calls", "junk");
-    for (UINT msg = WM_DDE_FIRST; msg <= WM_DDE_LAST; ++msg) {
-        for (LPARAM lp : {LPARAM(0), LPARAM(1), LPARAM(0x12345678), LPARAM(-1), MAKELPARAM(0x8000, 0xC123),
-                          reinterpret_cast<LPARAM>(ForeignHandle())}) {
-            Tried(twProcessDDE(server, msg, 0, lp, nullptr));
-            Tried(twProcessDDE(server, msg, reinterpret_cast<WPARAM>(server.get()), lp, empty));
-            Tried(twProcessDDE(nullptr, msg, 0, lp, nullptr));
-        }
-        twProcessDDE(server, msg, 0, PackDDElParam(WM_DDE_DATA, 0x1234, 0), nullptr);  // not a block
-    }
-    EXPECT_EQ(twProcessDDE(server, WM_USER, 0, 0, nullptr) + twProcessDDE(server, WM_DDE_ACK, 0, 0, nullptr), 1);
-    EXPECT_EQ(twProcessDDEData(nullptr, nullptr) | twRequestDDEData(nullptr), 0);
-    twUnadviseDDE(nullptr);
-    EXPECT_EQ(twInitiateDDE(server, nullptr), 1);
 }
 
 // Initiates answered twice, after a terminate, or by a partner that dies before or after answering.
