@@ -43,16 +43,16 @@ const struct Row {
     {WM_DDE_ADVISE, kPacked, "\0\x80\1\0" "text\0"sv, nullptr}, {WM_DDE_UNADVISE, kWords, "none", nullptr},
     {WM_DDE_UNADVISE, kWords, "text", nullptr}};
 constexpr int kStrayAck = 29, kLastWords = 30;
-std::string Title(DWORD partnerPid, bool second) { return (second ? "second " : "main ") + std::to_string(partnerPid); }
+std::string Title(DWORD partnerPid) { return "partner " + std::to_string(partnerPid); }
 
 // ---- the partner process
 
-HWND g_main, g_second;
+HWND g_main;
 InitMode g_mode;
 
 bool Real(UINT_PTR h) { return h != 0 && GlobalSize(reinterpret_cast<HGLOBAL>(h)) != 0; }
 
-// Posts (or sends) one hostile row; whatever the system refused or copied is cleaned up here.
+// Posts (or sends) one hostile row. Its blocks are left to the partner's end; its atom is deleted unless handed over.
 LRESULT Post(HWND lib, const Row& r) {
     const UINT msg = r.msg;
     ATOM item = GlobalAddAtomA(kHanded);
@@ -71,9 +71,7 @@ LRESULT Post(HWND lib, const Row& r) {
                       : msg == WM_DDE_EXECUTE ? LPARAM(block) : packed ? PackDDElParam(msg, lo, hi) : MAKELPARAM(lo, hi);
     const WPARAM me = reinterpret_cast<WPARAM>(g_main);  // a sent handle means nothing over there
     const LRESULT posted = r.how == kSent ? (SendMessageA(lib, msg, me, lp), 0) : PostMessageA(lib, msg, me, lp);
-    if (packed && (!posted || Real(lp))) FreeDDElParam(msg, lp);  // the receiver got copies
-    if (Real(UINT_PTR(block)) && !(posted && msg == WM_DDE_EXECUTE)) GlobalFree(block);  // else it comes back
-    if (!posted || msg == WM_DDE_EXECUTE || hi != item) GlobalDeleteAtom(item);  // not handed over
+    if (!posted || msg == WM_DDE_EXECUTE || hi != item) GlobalDeleteAtom(item);
     return posted;
 }
 
@@ -102,29 +100,28 @@ LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
         for (const char* name : {"FkPartnerApp", "FkHostileApp"})
             SendNames(lib, WM_DDE_INITIATE, lp ? HWND_BROADCAST : g_main, name);
     if (msg == WM_DDE_ACK) return 1;  // sent: the answer to our initiate
-    if (msg != WM_DDE_INITIATE || h != g_main || lib == g_main || lib == g_second) return DefWindowProcA(h, msg, wp, lp);
+    if (msg != WM_DDE_INITIATE || lib == h) return DefWindowProcA(h, msg, wp, lp);
     GlobalGetAtomNameA(LOWORD(lp), app, sizeof app);  // an initiate: answered by mode
     if (lstrcmpiA(app, "FkPartnerApp") != 0) return 0;
     if (g_mode == kDieBeforeAnswer) ExitProcess(3);
     if (g_mode == kTerminateFirst) PostMessageA(lib, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(g_main), 0);
-    for (HWND w : {g_main, g_second})
-        if (w == g_main || g_mode == kTwoAnswers) SendNames(lib, WM_DDE_ACK, w, "FkPartnerApp");
+    for (int answers = g_mode == kTwoAnswers ? 2 : 1; answers > 0; --answers)
+        SendNames(lib, WM_DDE_ACK, g_main, "FkPartnerApp");
     if (g_mode == kDieAfterAnswer) ExitProcess(4);
     return 0;
 }
 
 // ---- the tests
 
-// Killed when the test is done with it, or fails. Its windows carry its own process id: a partner of an earlier
-// case, whose windows may outlive its process handle by a little, is never taken for this one, and is waited out.
+// Killed when the test is done with it, or fails. Its window carries its own process id: the partner of an earlier
+// case, whose window may outlive its process handle by a little, is never taken for this one, and is waited out.
 struct Partner : SelfProcess {
     explicit Partner(InitMode mode = kAnswer) : SelfProcess("--dde-partner " + std::to_string(mode)) {
-        auto find = [&](bool second) { return FindWindowA(kClass, Title(pi.dwProcessId, second).c_str()); };
-        if (pi.hProcess) PumpUntil([&] { return (main = find(false)) != nullptr && (second = find(true)) != nullptr; }, 20000);
+        if (pi.hProcess) PumpUntil([&] { return (main = FindWindowA(kClass, Title(pi.dwProcessId).c_str())) != nullptr; }, 20000);
     }
     ~Partner() {
         Kill();
-        PumpUntil([&] { return !IsWindow(main) && !IsWindow(second); }, 20000);
+        PumpUntil([&] { return !IsWindow(main); }, 20000);
     }
     LRESULT Ask(UINT command, HWND lib, LPARAM lp) const {
         DWORD_PTR r = 0;
@@ -134,7 +131,7 @@ struct Partner : SelfProcess {
     void Settle() const {  // both sides, twice over (answers provoke answers)
         for (int i = 0; i < 3; ++i) PumpIdle(), Ask(kPost, nullptr, -1);
     }
-    HWND main = nullptr, second = nullptr;
+    HWND main = nullptr;
 };
 
 UniqueWindow Field(const char* method) {  // top-level: initiates reach top-level windows only
@@ -154,7 +151,7 @@ class HostileDde : public HostileGroup {};
 TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     MessageBoxWatcher boxes(IDNO);
     Partner partner;
-    ASSERT_NE(partner.second, nullptr);
+    ASSERT_NE(partner.main, nullptr);
     UniqueWindow server = Field(kServerMethod);  // its announcement finds nobody
     partner.Ask(kPost, server, kStrayAck);
     UniqueWindow client = Field(kClientMethod);
@@ -195,18 +192,17 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
 // Initiates answered twice, after a terminate, or by a partner that dies before or after answering.
 TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
     MessageBoxWatcher boxes(IDNO);
-    const int linkedTo[] = {1, 2, 1, 0, 1};  // by mode: none, the main window, the second
+    const bool linked[] = {true, true, true, false, true};  // by mode
     for (InitMode mode : {kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer}) {
         NowTrying("dde initiate, mode", std::to_string(mode));
         Partner partner(mode);
         ++g_tried;
-        ASSERT_NE(partner.second, nullptr) << g_trying;
+        ASSERT_NE(partner.main, nullptr) << g_trying;
         UniqueWindow server = Field(kServerMethod), client = Field(kClientMethod);
         if (mode >= kDieBeforeAnswer) EXPECT_TRUE(partner.Exited(20000)) << g_trying;
         if (mode < kDieBeforeAnswer) partner.Settle();
         PumpIdle();
-        const HWND linked[] = {nullptr, partner.main, partner.second};
-        EXPECT_EQ(Prop(client, "CLIENT"), linked[linkedTo[mode]]) << g_trying;
+        EXPECT_EQ(Prop(client, "CLIENT"), linked[mode] ? partner.main : nullptr) << g_trying;
         EXPECT_TRUE(boxes.boxes().empty()) << g_trying;
         SetWindowTextA(server, "after");
         SendMessageA(client, GXM_SETVALUE, 0, 0);
@@ -220,9 +216,8 @@ int RunDdePartner(const char* mode) {
     WNDCLASSA wc{};
     wc.lpfnWndProc = PartnerProc, wc.hInstance = GetModuleHandleA(nullptr), wc.lpszClassName = kClass;
     RegisterClassA(&wc);
-    for (HWND* w : {&g_second, &g_main})
-        *w = CreateWindowExA(0, kClass, Title(GetCurrentProcessId(), w == &g_second).c_str(), WS_POPUP, 0, 0, 10, 10,
-                             nullptr, nullptr, wc.hInstance, nullptr);
+    g_main = CreateWindowExA(0, kClass, Title(GetCurrentProcessId()).c_str(), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                             wc.hInstance, nullptr);
     SetTimer(nullptr, 0, 120000, nullptr);  // a partner whose test is gone does not stay
     for (MSG m; GetMessageA(&m, nullptr, 0, 0) > 0 && m.message != WM_TIMER;)
         m.message >= WM_DDE_FIRST && m.message <= WM_DDE_LAST ? OnPosted(m) : void(DispatchMessageA(&m));
