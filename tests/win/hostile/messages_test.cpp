@@ -4,7 +4,6 @@
 
 #include <set>
 
-#include "tests/support/bitness.h"
 #include "tests/win/hostile/hostile.h"
 
 using namespace fktest;
@@ -22,14 +21,7 @@ std::string GetMethod(HWND h, GuardedBuffer& copy) {  // at most 256 characters 
     return copy.data();
 }
 
-// Ours, the single classes' own (from WM_USER) and DDE's. Those whose lParam is a number, never dereferenced, also
-// get wild pointers (sets of a flag take it in lParam).
-std::vector<UINT> Messages() {
-    std::vector<UINT> all{GXM_SETMETHOD};
-    for (auto [first, last] : {std::pair{GXM_FIRST, GXM_LAST}, {WM_USER + 1, WM_USER + 10}, {WM_DDE_FIRST, WM_DDE_LAST}})
-        for (UINT msg = first; msg <= UINT(last); ++msg) all.push_back(msg);
-    return all;
-}
+// Messages whose lParam is a number, never dereferenced, also get wild pointers (sets of a flag take it in lParam).
 bool LParamIsANumber(UINT msg, WPARAM wp) {
     static const std::set<UINT> pointers{GXM_SETMETHOD, GXM_SETVALUE, GXM_GETVALUE, GXM_GETMETHOD, GXM_GETTYPE,
         GXN_ERROR, GXN_DRAGNOTIFY, GXM_DROPDATA, GXM_DRAGQUERY, GXM_MASK, GXM_EXCLUDE, GXM_INCLUDE, GXM_SETTABLE,
@@ -122,15 +114,17 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
         }
         Tried(SendMessageA(h, GXM_SETMETHOD, 0, 0));
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
-        uint32_t seed = 1;
-        for (UINT msg : Messages())
-            for (WPARAM wp : JunkNumbers()) {
-                NowTrying(cls, "message " + std::to_string(msg) + " wParam " + std::to_string(wp));
-                std::memcpy(garbage.data(), Random(63, seed++).c_str(), 64);
-                std::vector<UINT_PTR> lps{0, reinterpret_cast<UINT_PTR>(garbage.data())};
-                if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, JunkNumbers().back()});
-                for (UINT_PTR lp : lps) Tried(SendMessageA(h, msg, wp, LPARAM(lp)));
-            }
+        uint32_t seed = 1;  // ours, the single classes' own (from WM_USER) and DDE's
+        for (auto [first, last] : {std::pair{GXM_SETMETHOD, GXM_SETMETHOD}, {GXM_FIRST, GXM_LAST},
+                                   {WM_USER + 1, WM_USER + 10}, {WM_DDE_FIRST, WM_DDE_LAST}})
+            for (UINT msg = first; msg <= UINT(last); ++msg)
+                for (WPARAM wp : JunkNumbers()) {
+                    NowTrying(cls, "message " + std::to_string(msg) + " wParam " + std::to_string(wp));
+                    std::memcpy(garbage.data(), Random(63, seed++).c_str(), 64);
+                    std::vector<UINT_PTR> lps{0, reinterpret_cast<UINT_PTR>(garbage.data())};
+                    if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, JunkNumbers().back()});
+                    for (UINT_PTR lp : lps) Tried(SendMessageA(h, msg, wp, LPARAM(lp)));
+                }
         Paint(h);
         NowTrying(cls, "1 MB of WM_SETTEXT, then a text into 1024 bytes");
         Tried(SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())));
