@@ -50,8 +50,6 @@ std::string Title(DWORD partnerPid) { return "partner " + std::to_string(partner
 HWND g_main;
 InitMode g_mode;
 
-bool Real(UINT_PTR h) { return h != 0 && GlobalSize(reinterpret_cast<HGLOBAL>(h)) != 0; }
-
 // Posts (or sends) one hostile row. Its blocks are left to the partner's end; its atom is deleted unless handed over.
 LRESULT Post(HWND lib, const Row& r) {
     const UINT msg = r.msg;
@@ -81,13 +79,10 @@ void SendNames(HWND to, UINT msg, HWND from, const char* appName) {  // app and 
     GlobalDeleteAtom(app), GlobalDeleteAtom(topic);
 }
 
-void OnPosted(const MSG& m) {  // what the library hands over is deleted or freed here
+void OnPosted(const MSG& m) {  // the atom the library hands over is deleted; blocks are left to the partner's end
     UINT_PTR lo = 0, hi = 0;
     UnpackDDElParam(m.message, m.lParam, &lo, &hi);
-    FreeDDElParam(m.message, m.lParam);
-    if (m.message == WM_DDE_DATA || m.message == WM_DDE_ADVISE) GlobalFree(reinterpret_cast<HGLOBAL>(lo));
     if (hi >= 0xC000 && hi <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(hi));
-    else if (m.message == WM_DDE_ACK && Real(hi)) GlobalFree(reinterpret_cast<HGLOBAL>(hi));  // a command, acked
 }
 
 LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
