@@ -54,7 +54,7 @@ InitMode g_mode;
 LRESULT Post(HWND lib, const Row& r) {
     const UINT msg = r.msg;
     ATOM item = GlobalAddAtomA(kHanded);
-    HGLOBAL block = r.how == kForeign ? ForeignHandle() : nullptr;
+    HGLOBAL block = r.how == kForeign ? kForeignHandle : nullptr;
     if (r.how != kForeign && r.how != kNull && msg != WM_DDE_ACK) {
         block = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, r.bytes.size());
         std::memcpy(GlobalLock(block), r.bytes.data(), r.bytes.size());

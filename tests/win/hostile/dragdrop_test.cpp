@@ -57,7 +57,7 @@ TEST_F(HostileDrag, WindowsDestroyedMidDragAndBadDragBlocks) {
     }
     UniqueWindow bystander(CreateWindowExA(0, FK_CLASS_STRING, "bystander", WS_POPUP | WS_VISIBLE, 0, 0, 99, 24,
                                            nullptr, nullptr, nullptr, nullptr));
-    enum Data { kText, kUnterminated, kSmallBlock, kFreedBlock, kFreedData, kForeign, kSelf };
+    enum Data { kText, kUnterminated, kSmallBlock, kFreedBlock, kSelf, kFreedData, kForeign };
     const struct {
         DWORD kind;
         Data data;
@@ -70,24 +70,22 @@ TEST_F(HostileDrag, WindowsDestroyedMidDragAndBadDragBlocks) {
     for (const auto& c : cases) {
         NowTrying("drag block", std::to_string(c.kind) + " " + std::to_string(c.data) + " " + c.seen);
         HWND target = Field("@DROPTARG", 250, "kept");
-        HGLOBAL drag = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_DDESHARE, sizeof(FieldDragBlock));
-        HGLOBAL data = c.data == kForeign ? ForeignHandle() : GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 8);
-        if (c.data != kForeign) std::memcpy(GlobalLock(data), c.data == kUnterminated ? "uuuuuuuu" : "dropped", 8);
-        if (c.data != kForeign) GlobalUnlock(data);
+        HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, 8), drag = GlobalAlloc(GMEM_MOVEABLE, sizeof(FieldDragBlock));
+        std::memcpy(GlobalLock(data), c.data == kUnterminated ? "uuuuuuuu" : "dropped", 8);
+        GlobalUnlock(data);
         if (c.data == kFreedData) GlobalFree(data);  // before the drag block is made: freed data stays dead
-        auto* block = static_cast<FieldDragBlock*>(GlobalLock(drag));
-        block->hSource = c.source, block->dwFlags = 1, block->dwKind = c.kind;
-        block->hData = c.data == kSelf ? drag : data;
+        const HGLOBAL named = c.data == kSelf ? drag : c.data == kForeign ? kForeignHandle : data;
+        const FieldDragBlock block{.hSource = c.source, .dwFlags = 1, .dwKind = c.kind, .hData = named};
+        std::memcpy(GlobalLock(drag), &block, sizeof block);
         GlobalUnlock(drag);
         if (c.data == kSmallBlock) drag = GlobalReAlloc(drag, 16, GMEM_MOVEABLE);
         if (c.data == kFreedBlock) GlobalFree(drag);
         std::string seen = std::to_string(Tried(SendMessageA(target, GXM_DRAGQUERY, 0, LPARAM(drag))));
         EXPECT_EQ(Tried(SendMessageA(target, GXM_DROPDATA, 0, LPARAM(drag))), 0) << g_trying;
-        const bool owned = c.data <= kFreedBlock || c.data == kSelf;  // ours to free unless taken
-        seen += " " + WindowText(target) + (owned && GlobalSize(data) == 0 ? " taken" : "") + " " + WindowText(bystander);
-        EXPECT_EQ(seen + (c.data != kFreedBlock && GlobalSize(drag) == 0 ? ", the drag block freed" : ""),
-                  std::string(c.seen) + " bystander") << g_trying;
-        if (owned && GlobalSize(data) != 0) GlobalFree(data);
+        seen += " " + WindowText(target) + (c.data != kFreedData && GlobalSize(data) == 0 ? " taken" : "");
+        EXPECT_EQ(seen + " " + WindowText(bystander) + (c.data != kFreedBlock && GlobalSize(drag) == 0 ? " freed" : ""),
+                  std::string(c.seen) + " bystander") << g_trying << " (the drag block stays the sender's)";
+        if (c.data != kFreedData && GlobalSize(data) != 0) GlobalFree(data);
         if (c.data != kFreedBlock) GlobalFree(drag);
         DestroyWindow(target);
     }

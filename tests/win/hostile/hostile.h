@@ -51,16 +51,11 @@ inline const std::string kHigh = Random(128, 0);
 
 // A handle no allocation answers to. In the 64-bit build it lies above 4 GiB,
 // where a handle squeezed through 32 bits would turn into another one.
-inline HGLOBAL ForeignHandle() {
-    return reinterpret_cast<HGLOBAL>(sizeof(void*) == 8 ? static_cast<UINT_PTR>(0x7FF700C0FFEEull) : 0x00C0FFEEu);
-}
+inline const HGLOBAL kForeignHandle = reinterpret_cast<HGLOBAL>(sizeof(void*) == 8 ? UINT_PTR(0x7FF700C0FFEEull) : 0xC0FFEEu);
 // Junk for wParam and lParam; in the 64-bit build also values whose low 32
 // bits look harmless (4, a null pointer) and whose high ones do not.
-inline std::vector<UINT_PTR> JunkNumbers() {
-    std::vector<UINT_PTR> v{0u, 1u, 4u, 12u, 0xFFFFFFFFu};
-    if (sizeof(void*) == 8) v.insert(v.end(), {UINT_PTR(0x100000004ull), UINT_PTR(0x7FF700000000ull), ~UINT_PTR(0)});
-    return v;
-}
+inline const std::vector<UINT_PTR> kJunk{0u, 1u, 4u, 12u, 0xFFFFFFFFu, UINT_PTR(sizeof(void*) == 8 ? 0x100000004ull : 2),
+                                         UINT_PTR(sizeof(void*) == 8 ? 0x7FF700000000ull : 3), ~UINT_PTR(0)};
 
 struct HostileText { const char* name; std::string text; };
 inline const std::vector<HostileText>& HostileMethods() {
@@ -119,9 +114,7 @@ protected:
         EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
                     after.gdiObjects <= before.gdiObjects)
             << DescribeGrowth(before, after, false);
-        std::printf("%s: %ld hostile calls survived\n", ::testing::UnitTest::GetInstance()->current_test_info()->name(),
-                    g_tried);
-        NowTrying("between groups", "");
+        std::printf("%s: %ld hostile calls survived\n", testing::UnitTest::GetInstance()->current_test_info()->name(), g_tried);
     }
     ResourceFigures before;
     UniqueWindow parent;

@@ -118,11 +118,11 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
         for (auto [first, last] : {std::pair{GXM_SETMETHOD, GXM_SETMETHOD}, {GXM_FIRST, GXM_LAST},
                                    {WM_USER + 1, WM_USER + 10}, {WM_DDE_FIRST, WM_DDE_LAST}})
             for (UINT msg = first; msg <= UINT(last); ++msg)
-                for (WPARAM wp : JunkNumbers()) {
+                for (WPARAM wp : kJunk) {
                     NowTrying(cls, "message " + std::to_string(msg) + " wParam " + std::to_string(wp));
                     std::memcpy(garbage.data(), Random(63, seed++).c_str(), 64);
                     std::vector<UINT_PTR> lps{0, reinterpret_cast<UINT_PTR>(garbage.data())};
-                    if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, JunkNumbers().back()});
+                    if (LParamIsANumber(msg, wp)) lps.insert(lps.end(), {1, 0xDEADBEEF, kJunk.back()});
                     for (UINT_PTR lp : lps) Tried(SendMessageA(h, msg, wp, LPARAM(lp)));
                 }
         Paint(h);
