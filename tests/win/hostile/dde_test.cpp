@@ -22,26 +22,23 @@ enum How { kPacked, kWords, kSent, kNull, kForeign, kFreed };
 const struct Row {
     UINT msg;
     How how;
-    std::string_view bytes;
-    const char* shown;  // what a data row leaves on the control; null: not looked at
+    std::string_view bytes = {};
+    const char* shown = nullptr;  // what a data row leaves on the control; null: not looked at
 } kRows[] = {
-    {WM_DDE_DATA, kNull, {}, nullptr}, {WM_DDE_DATA, kForeign, {}, nullptr}, {WM_DDE_DATA, kFreed, "dead", nullptr},
-    {WM_DDE_DATA, kPacked, "\xFF", nullptr}, {WM_DDE_DATA, kPacked, "\xFF\xFF\xFF", nullptr},
-    {WM_DDE_DATA, kPacked, "\0\x20\1\0" "abcdefgh"sv, "abcdefgh"}, {WM_DDE_DATA, kPacked, "\0\x20\2\0" "bits\0"sv, "bits"},
-    {WM_DDE_DATA, kPacked, "\0\x80\1\0" "kept\0"sv, "kept"}, {WM_DDE_DATA, kSent, "\0\x20\1\0" "sent\0"sv, nullptr},
-    {WM_DDE_POKE, kNull, {}, nullptr}, {WM_DDE_POKE, kForeign, {}, nullptr}, {WM_DDE_POKE, kPacked, "\xFF", nullptr},
-    {WM_DDE_POKE, kPacked, "\0\x20\1\0" "abcdefgh"sv, nullptr}, {WM_DDE_POKE, kPacked, "\0\x80\1\0" "text\0"sv, nullptr},
-    {WM_DDE_ADVISE, kNull, {}, nullptr}, {WM_DDE_ADVISE, kForeign, {}, nullptr}, {WM_DDE_ADVISE, kFreed, "dead", nullptr},
-    {WM_DDE_ADVISE, kPacked, "\xFF", nullptr}, {WM_DDE_ADVISE, kPacked, "\xFF\xFF\xFF", nullptr},
-    {WM_DDE_ADVISE, kPacked, "\0\x80\2\0"sv, nullptr}, {WM_DDE_EXECUTE, kNull, {}, nullptr},
-    {WM_DDE_EXECUTE, kForeign, {}, nullptr}, {WM_DDE_EXECUTE, kFreed, "dead", nullptr},
-    {WM_DDE_EXECUTE, kPacked, "[open(", nullptr}, {WM_DDE_EXECUTE, kPacked, "[open()]\0"sv, nullptr},
-    {WM_DDE_REQUEST, kWords, "text", nullptr}, {WM_DDE_REQUEST, kWords, "bitmap", nullptr},
-    {WM_DDE_ACK, kPacked, "", nullptr}, {WM_DDE_ACK, kForeign, "", nullptr}, {WM_DDE_ACK, kSent, "", nullptr},
+    {WM_DDE_DATA, kNull}, {WM_DDE_DATA, kForeign}, {WM_DDE_DATA, kFreed, "dead"}, {WM_DDE_DATA, kPacked, "\xFF"},
+    {WM_DDE_DATA, kPacked, "\xFF\xFF\xFF"}, {WM_DDE_DATA, kPacked, "\0\x20\1\0" "abcdefgh"sv, "abcdefgh"},
+    {WM_DDE_DATA, kPacked, "\0\x20\2\0" "bits\0"sv, "bits"}, {WM_DDE_DATA, kPacked, "\0\x80\1\0" "kept\0"sv, "kept"},
+    {WM_DDE_DATA, kSent, "\0\x20\1\0" "sent\0"sv}, {WM_DDE_POKE, kNull}, {WM_DDE_POKE, kForeign},
+    {WM_DDE_POKE, kPacked, "\xFF"}, {WM_DDE_POKE, kPacked, "\0\x20\1\0" "abcdefgh"sv},
+    {WM_DDE_POKE, kPacked, "\0\x80\1\0" "text\0"sv}, {WM_DDE_ADVISE, kNull}, {WM_DDE_ADVISE, kForeign},
+    {WM_DDE_ADVISE, kFreed, "dead"}, {WM_DDE_ADVISE, kPacked, "\xFF"}, {WM_DDE_ADVISE, kPacked, "\xFF\xFF\xFF"},
+    {WM_DDE_ADVISE, kPacked, "\0\x80\2\0"sv}, {WM_DDE_EXECUTE, kNull}, {WM_DDE_EXECUTE, kForeign},
+    {WM_DDE_EXECUTE, kFreed, "dead"}, {WM_DDE_EXECUTE, kPacked, "[open("}, {WM_DDE_EXECUTE, kPacked, "[open()]\0"sv},
+    {WM_DDE_REQUEST, kWords, "text"}, {WM_DDE_REQUEST, kWords, "bitmap"}, {WM_DDE_ACK, kPacked}, {WM_DDE_ACK, kForeign},
+    {WM_DDE_ACK, kSent},
     // The last words of a partner about to die, the first also posted in every round: to the client, then the server.
-    {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"}, {WM_DDE_REQUEST, kWords, "text", nullptr},
-    {WM_DDE_ADVISE, kPacked, "\0\x80\1\0" "text\0"sv, nullptr}, {WM_DDE_UNADVISE, kWords, "none", nullptr},
-    {WM_DDE_UNADVISE, kWords, "text", nullptr}};
+    {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"}, {WM_DDE_REQUEST, kWords, "text"},
+    {WM_DDE_ADVISE, kPacked, "\0\x80\1\0" "text\0"sv}, {WM_DDE_UNADVISE, kWords, "none"}, {WM_DDE_UNADVISE, kWords, "text"}};
 constexpr int kStrayAck = 29, kLastWords = 30;
 std::string Title(DWORD partnerPid) { return "partner " + std::to_string(partnerPid); }
 
