@@ -35,10 +35,10 @@ const struct Row {
     {WM_DDE_ADVISE, kPacked, "\0\x80\2\0"sv}, {WM_DDE_EXECUTE, kNull}, {WM_DDE_EXECUTE, kForeign},
     {WM_DDE_EXECUTE, kFreed, "dead"}, {WM_DDE_EXECUTE, kPacked, "[open("}, {WM_DDE_EXECUTE, kPacked, "[open()]\0"sv},
     {WM_DDE_REQUEST, kWords, "text"}, {WM_DDE_REQUEST, kWords, "bitmap"}, {WM_DDE_ACK, kPacked}, {WM_DDE_ACK, kForeign},
-    {WM_DDE_ACK, kSent},
-    // The last words of a partner about to die, the first also posted in every round: to the client, then the server.
-    {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"}, {WM_DDE_REQUEST, kWords, "text"},
-    {WM_DDE_ADVISE, kPacked, "\0\x80\1\0" "text\0"sv}, {WM_DDE_UNADVISE, kWords, "none"}, {WM_DDE_UNADVISE, kWords, "text"}};
+    {WM_DDE_ACK, kSent}, {WM_DDE_DATA, kPacked, "\0\xA0\1\0" "acked\r\n\0"sv, "acked"},
+    // Posted only as the last words of a partner about to die, to the server: an unadvise that a live partner posts
+    // to a control without its advise loop leaves the handed item atom in the table today.
+    {WM_DDE_UNADVISE, kWords, "none"}, {WM_DDE_UNADVISE, kWords, "text"}};
 constexpr int kStrayAck = 29, kLastWords = 30;
 std::string Title(DWORD partnerPid) { return "partner " + std::to_string(partnerPid); }
 
@@ -173,8 +173,8 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     NowTrying("dde partner killed", "last words");
     for (int i = kLastWords; i < int(std::size(kRows)); ++i) partner.Ask(kPost, i == kLastWords ? client : server, i);
     partner.Kill();
-    PumpIdle();  // what it posted before it died; the unadvise frees the slot
-    EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked");
+    PumpIdle();  // what it posted before it died
+    EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked") << "unadvised";
     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
 }
 

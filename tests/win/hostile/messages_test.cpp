@@ -76,16 +76,13 @@ void DriveServices(HWND field, const HostileText& m, MessageBoxWatcher& boxes) {
     }
     g_parentHandlesErrors = false;
     boxes.clear();
-    Tried(twShowError(field, method.data(), GXT_TEXT, GXE_RANGE));
     for (int type : {GXT_LONG, GXT_DOUBLE, GXT_TEXT, GXT_DATE_YYYYMMDD})  // without a control: boxes
-        Tried(twValidate(nullptr, type, random.data(), method.data(), nullptr));
+        Tried(twValidate(nullptr, type, random.data(), method.data(), nullptr) + twShowError(field, method.data(), type, GXE_RANGE));
     g_parentHandlesErrors = true;
-    ASSERT_FALSE(boxes.boxes().empty()) << g_trying;
+    const bool printf = m.text.find("@MSG(%s%n") != std::string::npos;
     for (const auto& box : boxes.boxes())
-        EXPECT_TRUE(box.text.size() <= 255 && box.caption.size() <= 99) << g_trying << ": " << box.caption;
-    if (m.text.find("@MSG(%s%n") != std::string::npos)
-        EXPECT_NE(boxes.boxes()[0].text.find("%s%n"), std::string::npos) << g_trying;
-    EXPECT_EQ(std::string(method.data()), m.text) << g_trying;
+        EXPECT_TRUE(box.text.size() <= 255 && box.caption.size() <= 99 && (!printf || box.text.find("%s%n") < 255)) << g_trying;
+    EXPECT_EQ(std::string(method.data()) + std::to_string(boxes.boxes().size() >= 4), m.text + "1") << g_trying;
 }
 
 class HostileMessages : public HostileGroup {};
@@ -150,12 +147,9 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
         DriveEditingCore(h, "foreign text", false);
     RecordingParent bystander;
     boxes.clear();
-    for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), dead}) {
-        EXPECT_EQ(Tried(twAutoTab(h)), 0) << h;
-        EXPECT_EQ(Tried(twShowError(h, const_cast<char*>("@MSG(x)@WARN"), GXT_TEXT, GXE_RANGE)), 0) << h;
-    }
+    for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), dead})
+        EXPECT_EQ(Tried(twAutoTab(h)) + Tried(twShowError(h, const_cast<char*>("@MSG(x)@WARN"), GXT_TEXT, GXE_RANGE)), 0) << h;
     PumpMessages();
-    for (UINT msg : {UINT(GXM_VALIDATE), UINT(WM_KEYDOWN), UINT(EM_SETSEL)})
-        EXPECT_TRUE(bystander.Of(msg).empty()) << "a non-window handle sent 0x" << std::hex << msg;
-    EXPECT_TRUE(boxes.boxes().empty());
+    EXPECT_EQ(bystander.Of(GXM_VALIDATE).size() + bystander.Of(EM_SETSEL).size() + boxes.boxes().size(), 0u)
+        << "a handle that is not a window was sent to, or shown a box";
 }
