@@ -60,11 +60,8 @@ TEST_F(HostileStores, TablesMissingBinaryOrOversizeAreSearchedLoadedAndCopiedSaf
     }
     EXPECT_EQ(Tried(twSearchTable(nullptr, 1, "A", ',', nullptr, 0)), nullptr);
     EXPECT_EQ(Tried(twLoadTable(nullptr, nullptr) + twLoadTable(oversize.c_str(), nullptr)), 0) << "oversize is not read";
-    const std::string dest = files.emplace_back(source + ".copy"), longName(70000, 'd');
-    const char *from = source.c_str(), *to = dest.c_str();  // onto itself: refused, the table kept
-    for (auto [a, b] : {std::pair{(const char*)nullptr, to}, {from, nullptr}, {"", ""}, {"fk_no_such_table", to},
-                        {from, longName.c_str()}, {from, from}, {from, to}})
-        EXPECT_EQ(Tried(twCopyFile(a, b)), b == to && a == from) << (a ? a : "null") << " " << (b ? b[0] : '0');
+    EXPECT_EQ(Tried(twCopyFile(nullptr, source.c_str()) + twCopyFile(source.c_str(), nullptr)), 0);
+    EXPECT_EQ(Tried(twCopyFile(source.c_str(), source.c_str())), 0) << "a table copied onto itself";
 }
 
 // Clipboard text without a terminator, with embedded NULs, of 10 MB, and hostile arguments; the paste fills a buffer
@@ -87,14 +84,9 @@ TEST_F(HostileStores, ClipboardPastesWithinTheBufferAndCopiesWithinTheCount) {
         {true, "abc", -1, 10, 0}, {true, unterminated.data(), 8, 10, 8}, {false, nullptr, 0, 10, 0}};
     for (const auto& c : cases) {
         NowTrying("clipboard", std::to_string(c.n) + " bytes into " + std::to_string(c.max));
-        ASSERT_TRUE(OpenClipboard(parent) && EmptyClipboard());
-        if (!c.copy && c.text != nullptr) {
-            HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, c.n);
-            std::memcpy(GlobalLock(block), c.text, c.n);
-            GlobalUnlock(block);
-            SetClipboardData(CF_TEXT, block);
-        }
-        CloseClipboard();
+        HGLOBAL block = c.copy || c.text == nullptr ? nullptr : GlobalAlloc(GMEM_MOVEABLE, c.n);
+        if (block != nullptr) std::memcpy(GlobalLock(block), c.text, c.n), GlobalUnlock(block);
+        ASSERT_TRUE(OpenClipboard(parent) && EmptyClipboard() && (!block || SetClipboardData(CF_TEXT, block)) && CloseClipboard());
         if (c.copy) EXPECT_EQ(Tried(twClipboardCopyText(parent, c.text, c.n)), 1) << g_trying;
         GuardedBuffer out(std::max(c.max, 1));
         std::memset(out.data(), '#', out.len);
