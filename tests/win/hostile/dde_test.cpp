@@ -138,10 +138,19 @@ HWND Prop(HWND h, const char* name) { return static_cast<HWND>(GetPropA(h, name)
 
 class HostileDde : public HostileGroup {};
 
-// Stray acks and broadcast initiates, every bad block both ways (posted, and sent within the process), copies freed,
-// then the partner killed mid-talk, then direct calls with junk.
-TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
+// Initiates answered twice, after a terminate, or by a partner that dies before or after answering (the client links
+// to the partner that answered, dead or alive, and shows no box); then stray acks and broadcast initiates, every bad
+// block both ways, copies freed, and the partner killed mid-talk.
+TEST_F(HostileDde, PartnerAnswersOutOfTurnPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     MessageBoxWatcher boxes(IDNO);
+    for (InitMode mode : {kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer}) {
+        Partner rogue(mode);
+        UniqueWindow client = Field(kClientMethod);
+        if (mode >= kDieBeforeAnswer) EXPECT_TRUE(rogue.Exited(20000)) << "mode " << mode;
+        rogue.Settle();
+        EXPECT_EQ(Tried(Prop(client, "CLIENT")) == rogue.main && rogue.main, mode != kDieBeforeAnswer) << "mode " << mode;
+    }
+    EXPECT_TRUE(boxes.boxes().empty());
     Partner partner;
     ASSERT_NE(partner.main, nullptr);
     UniqueWindow server = Field(kServerMethod);  // its announcement finds nobody
@@ -176,23 +185,6 @@ TEST_F(HostileDde, PartnerPostsBadBlocksAndStrayAcknowledgementsAndIsKilled) {
     PumpIdle();  // what it posted before it died
     EXPECT_EQ(WindowText(client) + (Prop(server, "SERVER1") ? " still registered" : ""), "acked") << "unadvised";
     EXPECT_EQ(GlobalFindAtomA(kHanded), 0) << "atoms the dead partner handed over";
-}
-
-// Initiates answered twice, after a terminate, or by a partner that dies before or after answering: the client
-// links to the partner that answered, dead or alive, and shows no box.
-TEST_F(HostileDde, PartnerAnswersInitiatesOutOfTurnOrDies) {
-    MessageBoxWatcher boxes(IDNO);
-    for (InitMode mode : {kTwoAnswers, kTerminateFirst, kDieBeforeAnswer, kDieAfterAnswer}) {
-        NowTrying("dde initiate, mode", std::to_string(mode));
-        Partner partner(mode);
-        UniqueWindow client = Field(kClientMethod);
-        ++g_tried;
-        if (mode >= kDieBeforeAnswer) EXPECT_TRUE(partner.Exited(20000)) << g_trying;
-        partner.Settle();
-        const HWND linked = Prop(client, "CLIENT");
-        EXPECT_EQ(linked != nullptr && linked == partner.main, mode != kDieBeforeAnswer) << g_trying;
-    }
-    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 int RunDdePartner(const char* mode) {
