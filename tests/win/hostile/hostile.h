@@ -6,8 +6,6 @@
 #include <windows.h>
 
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
@@ -54,8 +52,9 @@ inline const std::string kHigh = Random(128, 0);
 inline const HGLOBAL kForeignHandle = reinterpret_cast<HGLOBAL>(sizeof(void*) == 8 ? UINT_PTR(0x7FF700C0FFEEull) : 0xC0FFEEu);
 // Junk for wParam and lParam; in the 64-bit build also values whose low 32
 // bits look harmless (4, a null pointer) and whose high ones do not.
-inline const std::vector<UINT_PTR> kJunk{0u, 1u, 2u, 4u, 12u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, UINT_PTR(sizeof(void*) == 8 ? 0x100000004ull : 2),
-                                         UINT_PTR(sizeof(void*) == 8 ? 0x7FF700000000ull : 3), ~UINT_PTR(0)};
+inline const std::vector<UINT_PTR> kJunk{0u, 1u, 2u, 4u, 12u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, ~UINT_PTR(0),
+                                         UINT_PTR(sizeof(void*) == 8 ? 0x100000004ull : 3),
+                                         UINT_PTR(sizeof(void*) == 8 ? 0x7FF700000000ull : 5)};
 
 struct HostileText { const char* name; std::string text; };
 inline const std::vector<HostileText>& HostileMethods() {

@@ -29,14 +29,14 @@ bool LParamIsANumber(UINT msg, WPARAM wp) {
     return msg == GXM_AUTOTAB || msg == GXM_AUTOFILL ? wp != 0 : pointers.count(msg) == 0;
 }
 
-// The editing core on one text: drawn under hostile selection and caret words (a field's own), pressed and moved
+// The editing core on one text: drawn under hostile selection and caret words, pressed and moved
 // with the mouse at hostile positions, and masked into a screen buffer of exactly both lengths and a terminator.
-void DriveEditingCore(HWND h, const std::string& t, bool field) {
+void DriveEditingCore(HWND h, const std::string& t) {
     GuardedBuffer text(t), mask(t), screen(2 * t.size() + 1);
-    if (field) SetFocus(h);
+    SetFocus(h);
     for (auto [selection, caret] : {std::pair<LONG, LONG>{0, 0}, {MAKELONG(3, 1), -7}, {MAKELONG(0xFFFF, 0), 100000},
                                     {LONG(0xFFFFFFFF), 3}}) {
-        if (field) SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
+        SetWindowLongA(h, 12, selection), SetWindowLongA(h, 16, caret);
         for (UINT how : {GXDF_ANY, GXDF_ANY | GXDF_RIGHT, GXDF_PAINT | GXDF_NOCARET})
             Tried(twDrawField(h, text.data(), how, 0));
     }
@@ -80,8 +80,8 @@ class HostileMessages : public HostileGroup {};
 }  // namespace
 
 // Every class: hostile methods (the fields' editing core on each, the services with the first); every message with
-// lParam 0, garbage or wild; 1 MB of text; WM_DESTROY twice. Then the editing core on foreign, dead and no windows,
-// and auto-tab and error reports on handles that are not windows (HWND_BROADCAST among them): quiet no-ops.
+// lParam 0, garbage or wild; 1 MB of text read back into 1024 bytes; WM_DESTROY twice. Then auto-tab and error
+// reports on handles that are not windows (HWND_BROADCAST among them): quiet no-ops.
 TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInput) {
     MessageBoxWatcher boxes;
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
@@ -96,7 +96,7 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
             EXPECT_TRUE(m.text.starts_with(GetMethod(h, copy))) << g_trying;
             EXPECT_LE(unsigned(Tried(SendMessageA(h, GXM_VALIDATE, 0, 0)) + 1), 1u) << g_trying;  // 0 or -1
             Paint(h);
-            if (i < kEntryClasses) DriveEditingCore(h, m.text, true);
+            if (i < kEntryClasses) DriveEditingCore(h, m.text);
             if (i == 0) DriveErrorReports(h, m, boxes);
         }
         Tried(SendMessageA(h, GXM_SETMETHOD, 0, 0));
@@ -116,9 +116,8 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
         NowTrying(cls, "1 MB of WM_SETTEXT, then a text into 1024 bytes");
         Tried(SendMessageA(h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(huge.data())));
         Paint(h);
-        for (UINT msg : {UINT(WM_GETTEXT), UINT(GXM_GETVALUE), UINT(WM_GETTEXTLENGTH), UINT(GXM_VALIDATE), UINT(WM_SETTEXT)})
-            for (WPARAM type : {0u, 1u, 3u, 4u, 5u, 1024u})
-                Tried(SendMessageA(h, msg, type, msg == WM_SETTEXT ? 0 : reinterpret_cast<LPARAM>(out.data())));
+        for (UINT msg : {UINT(WM_GETTEXT), UINT(GXM_GETVALUE), UINT(WM_GETTEXTLENGTH), UINT(GXM_VALIDATE)})
+            for (WPARAM type : {0u, 1u, 3u, 4u, 5u, 1024u}) Tried(SendMessageA(h, msg, type, LPARAM(out.data())));
         NowTrying(cls, "WM_DESTROY sent by hand");
         SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(first)"));
         Tried(SendMessageA(h, WM_DESTROY, 0, 0)), Tried(SendMessageA(h, WM_DESTROY, 0, 0));
@@ -131,10 +130,6 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
     EXPECT_EQ(Tried(twAddMethodParam(nullptr, "@A") | twRemoveMethodParam(nullptr, "@A")), 0);
     HWND dead = Create(parent, "STATIC");
     DestroyWindow(dead);
-    NowTrying("editing core", "foreign windows");
-    for (HWND h : {Create(parent, "STATIC"), Create(parent, "BUTTON"), Create(parent, "LISTBOX"), parent.get(),
-                   GetDesktopWindow(), dead, HWND{}, HWND(0x1234)})
-        DriveEditingCore(h, "foreign text", false);
     RecordingParent bystander;
     boxes.clear();
     for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), dead})
