@@ -19,30 +19,23 @@ protected:
 
 }  // namespace
 
-// A target or source destroyed by the parent mid-drag (on the drag notice or on the drop) ends the drag at once,
-// leaves others' messages, drops nothing dead; then drag blocks of a bad kind, size or handle are refused, and a
-// non-window source (HWND_BROADCAST) is asked to remove nothing.
-TEST_F(HostileDrag, WindowsDestroyedMidDragAndBadDragBlocks) {
+// A source destroyed by its parent on the drag notice ends the drag at once (leaving others' messages alone) and
+// drops nothing; then drag blocks of a bad kind, size or handle are refused, and a non-window source
+// (HWND_BROADCAST) is asked to remove nothing.
+TEST_F(HostileDrag, SourceDestroyedMidDragAndBadDragBlocks) {
     ShowWindow(parent, SW_HIDE);  // the group's own parent would be found under the mouse
-    for (auto [sourceDies, when, survives] :
-         {std::tuple{false, GXM_DROPDATA, "moved"}, {true, GXN_DRAGNOTIFY, "kept"}, {true, GXM_DROPDATA, "moved"}}) {
-        NowTrying("drag, the source dies", std::to_string(sourceDies) + " on " + std::to_string(when));
-        HWND source = Field("@DRAGSRC(1)", 10, "moved"), target = Field("@DROPTARG", 250, "kept");
-        const HWND victim = sourceDies ? source : target, survivor = sourceDies ? target : source;
-        stage.reply = [&, when = when](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            if (msg != when || !IsWindow(victim)) return std::nullopt;
-            return DestroyWindow(victim), 0;
-        };
-        PostMessageA(stage, WM_APP, 0, 0);  // behind the release: the drag must leave it alone
-        DragOnto(source, {2, 2}, target);
-        ++g_tried;
-        stage.reply = nullptr;
-        PumpMessages();
-        EXPECT_EQ(std::to_string(IsWindow(victim)) + WindowText(survivor), "0" + std::string(survives)) << g_trying;
-        EXPECT_EQ(stage.Of(WM_APP).size(), 1u) << g_trying << ": the drag took a message that was not its own";
-        stage.clear();
-        DestroyWindow(survivor);
-    }
+    HWND source = Field("@DRAGSRC(1)", 10, "moved"), target = Field("@DROPTARG", 250, "kept");
+    stage.reply = [&](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (msg != GXN_DRAGNOTIFY || !IsWindow(source)) return std::nullopt;
+        return DestroyWindow(source), 0;
+    };
+    PostMessageA(stage, WM_APP, 0, 0);  // behind the release: the drag must leave it alone
+    DragOnto(source, {2, 2}, target);
+    stage.reply = nullptr;
+    PumpMessages();
+    EXPECT_EQ(std::to_string(Tried(IsWindow(source))) + WindowText(target) + std::to_string(stage.Of(WM_APP).size()),
+              "0kept1") << "the source alive, the target's text, the messages posted to the parent";
+    DestroyWindow(target);
     UniqueWindow bystander(CreateWindowExA(0, FK_CLASS_STRING, "bystander", WS_POPUP | WS_VISIBLE, 0, 0, 99, 24,
                                            nullptr, nullptr, nullptr, nullptr));
     enum Data { kText, kUnterminated, kSmallBlock, kFreedBlock, kSelf, kFreedData, kForeign };
