@@ -189,11 +189,8 @@ TEST_F(HostileDde, PartnerAnswersOutOfTurnPostsBadBlocksAndStrayAcknowledgements
 
 int RunDdePartner(const char* mode) {
     g_mode = static_cast<InitMode>(std::atoi(mode));
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = PartnerProc, wc.hInstance = GetModuleHandleA(nullptr), wc.lpszClassName = kClass;
-    RegisterClassA(&wc);
-    g_main = CreateWindowExA(0, kClass, Title(GetCurrentProcessId()).c_str(), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                             wc.hInstance, nullptr);
+    g_main = CreateTopLevel(kClass, PartnerProc, 10, 10);
+    SetWindowTextA(g_main, Title(GetCurrentProcessId()).c_str());
     SetTimer(nullptr, 0, 120000, nullptr);  // a partner whose test is gone does not stay
     for (MSG m; GetMessageA(&m, nullptr, 0, 0) > 0 && m.message != WM_TIMER;)
         m.message >= WM_DDE_FIRST && m.message <= WM_DDE_LAST ? OnPosted(m) : void(DispatchMessageA(&m));

@@ -56,38 +56,29 @@ inline const std::vector<UINT_PTR> kJunk{0u, 1u, 2u, 4u, 12u, 0x7FFFFFFFu, 0x800
                                          UINT_PTR(sizeof(void*) == 8 ? 0x100000004ull : 3),
                                          UINT_PTR(sizeof(void*) == 8 ? 0x7FF700000000ull : 5)};
 
-struct HostileText { const char* name; std::string text; };
-inline const std::vector<HostileText>& HostileMethods() {
-    static const std::vector<HostileText> texts = [] {
-        const std::string high = kHigh, deep(10000, '('), undeep(10000, ')'), z200(200, 'z');
+inline const std::vector<std::string>& HostileMethods() {
+    static const std::vector<std::string> texts = [] {
+        const std::string high = kHigh, deep(10000, '('), undeep(10000, ')'), z200(200, 'z');  // parser edge cases
         std::string longest = "@MND@RNG(5,6)@CHC(7)@MSG(";
         longest += std::string(65536 - longest.size() - 2, 'A') + ")";
-        return std::vector<HostileText>{
-            {"empty", ""}, {"lone @", "@"}, {"lone @@", "@@"}, {"deep only", deep}, {"high keyword", "@" + high},
-            {"unbalanced (", "@MND@RNG((1,5@CHC(a,(b@MSG((x"}, {"unbalanced )", "@MND@RNG(1,5))))@CHC)a,b)@MSG)))("},
-            {"deep parentheses", "@MND@RNG" + deep + "1,2" + undeep + "@CHC" + deep + undeep + "@MSG" + deep + "x"},
-            {"64 KB", longest}, {"64 KB item", "@MBOX(" + std::string(65530, 'B') + ")"},
-            {"high bytes", "@MND" + high + "@RNG(" + high + "," + high + ")@CHC(" + high + ")@MSG(" + high + ")"},
-            {"printf in message", "@MND@RNG(5,6)@CHC(9)@MSG(%s%n%s%n%p%x%99999999d)"},
-            {"printf in box", "@MND@RNG(5,6)@MBOX(%s%n:%n%s%s%s)"},
-            {"printf in status", "@MND@RNG(5,6)@STAT(%n%n%n%n)@WARN@BEEP"},
-            {"keyword at end", "@RNG(5,6)@MSG"}, {"open argument at end", "@MND@RNG(5,6)@MBOX("},
-            {"semicolon cut", "@RNG(1,2);@MSG(x);@MBOX(a:b)"},
-            {"empty groups", "@RNG()()()(,)@CHC()@MSG()@MBOX(:)@DLM()@KEY()@POS(,,,)"},
-            {"bound of 200", "@RNG(" + std::string(200, '9') + "," + std::string(200, '-') + ")@CHC(" + z200 + ")"},
-            {"missing table", "@TBL(" + high + ")@KEY(-5)@DLM(" + high + ")@DISPLAY(99999,-1)@POS(" + high + ")"},
-            {"long table name", "@MND@TBL(" + std::string(600, 'T') + ")"},
-        };
+        return std::vector<std::string>{
+            "", "@", "@@", deep, "@" + high, "@MND@RNG((1,5@CHC(a,(b@MSG((x", "@MND@RNG(1,5))))@CHC)a,b)@MSG)))(",
+            "@MND@RNG" + deep + "1,2" + undeep + "@CHC" + deep + undeep + "@MSG" + deep + "x", longest,
+            "@MBOX(" + std::string(65530, 'B') + ")",
+            "@MND" + high + "@RNG(" + high + "," + high + ")@CHC(" + high + ")@MSG(" + high + ")",
+            "@MND@RNG(5,6)@CHC(9)@MSG(%s%n%s%n%p%x%99999999d)", "@MND@RNG(5,6)@MBOX(%s%n:%n%s%s%s)",
+            "@MND@RNG(5,6)@STAT(%n%n%n%n)@WARN@BEEP", "@RNG(5,6)@MSG", "@MND@RNG(5,6)@MBOX(",
+            "@RNG(1,2);@MSG(x);@MBOX(a:b)", "@RNG()()()(,)@CHC()@MSG()@MBOX(:)@DLM()@KEY()@POS(,,,)",
+            "@RNG(" + std::string(200, '9') + "," + std::string(200, '-') + ")@CHC(" + z200 + ")",
+            "@TBL(" + high + ")@KEY(-5)@DLM(" + high + ")@DISPLAY(99999,-1)@POS(" + high + ")",
+            "@MND@TBL(" + std::string(600, 'T') + ")"};
     }();
     return texts;
 }
 
 inline char g_trying[512] = "nothing yet";  // named in the crash report
 inline long g_tried = 0;                     // hostile calls of the running group, printed when it ends
-template <typename R>
-R Tried(R result) {  // counts one hostile call
-    return ++g_tried, result;
-}
+template <typename R> R Tried(R result) { return ++g_tried, result; }  // counts one hostile call
 // Names what is tried (shown should it crash) and counts it.
 inline void NowTrying(const char* group, const std::string& what) {
     std::snprintf(g_trying, 512, "%s: %.400s", group, what.c_str());
@@ -111,8 +102,7 @@ protected:
         PumpMessages();
         const ResourceFigures after = TakeResourceFigures();
         EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
-                    after.gdiObjects <= before.gdiObjects)
-            << DescribeGrowth(before, after, false);
+                    after.gdiObjects <= before.gdiObjects) << DescribeGrowth(before, after, false);
         std::printf("%s: %ld hostile calls survived\n", testing::UnitTest::GetInstance()->current_test_info()->name(), g_tried);
     }
     ResourceFigures before;
