@@ -109,7 +109,7 @@ LRESULT CALLBACK PartnerProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
 // case, whose window may outlive its process handle by a little, is never taken for this one, and is waited out.
 struct Partner : SelfProcess {
     explicit Partner(InitMode mode = kAnswer) : SelfProcess("--dde-partner " + std::to_string(mode)) {
-        if (pi.hProcess) PumpUntil([&] { return (main = FindWindowA(kClass, Title(pi.dwProcessId).c_str())) != nullptr; }, 20000);
+        if (pi.hProcess) PumpUntil([&] { return (main = FindWindowA(kClass, Title(pi.dwProcessId).c_str())); }, 20000);
     }
     ~Partner() {
         Kill();
@@ -168,7 +168,7 @@ TEST_F(HostileDde, PartnerAnswersOutOfTurnPostsBadBlocksAndStrayAcknowledgements
         if (round == 1) heapBefore = MeasureHeap(GetProcessHeap()).blocks;
         for (int i = 0; i <= kLastWords; ++i)
             for (HWND lib : {server.get(), client.get()}) {
-                NowTrying("dde partner", "row " + std::to_string(i) + (lib == server ? " to the server" : " to the client"));
+                NowTrying("dde partner", "row " + std::to_string(i) + (lib == server ? ", server" : ", client"));
                 if (round == 0) SetWindowTextA(lib, "before");
                 Tried(partner.Ask(kPost, lib, i));
                 if (round > 0) continue;

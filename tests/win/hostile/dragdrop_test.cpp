@@ -16,11 +16,11 @@ TEST_F(HostileDrag, BadDragBlocks) {
         Data data;
         HWND source;
         const char* seen;  // the query's answer, the text shown and whether our data block was taken (freed)
-    } cases[] = {{2, kText, nullptr, "1 kept"}, {0xFFFFFFFF, kText, nullptr, "1 kept"}, {1, kSmallBlock, nullptr, "0 kept"},
+    } cases[] = {{2, kText, nullptr, "1 kept"}, {0xFFFFFFFF, kText, nullptr, "1 kept"}, {0, kText, nullptr, "1 kept"},
+                 {1, kSmallBlock, nullptr, "0 kept"}, {3, kSmallBlock, nullptr, "0 kept"}, {1, kSelf, nullptr, "1 kept"},
                  {1, kFreedBlock, nullptr, "0 kept"}, {1, kFreedData, nullptr, "1 kept"}, {1, kForeign, nullptr, "1 kept"},
-                 {1, kSelf, nullptr, "1 kept"}, {1, kUnterminated, nullptr, "1 uuuuuuuu taken"},
-                 {1, kText, HWND_BROADCAST, "1 dropped taken"}, {1, kText, HWND(0x4321), "1 dropped taken"},
-                 {0, kText, nullptr, "1 kept"}, {1, kText, nullptr, "1 dropped taken"}, {3, kSmallBlock, nullptr, "0 kept"}};
+                 {1, kUnterminated, nullptr, "1 uuuuuuuu taken"}, {1, kText, nullptr, "1 dropped taken"},
+                 {1, kText, HWND_BROADCAST, "1 dropped taken"}, {1, kText, HWND(0x4321), "1 dropped taken"}};
     for (const auto& c : cases) {
         NowTrying("drag block", std::to_string(c.kind) + " " + std::to_string(c.data) + " " + c.seen);
         HWND target = CreateWindowExA(0, FK_CLASS_STRING, "kept", WS_CHILD, 0, 0, 150, 24, parent, 0, nullptr, nullptr);

@@ -49,7 +49,7 @@ inline const std::string kHigh = Random(128, 0);
 
 // A handle no allocation answers to. In the 64-bit build it lies above 4 GiB,
 // where a handle squeezed through 32 bits would turn into another one.
-inline const HGLOBAL kForeignHandle = reinterpret_cast<HGLOBAL>(sizeof(void*) == 8 ? UINT_PTR(0x7FF700C0FFEEull) : 0xC0FFEEu);
+inline const HGLOBAL kForeignHandle = HGLOBAL(sizeof(void*) == 8 ? UINT_PTR(0x7FF700C0FFEEull) : 0xC0FFEEu);
 // Junk for wParam and lParam; in the 64-bit build also values whose low 32
 // bits look harmless (4, a null pointer) and whose high ones do not.
 inline const std::vector<UINT_PTR> kJunk{0u, 1u, 2u, 4u, 12u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, ~UINT_PTR(0),
@@ -103,7 +103,8 @@ protected:
         const ResourceFigures after = TakeResourceFigures();
         EXPECT_TRUE(after.allHeapsValid && after.windows <= before.windows && after.atoms <= before.atoms &&
                     after.gdiObjects <= before.gdiObjects) << DescribeGrowth(before, after, false);
-        std::printf("%s: %ld hostile calls survived\n", testing::UnitTest::GetInstance()->current_test_info()->name(), g_tried);
+        const char* name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::printf("%s: %ld hostile calls survived\n", name, g_tried);
     }
     ResourceFigures before;
     UniqueWindow parent;

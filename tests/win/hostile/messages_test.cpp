@@ -115,7 +115,7 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
     RecordingParent bystander;
     boxes.clear();
     for (HWND h : {HWND_BROADCAST, reinterpret_cast<HWND>(0x4321), reinterpret_cast<HWND>(-1), HWND(0x5678)})
-        EXPECT_EQ(Tried(twAutoTab(h)) + Tried(twShowError(h, const_cast<char*>("@MSG(x)@WARN"), GXT_TEXT, GXE_RANGE)), 0) << h;
+        EXPECT_EQ(Tried(twAutoTab(h)) + Tried(twShowError(h, arg, GXT_TEXT, GXE_RANGE)), 0) << h;
     PumpMessages();
     EXPECT_EQ(bystander.Of(GXM_VALIDATE).size() + bystander.Of(EM_SETSEL).size() + boxes.boxes().size(), 0u)
         << "a handle that is not a window was sent to, or shown a box";

@@ -79,14 +79,16 @@ TEST_F(HostileStores, ClipboardPastesWithinTheBufferAndCopiesWithinTheCount) {
     } cases[] = {  // the 100 bytes end with their block: Wine makes the last one a terminator
         {false, u100.c_str(), 100, 50, 50}, {false, u100.c_str(), 100, 99, 99}, {false, u100.c_str(), 100, 100, 99},
         {false, u100.c_str(), 100, 4096, 99}, {false, "ab\0cd\0\0ef", 10, 159, 2}, {false, "ab\0cd\0\0ef", 10, 1, 1},
-        {false, m10.c_str(), size + 1, 159, 159}, {false, m10.c_str(), size + 1, size, size}, {true, m10.c_str(), 10, 159, 10},
-        {true, m10.c_str(), size, size + 1, size}, {false, "xyz", 4, 0, 1}, {false, "xyz", 4, -5, 1}, {true, nullptr, 5, 10, 0},
-        {true, "abc", -1, 10, 0}, {true, unterminated.data(), 8, 10, 8}, {false, nullptr, 0, 10, 0}};
+        {false, m10.c_str(), size + 1, 159, 159}, {false, m10.c_str(), size + 1, size, size},
+        {true, m10.c_str(), 10, 159, 10}, {true, m10.c_str(), size, size + 1, size}, {false, "xyz", 4, 0, 1},
+        {false, "xyz", 4, -5, 1}, {true, nullptr, 5, 10, 0}, {true, "abc", -1, 10, 0},
+        {true, unterminated.data(), 8, 10, 8}, {false, nullptr, 0, 10, 0}};
     for (const auto& c : cases) {
         NowTrying("clipboard", std::to_string(c.n) + " bytes into " + std::to_string(c.max));
         HGLOBAL block = c.copy || c.text == nullptr ? nullptr : GlobalAlloc(GMEM_MOVEABLE, c.n);
         if (block != nullptr) std::memcpy(GlobalLock(block), c.text, c.n), GlobalUnlock(block);
-        ASSERT_TRUE(OpenClipboard(parent) && EmptyClipboard() && (!block || SetClipboardData(CF_TEXT, block)) && CloseClipboard());
+        ASSERT_TRUE(OpenClipboard(parent) && EmptyClipboard());
+        ASSERT_TRUE((!block || SetClipboardData(CF_TEXT, block)) && CloseClipboard());
         if (c.copy) EXPECT_EQ(Tried(twClipboardCopyText(parent, c.text, c.n)), 1) << g_trying;
         GuardedBuffer out(std::max(c.max, 1));
         std::memset(out.data(), '#', out.len);
