@@ -1,10 +1,9 @@
 // The suite's main: warms up, names the input tried on a fault, and is the DDE partner with --dde-partner.
-#include "tests/win/tables/popup_driver.h"
 #include "tests/win/hostile/hostile.h"
 
 namespace fktest {
 
-int RunDdePartner(const char* testPid, const char* mode);
+int RunDdePartner(const char* mode);
 
 static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     std::fprintf(stderr, "\nFAULT 0x%08lX at %p while trying: %s\n", info->ExceptionRecord->ExceptionCode,
@@ -12,7 +11,7 @@ static LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-// Once over what makes lasting objects the first time (classes painted, a box, DCs, clipboard, popup, cursors).
+// Once over what makes lasting objects the first time (classes painted, a box, DCs, clipboard, cursors).
 static void WarmUp() {
     UniqueWindow parent = MakeParent(HostileParentProc);
     for (const char* cls : kAllClasses) {
@@ -28,13 +27,6 @@ static void WarmUp() {
     char pasted[8] = "";
     twClipboardCopyText(parent, "warm", 4);
     twClipboardPasteText(parent, pasted, sizeof pasted - 1);
-    std::string table;
-    for (int c = 1; c <= 0xFF; ++c) table += c == '\r' || c == '\n' || c == 0x1A ? ' ' : static_cast<char>(c);
-    for (table += "\r\n\t\t,x\r\n"; table.size() < 800;) table += "A,1\r\n";
-    const TempFile file("hostile_warm.tbl", table);
-    PopupDriver driver(file.path(), {VK_ESCAPE});
-    GlobalFree(twShowTable(parent, file.path(), 0, 0, 0, 50, 50, ',', 256, 0, 0, 0, nullptr, 0));
-    twFreeTable(nullptr);
     RecordingParent recorder;
     for (int cursor : {160, 161}) LoadCursorA(GetModuleHandleA(FK_DLL_NAME), MAKEINTRESOURCEA(cursor));
     parent.reset();
@@ -44,7 +36,7 @@ static void WarmUp() {
 }  // namespace fktest
 
 int main(int argc, char** argv) {
-    if (argc >= 4 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2], argv[3]);
+    if (argc >= 3 && std::strcmp(argv[1], "--dde-partner") == 0) return fktest::RunDdePartner(argv[2]);
     SetUnhandledExceptionFilter(fktest::ReportFault);
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     ::testing::InitGoogleTest(&argc, argv);
