@@ -55,27 +55,27 @@ inline Span Sel(HWND h) {
 }
 
 // Keys of WIN.INI's [intl] set for the length of a test, put back after (removed when there were none).
-class IntlKeys {
-public:
+struct IntlKeys {
+    std::vector<std::pair<const char*, std::string>> saved;
     IntlKeys(std::initializer_list<std::pair<const char*, const char*>> keys) {
         for (auto [key, value] : keys) {
             char old[64];
             GetProfileStringA("intl", key, "\x01", old, sizeof old);
-            saved_.push_back({key, old});
+            saved.push_back({key, old});
             WriteProfileStringA("intl", key, value);
         }
     }
     ~IntlKeys() {
-        for (const auto& [key, old] : saved_) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
+        for (const auto& [key, old] : saved) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
     }
-
-private:
-    std::vector<std::pair<const char*, std::string>> saved_;
 };
 
 class Field : public ::testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override {  // the parent handles every error notice: no message box moves the focus
+        parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
+        };
         other_ = CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20, parent_, nullptr,
                                  GetModuleHandleA(nullptr), nullptr);
     }
@@ -90,11 +90,10 @@ protected:
                                  reinterpret_cast<HMENU>(42), GetModuleHandleA(nullptr), nullptr);
         ASSERT_NE(field_, nullptr);
         SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-        if (method) SetMethod(method);
+        if (method) Send(GXM_SETMETHOD, 0, method);
         SetFocus(field_);
         parent_.clear();
     }
-    void SetMethod(const char* method) { SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method)); }
     LRESULT Send(UINT msg, WPARAM wp = 0, const void* lp = nullptr) {
         return SendMessageA(field_, msg, wp, reinterpret_cast<LPARAM>(lp));
     }
@@ -104,13 +103,7 @@ protected:
             if (reinterpret_cast<HWND>(m.lp) == field_) ours.push_back(HIWORD(m.wp));
         return ours;
     }
-    void Leave() { SetFocus(other_); }
     int Caret() const { return GetWindowLongA(field_, 16); }
-    void AnswerErrors() {  // the parent handles every error notice: no message box moves the focus
-        parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
-        };
-    }
 
     fktest::RecordingParent parent_;
     HWND other_ = nullptr;

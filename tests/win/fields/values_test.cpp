@@ -135,7 +135,6 @@ TEST_F(Values, TypeFromStyleOrAskedAndTheLimit) {
 
 // Every class validates as the style's type or the one asked for; the parent hears of each refusal.
 TEST_F(Values, ValidationByStyleOrType) {
-    AnswerErrors();
     const struct { const char* cls; DWORD style; const char *method, *text; WPARAM type; LRESULT answer; } cases[] = {
         {num, 0, "@RNG(1,9)", "50", 0, 0}, {num, NUM_INTEGER, "@RNG(1,9)", "50", 0, -1},
         {num, 0, "@RNG(1,9)", "7x", 2, 0}, {real, 0, "@RNG(1,9)", "9.01", 12, -1},
@@ -171,7 +170,7 @@ TEST_F(Values, LeavingTidiesTheText) {
         Type(field_, c.typed);
         Send(EM_SETSEL, 1, reinterpret_cast<void*>(-1));
         parent_.clear();
-        Leave();
+        SetFocus(other_);
         SetFocus(field_);
         EXPECT_EQ(Text(field_), c.left) << c.cls << " " << c.method << " " << c.typed;
         EXPECT_EQ(Sel(field_), c.sel) << c.cls << " " << c.method << " " << c.typed;
