@@ -93,9 +93,10 @@ TEST_F(Values, TypeFromStyleOrAskedAndValidationByIt) {
         {num, NUM_LONG, "", "", 4, 4, 80, 0}, {num, NUM_INTEGER, "@RNG(1,9)", "50", 0, 1, -1, -1},
         {num, 0, "@RNG(1,9)", "7x", 2, 2, -1, 0}, {num, 0, "@RNG(1,9)", "50", 0, 2, -1, 0},
         {real, REAL_CHAR | REAL_FLOAT, "", "", 0, 4, 80, 0}, {real, REAL_DOUBLE, "@RNG(1,9)", "1.5", 9, 9, -1, 0},
-        {real, REAL_FLOAT | REAL_DOUBLE, "@RNG(1,9)", "12.5", 0, 9, -1, -1}, {real, 0, "@RNG(1,9)", "9.01", 12, 12, -1, -1},
+        {real, REAL_FLOAT | REAL_DOUBLE, "@RNG(1,9)", "12.5", 0, 9, -1, -1},
+        {real, 0, "@RNG(1,9)", "10", 12, 12, -1, -1}, {cur, 0, "@LIMIT(7)", "", 0, 4, 80, 0},
         {cur, CURR_DOUBLE | CURR_LONG, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 0, 3, -1, -1},
-        {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 2, 2, -1, 0}, {cur, 0, "@LIMIT(7)", "", 0, 4, 80, 0},
+        {cur, 0, "@CF_UNITEDSTATES@RNG(1,2000)", "$2,000.50", 2, 2, -1, 0},
         {date, DATE_MMDDYYYY | DATE_CHAR, "", "", 0, 4, 20, 0},
         {date, DATE_MMDDYY | DATE_LONG, "@RNG(06/15/95,)", "061495", 0, 2, -1, -1},
         {date, DATE_DDMMYY, "@RNG(15/06/95,)", "140695", 0, GXT_TMSTRUCT, -1, -1},
@@ -113,17 +114,25 @@ TEST_F(Values, TypeFromStyleOrAskedAndValidationByIt) {
 }
 
 // The limit messages and what typing then takes; the method string's @LIMIT sets the limit and its absence clears it.
-TEST_F(Values, LimitMessages) {
-    const struct { const char *cls, *method; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; int limit; } cases[] = {
-        {num, "@LIMIT(3)", GXM_GETLIMIT, 0, 0, 3, 3}, {num, "", EM_LIMITTEXT, 7, 0, 0, 7},
-        {num, "@LIMIT(3)", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@AUTOTAB"), 0, 0},
-        {real, "", EM_LIMITTEXT, 5, 0, 5, 5}, {cur, "@LIMIT(7)", GXM_SETLIMIT, 0, 99, 7, 7},  // wParam 0 asks
-        {cur, "@LIMIT(7)", GXM_SETLIMIT, 1, 4, 0, 4}, {str, "@LIMIT(5)", GXM_SETLIMIT, 0, 99, 0, 0}};
+// Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
+TEST_F(Values, LimitMessagesAndTheSpin) {
+    const struct { const char *cls, *method, *start; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; const char* end; }
+    cases[] = {
+        {num, "@LIMIT(3)", "", GXM_GETLIMIT, 0, 0, 3, "123"}, {num, "", "", EM_LIMITTEXT, 7, 0, 0, "1234567"},
+        {num, "@LIMIT(3)", "", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@AUTOTAB"), 0, "1234567890"},
+        {real, "", "", EM_LIMITTEXT, 5, 0, 5, "12345"}, {cur, "@LIMIT(7)", "", GXM_SETLIMIT, 0, 99, 7, "1234567"},
+        {cur, "@LIMIT(7)", "", GXM_SETLIMIT, 1, 4, 0, "1234"}, {str, "@LIMIT(5)", "", GXM_SETLIMIT, 0, 9, 0, "1234567890"},
+        {num, "", "2147483647", WM_VSCROLL, SB_LINEUP, 0, 0, "-2147483648"},
+        {num, "", "5", WM_VSCROLL, SB_ENDSCROLL, 0, 0, "5"}, {real, "", "2.5", WM_VSCROLL, SB_LINEUP, 0, 0, "3"},
+        {num, "@BLNK@LIMIT(1)", "0", WM_VSCROLL, SB_LINEDOWN, 0, 0, "-1"}};
     for (const auto& c : cases) {
         Make(c.cls, 0, c.method);
+        SetWindowTextA(field_, c.start);
+        parent_.clear();
         EXPECT_EQ(SendMessageA(field_, c.msg, c.wp, c.lp), c.answer) << c.cls << " " << c.method << " " << c.msg;
-        Type(field_, "1234567890");
-        EXPECT_EQ(Text(field_).size(), c.limit ? c.limit : 10u) << c.cls << " " << c.method << " " << c.msg;
+        if (c.msg == WM_VSCROLL) EXPECT_EQ(Codes(), (Notices{EN_CHANGE, EN_SETFOCUS}));
+        Type(field_, *c.start ? "" : "1234567890");
+        EXPECT_EQ(Text(field_), c.end) << c.cls << " " << c.method << " " << c.msg;
     }
 }
 
@@ -154,21 +163,6 @@ TEST_F(Values, LeavingTidiesTheText) {
         SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
         EXPECT_EQ(Sel(field_), Span(0, c.all)) << "a double click selects all";
         EXPECT_EQ(Send(WM_GETDLGCODE), 0x8089);
-    }
-}
-
-// Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
-TEST_F(Values, SpinWrapsAndRunsTheFocusSteps) {
-    const struct { const char *cls, *method, *start; int code; const char* after; } cases[] = {
-        {num, "", "2147483647", SB_LINEUP, "-2147483648"}, {num, "", "5", SB_ENDSCROLL, "5"},
-        {num, "@BLNK@LIMIT(1)", "0", SB_LINEDOWN, "-1"},   {real, "", "2.5", SB_LINEUP, "3"}};
-    for (const auto& c : cases) {
-        Make(c.cls, 0, c.method);
-        SetWindowTextA(field_, c.start);
-        parent_.clear();
-        Send(WM_VSCROLL, c.code);
-        EXPECT_EQ(Text(field_), c.after) << c.cls << " " << c.start << " " << c.code;
-        EXPECT_EQ(Codes(), (Notices{EN_CHANGE, EN_SETFOCUS}));
     }
 }
 
