@@ -1,9 +1,8 @@
-// The library's own controls linked over DDE and by dragging, each in a window of its own, the way a dialog hands
-// the initiate broadcast to its children.
+// The library's own controls linked over DDE, each in a window of its own, the way a dialog hands the initiate
+// broadcast to its children.
 #include <dde.h>
 
 #include "tests/support/pump.h"
-#include "tests/support/drag.h"
 #include "tests/win/fields/field_test.h"
 
 namespace {
@@ -42,19 +41,6 @@ TEST(ControlLinks, StringFieldServesText3DAndTickerClients) {
     fktest::PumpIdle();
     EXPECT_EQ(Text(text), "7");
     DestroyWindow(server);
-}
-
-// A drag with the mouse from one string field onto another: the field routes the button and move messages to the
-// drag service itself.
-TEST(ControlLinks, StringFieldsDragTextOntoEachOther) {
-    fktest::RecordingParent parent;
-    HWND source = Child(parent, "gxString32", 1, "@DRAGSRC(1)");  // a move
-    HWND target = Child(parent, "gxString32", 2, "@DROPTARG");
-    SendMessageA(source, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("dragged"));
-    fktest::DragOnto(source, {2, 2}, target);
-    fktest::PumpIdle();
-    EXPECT_EQ(Text(source) + "|" + Text(target), "|dragged") << "the move bit empties the source";
-    EXPECT_NE(GetCapture(), source);
 }
 
 }  // namespace

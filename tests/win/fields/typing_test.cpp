@@ -1,5 +1,7 @@
 // The five entry fields typed into as a dialog does: what each class takes, what the parent hears, the editing and
 // clipboard keys, the limit and auto-tab; where a click puts the caret and how a drag selects.
+#include "tests/support/drag.h"
+#include "tests/support/pump.h"
 #include "tests/win/fields/field_test.h"
 
 namespace {
@@ -88,7 +90,8 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
 // VK_SHIFT and VK_CONTROL hold down the keys after them; the clipboard holds the row's text first. What is seen:
 // "text [selection] ^caret #changes =clipboard".
 TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
-    const struct { const char *cls, *start; int from, to; Keys keys; const char *paste, *typed, *seen; } cases[] = {
+    const struct { const char *cls, *start; int from, to; Keys keys; const char *paste, *typed, *seen; DWORD style = 0; }
+    cases[] = {
         {str, "abcd", 4, 4, {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}, "", "x", "bdx [0,0] ^3 #3 ="},
         {str, "bdx", 3, 3, {VK_END, VK_SHIFT, VK_LEFT, VK_LEFT}, "", "", "bdx [1,3] ^1 #0 ="},
         {str, "abcd", 1, 3, {VK_CONTROL, 'C'}, "", "", "abcd [1,3] ^3 #0 =bcd"},  // one more along: keep it
@@ -102,9 +105,10 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
         {date, "12311999", 0, 0, {VK_HOME, VK_DELETE, VK_DELETE}, "", "", "00311999 [0,0] ^2 #2 ="},
         {date, "12311999", 0, 0, {VK_HOME, VK_SHIFT, VK_RIGHT, VK_RIGHT, VK_RIGHT}, "", "5", "50011999 [0,0] ^1 #1 ="},
         {date, "1231", 0, 0, {VK_HOME, VK_RIGHT}, "", "9", "19231 [0,0] ^2 #1 ="},
-        {date, "12311999", 0, 0, {VK_END}, "", "5", "12311999 [0,0] ^8 #0 ="}};  // full
+        {date, "12311999", 0, 0, {VK_END}, "", "5", "12311999 [0,0] ^8 #0 ="},  // full
+        {num, "56", 0, 2, {VK_CONTROL, VK_INSERT}, "", "", "56 [0,0] ^2 #0 =", NUM_RIGHTJUST}};  // drops the selection
     for (const auto& c : cases) {
-        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : 0);
+        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.style);
         SetWindowTextA(field_, c.start);
         Send(EM_SETSEL, c.from, reinterpret_cast<void*>(c.to));
         twClipboardCopyText(field_, const_cast<char*>(c.paste), 100);
@@ -117,12 +121,6 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
                   c.seen)
             << c.cls << " " << c.start << " key " << c.keys.back();
     }
-    Make(num, NUM_RIGHTJUST);  // right-justified: Ctrl+Insert only drops the selection
-    Type(field_, "56");
-    Send(EM_SETSEL, 0, reinterpret_cast<void*>(2));
-    Press(field_, {VK_CONTROL, VK_INSERT});
-    EXPECT_EQ(Sel(field_), Span(0, 0));
-    EXPECT_EQ(fktest::ClipboardText(), "");
 }
 
 // The string field's setting messages edit its method string, which is read again at each keystroke. What is seen:
@@ -207,6 +205,19 @@ TEST_F(Mouse, FieldsSelectWithTheMouse) {
         Type(field_, "9");
         EXPECT_EQ(typedDuringDrag + " " + Text(field_) + (GetCapture() ? " captured" : ""), c.after) << c.cls;
     }
+}
+
+// A drag with the mouse from one string field onto another: the field routes the button and move messages to the
+// drag service itself; the move bit empties the source.
+TEST_F(Mouse, StringFieldsDragTextOntoEachOther) {
+    Make(str, 0, "@DRAGSRC(1)");
+    fktest::UniqueWindow target(CreateWindowExA(0, str, "", WS_CHILD | WS_VISIBLE, 10, 100, 200, 24, parent_, nullptr,
+                                                GetModuleHandleA(nullptr), nullptr));
+    SendMessageA(target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
+    Send(GXM_SETVALUE, 0, "dragged");
+    fktest::DragOnto(field_, {2, 2}, target);
+    fktest::PumpIdle();
+    EXPECT_EQ(Text(field_) + "|" + Text(target) + (GetCapture() ? " captured" : ""), "|dragged");
 }
 
 }  // namespace

@@ -84,47 +84,41 @@ protected:
     std::string path = WriteTable("fk_validate.tbl", "PAR,Paris,FR\r\nROM,Rome,IT\r\nOSL,Oslo,NO\r\n");
 };
 
-TEST_F(Validation, ShowErrorComposesMessageAndCaption) {
-    const struct { std::string method; int type, error; std::string shown; } cases[] = {
-        {"@MBOX(a;b)", 1, 300, "a|b"}, {"@MBOX(a;b:c)", 1, 300, "a;b|c"},  // ":" is tried first over the whole text
-        {"@MBOX(m:" + std::string(150, 'c') + ")", 1, 300, "m|" + std::string(99, 'c')},
-        {"@MBOX(Too large)@WARN", 1, 300, "Too large|Warning"}, {"@MBOX(x)@MSG(y)", 1, 300, "x|Application Error"},
-        {"@STAT(On the status line)", 4, 100, "On the status line|"}, {"@MSG(One digit)", 1, 300, "One digit|"},
-        {"@RNG(1,9)", 1, 100, "Value not entered.|Numeric Value"}, {"", 2, 200, "Value not filled.|Numeric Value"},
-        {"", 3, 300, "Value out of range.|Numeric Value"}, {"", 10, 500, "Not a valid choice.|Character String"},
-        {"", 5, 600, "Value could not be found.|Date Value"}, {"", 6, 100, "Value not entered.|Time Value"},
-        {"", 7, 400, "Value is not valid.|Floating Point"}, {"", 99, 250, "No message specified.|Error Condition"}};
-    field = MakeField(parent);
-    for (const auto& c : cases) {
-        notices.clear();
-        EXPECT_EQ(twShowError(field, const_cast<char*>(c.method.c_str()), c.type, c.error), 0) << c.method;
-        EXPECT_EQ(notices, std::vector<std::string>{std::to_string(c.type) + " " + std::to_string(c.error) + " " +
-                                                    c.method + "|" + c.shown});
-    }
-}
-
-// The reply's bits decide; not handled, the box is shown (owned by the parent), the field's text selected, and the
-// parent told after. Without a parent nothing is composed: the box shows the last message, uncaptioned.
-TEST_F(Validation, ShowErrorReplyBitsAndTheBox) {
+// twShowError: the message and caption composed for the parent's notice; the reply's bits decide; not handled, the box
+// is shown (owned by the parent), the field's text selected and the parent told after. Without a parent nothing is
+// composed: the box shows the last message, uncaptioned. Seen: "result message|caption", then "shown", "selected".
+TEST_F(Validation, ShowErrorComposesTheNoticeAndTheReplyDecides) {
     field = MakeField(parent);
     MessageBoxWatcher boxes;
-    char method[] = "@RNG(1,9)@MSG(One digit)", warn[] = "@MBOX(Too large)@WARN@BEEP", lonely[] = "@MSG(x)@WARN";
-    const struct { char* method; LRESULT reply; int result; const char* seen; } cases[] = {
-        {method, GXR_HANDLED | GXR_ACCEPT, 1, "notice -"}, {method, GXR_HANDLED, 0, "notice -"},
-        {method + 9, GXR_ACCEPT, 0, "notice shown 42 selected"},  // without bit 0 the box is shown all the same
-        {warn, 0, 1, "notice shown 42 selected"}};                 // warned only: the value stands
+    const LRESULT handled = GXR_HANDLED;
+    const struct { std::string method; int type, error; LRESULT reply; std::string seen; } cases[] = {
+        {"@MBOX(a;b)", 1, 300, handled, "0 a|b"}, {"@MBOX(a;b:c)", 1, 300, handled, "0 a;b|c"},  // ":" is tried first
+        {"@MBOX(m:" + std::string(150, 'c') + ")", 1, 300, handled, "0 m|" + std::string(99, 'c')},
+        {"@MBOX(x)@MSG(y)", 1, 300, handled, "0 x|Application Error"},
+        {"@STAT(On the status line)", 4, 100, handled, "0 On the status line|"},
+        {"@RNG(1,9)", 1, 100, handled, "0 Value not entered.|Numeric Value"},
+        {"", 2, 200, handled, "0 Value not filled.|Numeric Value"},
+        {"", 10, 500, handled, "0 Not a valid choice.|Character String"},
+        {"", 5, 600, handled, "0 Value could not be found.|Date Value"},
+        {"", 6, 100, handled, "0 Value not entered.|Time Value"},
+        {"", 7, 400, handled, "0 Value is not valid.|Floating Point"},
+        {"", 99, 250, handled, "0 No message specified.|Error Condition"},
+        {"@MSG(One digit)", 1, 300, handled | GXR_ACCEPT, "1 One digit|"},
+        {"@MSG(One digit)", 1, 300, GXR_ACCEPT, "0 One digit| shown selected"},  // without bit 0 the box is shown
+        {"@MBOX(Too large)@WARN@BEEP", 1, 300, 0, "1 Too large|Warning shown selected"}};  // warned: the value stands
     const auto low = static_cast<LPARAM>(LOWORD(reinterpret_cast<UINT_PTR>(field.get())));
     for (const auto& c : cases) {
         parent.clear();
         g_field.clear();
+        notices.clear();
         answer = c.reply;
-        EXPECT_EQ(twShowError(field, c.method, 1, 300), c.result) << c.method;
-        std::string seen;
+        std::string seen = std::to_string(twShowError(field, const_cast<char*>(c.method.c_str()), c.type, c.error));
         for (const Msg& m : parent.messages())
-            if (m.msg == GXN_ERROR) seen += "notice ";
-            else if (m.msg == GXN_ERRORSHOWN && m.lp == low) seen += "shown " + std::to_string(m.wp) + " ";
-        EXPECT_EQ(seen + (SelectedAll() ? "selected" : "-"), c.seen) << c.method;
+            if (m.msg == GXN_ERROR) seen += " " + notices.at(0).substr(notices[0].find('|') + 1);
+            else if (m.msg == GXN_ERRORSHOWN && m.wp == 42 && m.lp == low) seen += " shown";
+        EXPECT_EQ(seen + (SelectedAll() ? " selected" : ""), c.seen) << c.method;
     }
+    char lonely[] = "@MSG(x)@WARN";
     UniqueWindow lone = MakeField(nullptr);
     EXPECT_EQ(twShowError(lone, lonely, 1, 300), 1);
     EXPECT_EQ(twShowError(nullptr, nullptr, 3, 400), 0);
