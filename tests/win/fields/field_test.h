@@ -32,20 +32,16 @@ inline void Type(HWND h, const char* keys) {
     for (const char* k = keys; *k; ++k) SendMessageA(h, WM_CHAR, static_cast<unsigned char>(*k), 1);
 }
 
-// Presses the keys in turn; VK_SHIFT or VK_CONTROL in the list holds that key down until it comes again.
+// Presses the keys in turn; VK_SHIFT or VK_CONTROL in the list holds that key down from there on.
 inline void Press(HWND h, const Keys& keys) {
-    BYTE saved[256], state[256];
-    GetKeyboardState(saved);
-    std::memcpy(state, saved, sizeof state);
+    BYTE state[256] = {};
     for (UINT vk : keys) {
-        if (vk == VK_SHIFT || vk == VK_CONTROL) {
-            state[vk] ^= 0x80;
-            SetKeyboardState(state);
-        } else {
-            SendMessageA(h, WM_KEYDOWN, vk, 1);
-        }
+        state[vk] |= vk == VK_SHIFT || vk == VK_CONTROL ? 0x80 : 0;
+        SetKeyboardState(state);
+        if (!state[vk]) SendMessageA(h, WM_KEYDOWN, vk, 1);
     }
-    SetKeyboardState(saved);
+    std::memset(state, 0, sizeof state);
+    SetKeyboardState(state);
 }
 
 inline Span Sel(HWND h) {
@@ -76,18 +72,11 @@ protected:
         parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
             return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
         };
-        other_ = CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20, parent_, nullptr,
-                                 GetModuleHandleA(nullptr), nullptr);
-    }
-    void TearDown() override {
-        if (field_) DestroyWindow(field_);
-        DestroyWindow(other_);
     }
     // A fresh focused field, first in tab order, with a parent that has heard nothing yet.
     void Make(const char* cls, DWORD style = 0, const char* method = nullptr) {
-        if (field_) DestroyWindow(field_);
-        field_ = CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10, 240, 24, parent_,
-                                 reinterpret_cast<HMENU>(42), GetModuleHandleA(nullptr), nullptr);
+        field_ = fktest::UniqueWindow(CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10,
+                                                      240, 24, parent_, HMENU(42), GetModuleHandleA(nullptr), nullptr));
         ASSERT_NE(field_, nullptr);
         SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         if (method) Send(GXM_SETMETHOD, 0, method);
@@ -106,8 +95,9 @@ protected:
     int Caret() const { return GetWindowLongA(field_, 16); }
 
     fktest::RecordingParent parent_;
-    HWND other_ = nullptr;
-    HWND field_ = nullptr;
+    fktest::UniqueWindow other_{CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20,
+                                                parent_, nullptr, GetModuleHandleA(nullptr), nullptr)};
+    fktest::UniqueWindow field_;
 };
 
 }  // namespace fieldtest
