@@ -166,30 +166,25 @@ TEST_F(Values, LeavingTidiesTheText) {
     }
 }
 
-// WIN.INI: row 0 and every row's negative format are read when the library starts, so a child process of this
-// program checks them after the parent wrote [intl].
-const char kChildVariable[] = "FK_CURRENCY_INTL_CHILD";
-
-TEST_F(Values, CurrencyIntlChild) {
-    if (GetEnvironmentVariableA(kChildVariable, nullptr, 0) == 0) GTEST_SKIP() << "runs as a child process";
-    const double amounts[] = {1234.5, -1234.5, -1234.5};
-    const char* methods[] = {"@LIMIT(20)", "@LIMIT(20)", "@CF_GERMANY"};
-    const char* shown[] = {"1'234,500 kr", "-1'234,500 kr", "-1.234,50 DM"};  // no sDecimal: ","; iNegCurr 8
-    for (int i = 0; i < 3; ++i) {
-        Make(cur, CURR_DOUBLE, methods[i]);
-        Send(GXM_SETVALUE, 0, &amounts[i]);
-        EXPECT_EQ(Text(field_), shown[i]);
+// WIN.INI's row 0 and every row's negative format are read when the library starts: a child process of this
+// program checks them after the parent wrote [intl] (no sDecimal: ","; iNegCurr 8).
+TEST_F(Values, CurrencyDefaultsComeFromWinIniAtStartUp) {
+    if (GetEnvironmentVariableA("FK_CURRENCY_INTL_CHILD", nullptr, 0) == 0) {
+        IntlKeys keys{{"iCurrDigits", "3"}, {"iCurrency", "3"}, {"iNegCurr", "8"},
+                      {"sCurrency", "kr"},  {"sThousand", "'"}, {"sDecimal", nullptr}};
+        SetEnvironmentVariableA("FK_CURRENCY_INTL_CHILD", "1");
+        fktest::SelfProcess child("--gtest_filter=Values.CurrencyDefaultsComeFromWinIniAtStartUp");
+        SetEnvironmentVariableA("FK_CURRENCY_INTL_CHILD", nullptr);
+        ASSERT_NE(child.pi.hProcess, nullptr);
+        EXPECT_EQ(child.ExitCode(120000), 0u) << "the child's failures are printed above";
+        return;
     }
-}
-
-TEST(CurrencyIntl, DefaultsComeFromWinIniAtStartUp) {
-    IntlKeys keys{{"iCurrDigits", "3"}, {"iCurrency", "3"}, {"iNegCurr", "8"},
-                  {"sCurrency", "kr"},  {"sThousand", "'"}, {"sDecimal", nullptr}};
-    SetEnvironmentVariableA(kChildVariable, "1");
-    fktest::SelfProcess child("--gtest_filter=Values.CurrencyIntlChild");
-    SetEnvironmentVariableA(kChildVariable, nullptr);
-    ASSERT_NE(child.pi.hProcess, nullptr);
-    EXPECT_EQ(child.ExitCode(120000), 0u) << "the child's failures are printed above";
+    const double amount = -1234.5;
+    for (auto [method, shown] : {std::pair{"@LIMIT(20)", "-1'234,500 kr"}, {"@CF_GERMANY", "-1.234,50 DM"}}) {
+        Make(cur, CURR_DOUBLE, method);
+        Send(GXM_SETVALUE, 0, &amount);
+        EXPECT_EQ(Text(field_), shown);
+    }
 }
 
 }  // namespace
