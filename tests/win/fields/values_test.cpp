@@ -91,7 +91,7 @@ TEST_F(Values, TypeFromStyleOrAskedAndValidationByIt) {
     cases[] = {
         {num, NUM_CHAR | NUM_INTEGER, "@LIMIT(6)", "", 0, 4, 6, 0}, {num, NUM_LONG, "@RNG(1,9)", "50", 0, 2, -1, -1},
         {num, NUM_LONG, "", "", 4, 4, 80, 0}, {num, NUM_INTEGER, "@RNG(1,9)", "50", 0, 1, -1, -1},
-        {num, 0, "@RNG(1,9)", "7x", 2, 2, -1, 0}, {num, 0, "@RNG(1,9)", "50", 0, 2, -1, 0},
+        {num, 0, "@RNG(1,9)", "50", 0, 2, -1, 0},
         {real, REAL_CHAR | REAL_FLOAT, "", "", 0, 4, 80, 0}, {real, REAL_DOUBLE, "@RNG(1,9)", "1.5", 9, 9, -1, 0},
         {real, REAL_FLOAT | REAL_DOUBLE, "@RNG(1,9)", "12.5", 0, 9, -1, -1},
         {real, 0, "@RNG(1,9)", "10", 12, 12, -1, -1}, {cur, 0, "@LIMIT(7)", "", 0, 4, 80, 0},
