@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <initializer_list>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "include/fldkit.h"
@@ -50,19 +48,14 @@ inline Span Sel(HWND h) {
     return {static_cast<int>(start), static_cast<int>(end)};
 }
 
-// Keys of WIN.INI's [intl] set for the length of a test, put back after (removed when there were none).
+// Keys of WIN.INI's [intl] set for the length of a test, removed after: the tests' Wine prefix sets none.
 struct IntlKeys {
-    std::vector<std::pair<const char*, std::string>> saved;
-    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> keys) {
-        for (auto [key, value] : keys) {
-            char old[64];
-            GetProfileStringA("intl", key, "\x01", old, sizeof old);
-            saved.push_back({key, old});
-            WriteProfileStringA("intl", key, value);
-        }
-    }
+    std::vector<std::pair<const char*, const char*>> keys;
     ~IntlKeys() {
-        for (const auto& [key, old] : saved) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
+        for (auto [key, value] : keys) WriteProfileStringA("intl", key, nullptr);
+    }
+    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> set) : keys(set) {
+        for (auto [key, value] : keys) WriteProfileStringA("intl", key, value);
     }
 };
 

@@ -1,5 +1,4 @@
 // Values, types, limits, validation, leaving and the spin of the five entry fields, as an application asks for them.
-#include <climits>
 #include <ctime>
 
 #include "tests/support/self_process.h"
@@ -10,11 +9,10 @@ namespace {
 using namespace fieldtest;
 using Values = Field;
 
-// What a value points at, by the row's kind: i int32, l a date's calendar seconds, d double, f float, t struct tm
+// What a value points at, by the row's kind: i int32, l a date's calendar seconds, d double, t struct tm
 // (the value as yyyymmdd), s text, 0 a null pointer.
 union Value {
     int32_t i;
-    float f;
     double d;
     struct tm t;
     char s[160];
@@ -29,7 +27,6 @@ Value ValueOf(char kind, double v, const char* text) {
     const int32_t seconds = kind == 'l' ? static_cast<int32_t>(mktime(&out.t)) : whole;
     if (kind == 'i' || kind == 'l') out.i = seconds;
     if (kind == 'd') out.d = v;
-    if (kind == 'f') out.f = static_cast<float>(v);
     if (kind == 's') lstrcpynA(out.s, text, sizeof out.s);
     return out;
 }
@@ -37,7 +34,6 @@ Value ValueOf(char kind, double v, const char* text) {
 std::string Read(char kind, const Value& v) {  // a value as text, to compare
     const auto n = [](int part) { return std::to_string(part); };
     if (kind == 'd') return std::to_string(v.d);
-    if (kind == 'f') return std::to_string(v.f);
     if (kind == 't') return n(v.t.tm_year) + "/" + n(v.t.tm_mon) + "/" + n(v.t.tm_mday);
     return kind == 's' ? v.s : n(v.i);
 }
@@ -54,7 +50,7 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
     } cases[] = {
         {num, NUM_LONG, "@BLNK", 1, 'i', 0, ""}, {num, NUM_LONG, "@BLNK", 0, 'i', -42, "-42"},
         {num, 0, "", 4, 's', 0, "12abc", true, "12abc"}, {num, 0, "", 7, 's', 0, "", false, "9"},  // unknown: emptied
-        {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"}, {real, REAL_DOUBLE, "", 9, 'f', 2.25, "2", false},
+        {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
         {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "9", false, "5.5"},
         {cur, CURR_CHAR, "@CF_FRANCE", GXT_DOUBLE, 'd', 98765.4, "98.765,40 F"},  // wParam picks the type
         {cur, CURR_CHAR, "@CF_UNITEDSTATES", 0, 's', 0, "$1,234.50", true, "1234.5", "9", "$1,234.50"},
