@@ -153,12 +153,12 @@ TEST_F(Values, LeavingTidiesTheText) {
         parent_.clear();
         SetFocus(other_);
         SetFocus(field_);
-        EXPECT_EQ(Text(field_), c.left) << c.cls << " " << c.method << " " << c.typed;
-        EXPECT_EQ(Sel(field_), c.sel) << c.cls << " " << c.method << " " << c.typed;
-        EXPECT_EQ(Codes(), (Notices{EN_KILLFOCUS, EN_SETFOCUS})) << c.cls << " " << c.method << " " << c.typed;
-        SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
-        EXPECT_EQ(Sel(field_), Span(0, c.all)) << "a double click selects all";
-        EXPECT_EQ(Send(WM_GETDLGCODE), 0x8089);
+        const Span left = Sel(field_);
+        const Notices codes = Codes();
+        SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));  // selects all
+        EXPECT_EQ(std::make_tuple(Text(field_), left, codes, Sel(field_), Send(WM_GETDLGCODE)),
+                  std::make_tuple(std::string(c.left), c.sel, Notices{EN_KILLFOCUS, EN_SETFOCUS}, Span(0, c.all), 0x8089))
+            << c.cls << " " << c.method << " " << c.typed;
     }
 }
 
