@@ -20,12 +20,9 @@ union Value {
 
 Value ValueOf(char kind, double v, const char* text) {
     Value out;
-    std::memset(&out, 0, sizeof out);
-    const int32_t whole = static_cast<int32_t>(v);
-    out.t.tm_year = whole / 10000 - 1900, out.t.tm_mon = whole / 100 % 100 - 1, out.t.tm_mday = whole % 100;
-    if (kind == 'l') out.t.tm_isdst = -1;  // local midnight of the day comes back as it went
-    const int32_t seconds = kind == 'l' ? static_cast<int32_t>(mktime(&out.t)) : whole;
-    if (kind == 'i' || kind == 'l') out.i = seconds;
+    const int32_t whole = static_cast<int32_t>(v);  // local midnight of a date's day comes back as it went
+    out.t = {0, 0, 0, whole % 100, whole / 100 % 100 - 1, whole / 10000 - 1900, 0, 0, kind == 'l' ? -1 : 0};
+    if (kind == 'i' || kind == 'l') out.i = kind == 'l' ? static_cast<int32_t>(mktime(&out.t)) : whole;
     if (kind == 'd') out.d = v;
     if (kind == 's') lstrcpynA(out.s, text, sizeof out.s);
     return out;
