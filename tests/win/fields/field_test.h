@@ -66,12 +66,10 @@ protected:
             return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
         };
     }
-    // A fresh focused field, first in tab order, with a parent that has heard nothing yet.
+    // A fresh focused field, the neighbour next in tab order, with a parent that has heard nothing yet.
     void Make(const char* cls, DWORD style = 0, const char* method = nullptr) {
         field_ = fktest::UniqueWindow(CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10,
                                                       240, 24, parent_, HMENU(42), GetModuleHandleA(nullptr), nullptr));
-        ASSERT_NE(field_, nullptr);
-        SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         if (method) Send(GXM_SETMETHOD, 0, method);
         SetFocus(field_);
         parent_.clear();
