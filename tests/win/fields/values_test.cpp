@@ -38,9 +38,6 @@ std::string Read(char kind, const Value& v) {  // a value as text, to compare
 // A value set is shown without EN_CHANGE (the field held "9" unless the row says otherwise); read back in the same
 // type it gives the value again, or what the row says, and not a byte more than the type takes.
 TEST_F(Values, SetShowsAndGetReadsBack) {
-    const std::time_t now = std::time(nullptr);
-    char today[16];
-    std::strftime(today, sizeof today, "%m%d%Y", std::localtime(&now));
     const struct {
         const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
         const char* shown; bool back = true; const char *text = "", *held = "9", *read = nullptr;
@@ -57,7 +54,6 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
         {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false, "", ""},  // the empty date
         {date, DATE_MMDDYYYY, "", GXT_TMSTRUCT, 't', 19000100, "00000000"},
-        {date, DATE_MMDDYYYY | DATE_CHAR, "@DATE", 0, 's', 0, today, false, "01011990"},  // every value is today
         {str, 0, "@LIMIT(3)", 0, 's', 0, "hello", true, "hello", "9", "hel"}};
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
@@ -66,14 +62,13 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         parent_.clear();
         Send(GXM_SETVALUE, c.type, c.kind ? &in : nullptr);
         const std::string row = std::string(c.cls) + " " + c.method + " " + std::to_string(c.value);
-        EXPECT_EQ(Text(field_), c.shown) << row;
-        EXPECT_TRUE(Codes().empty()) << row;
+        EXPECT_EQ(Text(field_) + (Codes().empty() ? "" : " told"), c.shown) << row;
         if (!c.back) continue;
         std::memset(&out, '#', sizeof out);
         Send(GXM_GETVALUE, c.type, &out);
-        EXPECT_EQ(Read(c.kind, out), c.read ? c.read : Read(c.kind, in)) << row;
         const size_t size = c.kind == 'd' ? 8 : c.kind == 't' ? sizeof out.t : c.kind == 's' ? strlen(out.s) + 1 : 4;
-        EXPECT_EQ(reinterpret_cast<char*>(&out)[size], '#') << row;
+        EXPECT_EQ(Read(c.kind, out) + (reinterpret_cast<char*>(&out)[size] == '#' ? "" : " and more"),
+                  c.read ? c.read : Read(c.kind, in)) << row;
     }
 }
 

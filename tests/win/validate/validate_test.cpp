@@ -32,11 +32,6 @@ UniqueWindow MakeField(HWND parent, const std::string& text = "x") {
 bool SelectedAll() {  // the whole text: start 0, end 500
     return std::ranges::any_of(g_field, [](const Msg& m) { return m.msg == EM_SETSEL && m.wp == 0 && m.lp == 500; });
 }
-std::string Text(HWND h) {
-    char t[64] = "";
-    GetWindowTextA(h, t, sizeof t);
-    return t;
-}
 // The boxes shown, as "text|caption" each, "*" marking one owned by the parent.
 std::string Shown(const MessageBoxWatcher& boxes, HWND parent) {
     std::string all;
@@ -181,13 +176,14 @@ TEST_F(Validation, TablePopupPicksOrCancels) {
         PopupDriver driver(path, {VK_DOWN, VK_RETURN});
         EXPECT_EQ(Check(4, nullptr, Tbl("@KEY(2)@DISPLAY(2,3)"), "Nowhere"), 0);
         EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
-        EXPECT_EQ(Text(field), "Rome");
+        char text[16] = "";
+        GetWindowTextA(field, text, sizeof text);
+        EXPECT_STREQ(text, "Rome");
         EXPECT_TRUE(driver.owner == parent.hwnd() && SelectedAll() && GetFocus() == field.get());
     }
     PopupDriver driver(path, {VK_ESCAPE});
     EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
-    const LONG units = GetDialogBaseUnits();
-    EXPECT_EQ(driver.rect.right - driver.rect.left, MulDiv(120, LOWORD(units), 4)) << "@POS sets the popup";
+    EXPECT_EQ(driver.rect.right - driver.rect.left, MulDiv(120, LOWORD(GetDialogBaseUnits()), 4)) << "@POS sets it";
     MessageBoxWatcher boxes;  // a missing table is a miss: no box, an empty popup
     EXPECT_EQ(Check(4, nullptr, "@TBL(C:\\no\\such\\table.tbl)@BEEP", "XXX"), 0);
     EXPECT_EQ(notices.size() + boxes.boxes().size() + parent.Of(GXN_ERRORSHOWN).size(), 4u);
