@@ -42,37 +42,39 @@ constexpr int kWidth = 240;  // the fields' client width
 
 // Every character taken is one EN_CHANGE with the field's id, after the colours were asked for; a refused one beeps.
 // Over a selection the limit and the class's one-of checks are lifted; a refused key changes nothing. Auto-tab moves
-// on from a full field only when the value passes.
+// on ("\t" after the text) from a full field only when the value passes.
 TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
     const struct {
-        const char *cls, *method, *start; int from, to; const char *typed, *text; int beeps; bool leaves = false;
+        const char *cls, *method, *start; int from, to; const char *typed, *text; int beeps; DWORD style = 0;
     } cases[] = {
         {str, "@INCLUDE(xyz)", "", 0, 0, "axbyczd", "xyz", 4}, {str, "@NUM@UP", "", 0, 0, "a1b2 3", "123", 3},
-        {str, "@UP", "", 0, 0, "abC", "ABC", 0}, {str, "@MASK(###-##)", "", 0, 0, "1a2b345678", "12345", 5},
+        {str, "@ALPHA@UP", "", 0, 0, "a1 bC", "A BC", 1}, {str, "@MASK(###-##)", "", 0, 0, "1a2b345678", "12345", 5},
         {num, "", "", 0, 0, "1-2a-3. +", "1-2-3", 1}, {real, "", "", 0, 0, "-1.2.-3a", "-1.23", 3},
         {cur, "@CF_GERMANY", "", 0, 0, "-1.234,5", "-1.234,5", 0}, {cur, "@CF_UNITEDSTATES", "", 0, 0, "1a*2", "12", 1},
         {cur, "@CF_UNITEDSTATES", "", 0, 0, "12.345", "12.34", 1}, {date, "", "", 0, 0, "1a2/3", "123", 1},
         {str, "@NUM@LIMIT(4)@EXCLUDE(5)", "1234", 1, 1, "9x5", "1234", 3},
         {str, "@NUM@LIMIT(4)@EXCLUDE(5)", "1234", 1, 3, "9", "194", 0}, {num, "@LIMIT(3)", "123", 3, 3, "4", "123", 1},
         {num, "@LIMIT(3)", "123", 0, 1, "9", "923", 0}, {cur, "@CF_UNITEDSTATES", "1234", 2, 9, "5", "$15", 0},
-        {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "123", "123", 0, true}, {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "1", "1", 0},
-        {str, "@MASK(###-##)@AUTOTAB", "", 0, 0, "12345", "12345", 0, true},
+        {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "123", "123\t", 0}, {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "1", "1", 0},
+        {str, "@MASK(###-##)@AUTOTAB", "", 0, 0, "12345", "12345\t", 0},
         {str, "@LIMIT(2)@AUTOTAB@RNG(10,20)", "", 0, 0, "05", "05", 0},
-        {date, "@AUTOTAB", "", 0, 0, "12311999", "12311999", 0, true}};
+        {date, "@AUTOTAB", "", 0, 0, "12311999", "12311999\t", 0},
+        {str, "", "", 0, 0, "aBC", "Abc", 0, STR_FIRSTCHARUPPER | STR_LOWER},
+        {str, "", "", 0, 0, "a1 -b2.", "a1 b2", 2, STR_ALPHANUM}};
     for (const auto& c : cases) {
-        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : 0, c.method);
+        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.style, c.method);
         SetWindowTextA(field_, c.start);
         Send(EM_SETSEL, c.from, reinterpret_cast<void*>(c.to));
         g_beeps = 0;
         parent_.clear();
         Type(field_, c.typed);
         const std::string row = std::string(c.cls) + " " + c.method + " " + c.start + " typed " + c.typed;
-        EXPECT_EQ(Text(field_) + " beeps " + std::to_string(g_beeps) + (GetFocus() == other_ ? " left" : ""),
-                  c.text + (" beeps " + std::to_string(c.beeps)) + (c.leaves ? " left" : ""))
-            << row;
-        const size_t taken = *c.start ? (Text(field_) != c.start) : std::strlen(c.text);
+        const bool left = GetFocus() == other_;
+        EXPECT_EQ(Text(field_) + (left ? "\t" : "") + " beeps " + std::to_string(g_beeps),
+                  c.text + (" beeps " + std::to_string(c.beeps))) << row;
+        const size_t taken = *c.start ? (Text(field_) != c.start) : Text(field_).size();
         Notices codes(taken, EN_CHANGE);
-        codes.resize(taken + c.leaves, EN_KILLFOCUS);  // auto-tab's leaving
+        codes.resize(taken + left, EN_KILLFOCUS);  // auto-tab's leaving
         EXPECT_EQ(Codes(), codes) << row;
         for (const auto& m : parent_.Of(WM_COMMAND)) EXPECT_EQ(LOWORD(m.wp), HWND(m.lp) == field_ ? 42 : 0) << row;
         if (taken) EXPECT_EQ(parent_.messages().at(0).msg, static_cast<UINT>(WM_CTLCOLOREDIT)) << row;
@@ -83,7 +85,7 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
 // VK_SHIFT and VK_CONTROL hold down the keys after them; the clipboard holds the row's text first. What is seen:
 // "text [selection] ^caret #changes =clipboard".
 TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
-    const struct { const char *cls, *start; int from, to; Keys keys; const char *paste, *typed, *seen; DWORD style = 0; }
+    const struct { const char *cls, *start; int from, to; Keys keys; const char *paste, *typed, *seen; DWORD how = 0; }
     cases[] = {
         {str, "abcd", 4, 4, {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}, "", "x", "bdx [0,0] ^3 #3 ="},
         {str, "bdx", 3, 3, {VK_END, VK_SHIFT, VK_LEFT, VK_LEFT}, "", "", "bdx [1,3] ^1 #0 ="},
@@ -97,7 +99,7 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
         {date, "12311999", 0, 0, {VK_HOME, VK_SHIFT, VK_RIGHT, VK_RIGHT, VK_RIGHT}, "", "5", "50011999 [0,0] ^1 #1 ="},
         {num, "56", 0, 2, {VK_CONTROL, VK_INSERT}, "", "", "56 [0,0] ^2 #0 =", NUM_RIGHTJUST}};  // drops the selection
     for (const auto& c : cases) {
-        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.style);
+        Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.how);
         SetWindowTextA(field_, c.start);
         Send(EM_SETSEL, c.from, reinterpret_cast<void*>(c.to));
         twClipboardCopyText(field_, const_cast<char*>(c.paste), 100);
@@ -120,7 +122,8 @@ TEST_F(Typing, SettingMessagesEditTheMethodString) {
     const std::string kept = "@NUM@LIMIT(5)@EXCLUDE(9)";  // the mask and the drop target are kept apart
     const struct { UINT msg; WPARAM wp; const char* lp; std::string seen; } cases[] = {
         {GXM_INCLUDE, 1, "", "@NUM@LIMIT(5)|0||0"}, {GXM_EXCLUDE, 1, "9", kept + "|0||0"},
-        {GXM_AUTOTAB, 1, reinterpret_cast<const char*>(1), kept + "@AUTOTAB|1||0"}, {GXM_AUTOTAB, 1, nullptr, kept + "|0||0"},
+        {GXM_AUTOTAB, 1, reinterpret_cast<const char*>(1), kept + "@AUTOTAB|1||0"},
+        {GXM_AUTOTAB, 1, nullptr, kept + "|0||0"},
         {GXM_MASK, 1, "##/##", kept + "|0|##/##|0"}, {GXM_SETDROPTARGET, 1, nullptr, kept + "|0|##/##|5"},
         {GXM_MASK, 1, nullptr, kept + "|0||5"}, {GXM_SETDROPTARGET, 0, nullptr, kept + "|0||0"}};
     for (const auto& c : cases) {
@@ -160,9 +163,8 @@ TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
     EXPECT_EQ(std::vector<int>({Caret(), Words().first, Words().second}), std::vector<int>({4, 0, 4}));
     MouseMove(field_, 500, text, 0);
     EXPECT_EQ(Words(), Span(0, 6));
-    const int shift = kWidth - 2 - Extent(text, 6);
     MouseButtonDown(field_, kWidth - 1, text, nullptr, 1, 0);
-    MouseMove(field_, shift + Extent(text, 1) + (Extent(text, 2) - Extent(text, 1)) / 2, text, 1);
+    MouseMove(field_, kWidth - 2 - Extent(text, 6) + (Extent(text, 1) + Extent(text, 2)) / 2, text, 1);
     EXPECT_EQ(Words(), Span(6, 2)) << "the middle of a character counts as its right";
     ReleaseCapture();
     SetWindowLongA(field_, 16, 40);

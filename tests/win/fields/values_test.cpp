@@ -145,10 +145,9 @@ TEST_F(Values, LeavingTidiesTheText) {
         parent_.clear();
         SetFocus(other_);
         SetFocus(field_);
-        const Span left = Sel(field_);
-        const Notices codes = Codes();
+        const auto left = std::make_pair(Sel(field_), Codes());
         SendMessageA(field_, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));  // selects all
-        EXPECT_EQ(std::make_tuple(Text(field_), left, codes, Sel(field_), Send(WM_GETDLGCODE)),
+        EXPECT_EQ(std::make_tuple(Text(field_), left.first, left.second, Sel(field_), Send(WM_GETDLGCODE)),
                   std::make_tuple(std::string(c.left), c.sel, Notices{EN_KILLFOCUS, EN_SETFOCUS}, Span(0, c.all), 0x8089))
             << c.cls << " " << c.method << " " << c.typed;
     }
