@@ -149,8 +149,7 @@ TEST_F(Validation, WhichTestRefusesAndTheReplyDecides) {
         {4, 0, Tbl("@MND"), "0 4 600", "   ", miss + "Application Error"}};  // blank: the table is offered
     for (const auto& c : cases) {
         const int32_t whole = static_cast<int32_t>(c.num);
-        struct tm date{};
-        date.tm_year = whole / 10000 - 1900, date.tm_mon = whole / 100 % 100 - 1, date.tm_mday = whole % 100;
+        struct tm date{0, 0, 0, whole % 100, whole / 100 % 100 - 1, whole / 10000 - 1900, 0, 0, 0};
         const void* v = c.type == 4 ? nullptr : c.type == 3 ? static_cast<const void*>(&c.num)
                         : c.type <= 2 ? static_cast<const void*>(&whole) : static_cast<const void*>(&date);
         answer = c.reply;
