@@ -49,6 +49,7 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
     } cases[] = {
         {str, "@INCLUDE(xyz)", "", 0, 0, "axbyczd", "xyz", 4}, {str, "@NUM@UP", "", 0, 0, "a1b2 3", "123", 3},
         {str, "@ALPHA@UP", "", 0, 0, "a1 bC", "A BC", 1}, {str, "@MASK(###-##)", "", 0, 0, "1a2b345678", "12345", 5},
+        {str, "@MASK(@@?)", "", 0, 0, "a1b2", "ab2", 1},
         {num, "", "", 0, 0, "1-2a-3. +", "1-2-3", 1}, {real, "", "", 0, 0, "-1.2.-3a", "-1.23", 3},
         {cur, "@CF_GERMANY", "", 0, 0, "-1.234,5", "-1.234,5", 0}, {cur, "@CF_UNITEDSTATES", "", 0, 0, "1a*2", "12", 1},
         {cur, "@CF_UNITEDSTATES", "", 0, 0, "12.345", "12.34", 1}, {date, "", "", 0, 0, "1a2/3", "123", 1},
@@ -58,7 +59,7 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
         {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "123", "123\t", 0}, {num, "@LIMIT(3)@AUTOTAB", "", 0, 0, "1", "1", 0},
         {str, "@MASK(###-##)@AUTOTAB", "", 0, 0, "12345", "12345\t", 0},
         {str, "@LIMIT(2)@AUTOTAB@RNG(10,20)", "", 0, 0, "05", "05", 0},
-        {date, "@AUTOTAB", "", 0, 0, "12311999", "12311999\t", 0},
+        {date, "@AUTOTAB", "", 0, 0, "12311999", "12311999\t", 0}, {str, "@LIMIT(3)@AUTOTAB", "", 0, 0, "12", "12", 0},
         {str, "", "", 0, 0, "aBC", "Abc", 0, STR_FIRSTCHARUPPER | STR_LOWER},
         {str, "", "", 0, 0, "a1 -b2.", "a1 b2", 2, STR_ALPHANUM}};
     for (const auto& c : cases) {
@@ -90,13 +91,16 @@ TEST_F(Typing, KeysEditAroundTheCaretAndUseTheClipboard) {
         {str, "abcd", 4, 4, {VK_LEFT, VK_BACK, VK_HOME, VK_DELETE, VK_END}, "", "x", "bdx [0,0] ^3 #3 ="},
         {str, "bdx", 3, 3, {VK_END, VK_SHIFT, VK_LEFT, VK_LEFT}, "", "", "bdx [1,3] ^1 #0 ="},
         {str, "abcd", 1, 3, {VK_CONTROL, 'C'}, "", "", "abcd [1,3] ^3 #0 =bcd"},  // one more along: keep it
+        {str, "abcd", 2, 4, {VK_CONTROL, 'X'}, "", "", "ab [0,0] ^2 #1 =cd"},
         {str, "ab", 0, 0, {VK_CONTROL, 'V'}, "pasted text", "", "pasted text [0,11] ^11 #0 =pasted text"},
         {num, "12345", 3, 1, {VK_BACK}, "", "", "45 [0,0] ^0 #1 ="},  // Backspace takes one more
         {num, "1234", 1, 3, {VK_CONTROL, VK_INSERT}, "", "", "1234 [1,3] ^3 #0 =234"},
         {num, "abc", 0, 1, {VK_SHIFT, VK_DELETE}, "", "", "bc [0,0] ^0 #1 =ab"},
+        {num, "12", 0, 0, {VK_SHIFT, VK_INSERT}, "abc", "", "abc [0,0] ^3 #0 =abc"},  // a paste is not filtered
         {date, "12311999", 0, 0, {VK_END, VK_BACK}, "", "", "12311990 [0,0] ^7 #1 ="},  // zeroed
         {date, "12311999", 0, 0, {VK_HOME, VK_DELETE, VK_DELETE}, "", "", "00311999 [0,0] ^2 #2 ="},
         {date, "12311999", 0, 0, {VK_HOME, VK_SHIFT, VK_RIGHT, VK_RIGHT, VK_RIGHT}, "", "5", "50011999 [0,0] ^1 #1 ="},
+        {date, "12311999", 0, 0, {VK_END}, "", "5", "12311999 [0,0] ^8 #0 ="},  // full
         {num, "56", 0, 2, {VK_CONTROL, VK_INSERT}, "", "", "56 [0,0] ^2 #0 =", NUM_RIGHTJUST}};  // drops the selection
     for (const auto& c : cases) {
         Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.how);

@@ -79,22 +79,17 @@ protected:
 TEST_F(Validation, ShowErrorComposesTheNoticeAndTheReplyDecides) {
     field = MakeField(parent);
     MessageBoxWatcher boxes;
-    const LRESULT handled = GXR_HANDLED;
-    const struct { std::string method; int type, error; LRESULT reply; std::string seen; } cases[] = {
-        {"@MBOX(a;b)", 1, 300, handled, "0 a|b"}, {"@MBOX(a;b:c)", 1, 300, handled, "0 a;b|c"},  // ":" is tried first
-        {"@MBOX(m:" + std::string(150, 'c') + ")", 1, 300, handled, "0 m|" + std::string(99, 'c')},
-        {"@MBOX(x)@MSG(y)", 1, 300, handled, "0 x|Application Error"},
-        {"@STAT(On the status line)", 4, 100, handled, "0 On the status line|"},
-        {"@RNG(1,9)", 1, 100, handled, "0 Value not entered.|Numeric Value"},
-        {"", 2, 200, handled, "0 Value not filled.|Numeric Value"},
-        {"", 10, 500, handled, "0 Not a valid choice.|Character String"},
-        {"", 5, 600, handled, "0 Value could not be found.|Date Value"},
-        {"", 6, 100, handled, "0 Value not entered.|Time Value"},
-        {"", 7, 400, handled, "0 Value is not valid.|Floating Point"},
-        {"", 99, 250, handled, "0 No message specified.|Error Condition"},
-        {"@MSG(One digit)", 1, 300, handled | GXR_ACCEPT, "1 One digit|"},
-        {"@MSG(One digit)", 1, 300, GXR_ACCEPT, "0 One digit| shown selected"},  // without bit 0 the box is shown
-        {"@MBOX(Too large)@WARN@BEEP", 1, 300, 0, "1 Too large|Warning shown selected"}};  // warned: the value stands
+    const struct { std::string method; int type, error; std::string seen; LRESULT reply = GXR_HANDLED; } cases[] = {
+        {"@MBOX(a;b)", 1, 300, "0 a|b"}, {"@MBOX(a;b:c)", 1, 300, "0 a;b|c"},  // ":" is tried first
+        {"@MBOX(m:" + std::string(150, 'c') + ")", 1, 300, "0 m|" + std::string(99, 'c')},
+        {"@MBOX(x)@MSG(y)", 1, 300, "0 x|Application Error"}, {"@STAT(Status)", 4, 100, "0 Status|"},
+        {"@RNG(1,9)", 1, 100, "0 Value not entered.|Numeric Value"}, {"", 2, 200, "0 Value not filled.|Numeric Value"},
+        {"", 10, 500, "0 Not a valid choice.|Character String"}, {"", 5, 600, "0 Value could not be found.|Date Value"},
+        {"", 6, 100, "0 Value not entered.|Time Value"}, {"", 7, 400, "0 Value is not valid.|Floating Point"},
+        {"", 99, 250, "0 No message specified.|Error Condition"},
+        {"@MSG(One digit)", 1, 300, "1 One digit|", GXR_HANDLED | GXR_ACCEPT},
+        {"@MSG(One digit)", 1, 300, "0 One digit| shown selected", GXR_ACCEPT},  // without bit 0 the box is shown
+        {"@MBOX(Too large)@WARN@BEEP", 1, 300, "1 Too large|Warning shown selected", 0}};  // warned: the value stands
     const auto low = static_cast<LPARAM>(LOWORD(reinterpret_cast<UINT_PTR>(field.get())));
     for (const auto& c : cases) {
         parent.clear();
@@ -179,6 +174,8 @@ TEST_F(Validation, TablePopupPicksOrCancels) {
         GetWindowTextA(field, text, sizeof text);
         EXPECT_STREQ(text, "Rome");
         EXPECT_TRUE(driver.owner == parent.hwnd() && SelectedAll() && GetFocus() == field.get());
+        RECT r;
+        EXPECT_TRUE(GetWindowRect(field, &r) && std::abs(driver.rect.top - r.bottom) <= 4) << "it opens below the field";
     }
     PopupDriver driver(path, {VK_ESCAPE});
     EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
