@@ -133,8 +133,8 @@ TEST_F(Validation, WhichTestRefusesAndTheReplyDecides) {
         {14, 9990101, "@MSG(Mine)", "0 5 400", "", "Year must be four digits and greater than 999|"},
         {13, 9990101, "@MSG(Mine)", "1"}, {16, 19950615, "@RNG(01.01.1996,)@MSG(Late)", "0 5 300", "", "Late|"},
         {5, 19950615, "@CHC(06/16/95)", "0 5 500"},
-        {4, 0, Tbl(), "1", "  ROM  "}, {4, 0, Tbl("@KEY(3)@DLM(,)"), "1", "IT"},  // found
-        {4, 0, Tbl("@RNG(A,M)"), "0 4 300", "ROM"},                              // found, out of range
+        {4, 0, Tbl(), "1", "  ROM  "}, {4, 0, Tbl("@RNG(A,M)"), "0 4 300", "ROM"},  // found; found, out of range
+        {4, 0, Tbl("@KEY(3)@DLM(,)"), "1", "IT"}, {4, 0, "@MND", "1", "b"},  // found; then no table at all
         {1, 12, "@NUM@RNG(1,9)@MSG(One digit)", "0 1 300", "x", "One digit|", "@RNG(1,9)@MSG(One digit)"},
         {1, 12, "@MSG(x)@RNG(1,9)", "0 1 300", "x", "Value out of range.|Numeric Value", "@RNG(1,9)"},
         {4, 0, Tbl(), "0 4 600", "XXX", miss + "Application Error", Tbl()},
