@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <initializer_list>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "include/fldkit.h"
@@ -32,20 +30,16 @@ inline void Type(HWND h, const char* keys) {
     for (const char* k = keys; *k; ++k) SendMessageA(h, WM_CHAR, static_cast<unsigned char>(*k), 1);
 }
 
-// Presses the keys in turn; VK_SHIFT or VK_CONTROL in the list holds that key down until it comes again.
+// Presses the keys in turn; VK_SHIFT or VK_CONTROL in the list holds that key down from there on.
 inline void Press(HWND h, const Keys& keys) {
-    BYTE saved[256], state[256];
-    GetKeyboardState(saved);
-    std::memcpy(state, saved, sizeof state);
+    BYTE state[256] = {};
     for (UINT vk : keys) {
-        if (vk == VK_SHIFT || vk == VK_CONTROL) {
-            state[vk] ^= 0x80;
-            SetKeyboardState(state);
-        } else {
-            SendMessageA(h, WM_KEYDOWN, vk, 1);
-        }
+        state[vk] |= vk == VK_SHIFT || vk == VK_CONTROL ? 0x80 : 0;
+        SetKeyboardState(state);
+        if (!state[vk]) SendMessageA(h, WM_KEYDOWN, vk, 1);
     }
-    SetKeyboardState(saved);
+    std::memset(state, 0, sizeof state);
+    SetKeyboardState(state);
 }
 
 inline Span Sel(HWND h) {
@@ -54,47 +48,32 @@ inline Span Sel(HWND h) {
     return {static_cast<int>(start), static_cast<int>(end)};
 }
 
-// Keys of WIN.INI's [intl] set for the length of a test, put back after (removed when there were none).
-class IntlKeys {
-public:
-    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> keys) {
-        for (auto [key, value] : keys) {
-            char old[64];
-            GetProfileStringA("intl", key, "\x01", old, sizeof old);
-            saved_.push_back({key, old});
-            WriteProfileStringA("intl", key, value);
-        }
-    }
+// Keys of WIN.INI's [intl] set for the length of a test, removed after: the tests' Wine prefix sets none.
+struct IntlKeys {
+    std::vector<std::pair<const char*, const char*>> keys;
     ~IntlKeys() {
-        for (const auto& [key, old] : saved_) WriteProfileStringA("intl", key, old == "\x01" ? nullptr : old.c_str());
+        for (auto [key, value] : keys) WriteProfileStringA("intl", key, nullptr);
     }
-
-private:
-    std::vector<std::pair<const char*, std::string>> saved_;
+    IntlKeys(std::initializer_list<std::pair<const char*, const char*>> set) : keys(set) {
+        for (auto [key, value] : keys) WriteProfileStringA("intl", key, value);
+    }
 };
 
 class Field : public ::testing::Test {
 protected:
-    void SetUp() override {
-        other_ = CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20, parent_, nullptr,
-                                 GetModuleHandleA(nullptr), nullptr);
+    void SetUp() override {  // the parent handles every error notice: no message box moves the focus
+        parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
+        };
     }
-    void TearDown() override {
-        if (field_) DestroyWindow(field_);
-        DestroyWindow(other_);
-    }
-    // A fresh focused field, first in tab order, with a parent that has heard nothing yet.
+    // A fresh focused field, the neighbour next in tab order, with a parent that has heard nothing yet.
     void Make(const char* cls, DWORD style = 0, const char* method = nullptr) {
-        if (field_) DestroyWindow(field_);
-        field_ = CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10, 240, 24, parent_,
-                                 reinterpret_cast<HMENU>(42), GetModuleHandleA(nullptr), nullptr);
-        ASSERT_NE(field_, nullptr);
-        SetWindowPos(field_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-        if (method) SetMethod(method);
+        field_ = fktest::UniqueWindow(CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 10, 10,
+                                                      240, 24, parent_, HMENU(42), GetModuleHandleA(nullptr), nullptr));
+        if (method) Send(GXM_SETMETHOD, 0, method);
         SetFocus(field_);
         parent_.clear();
     }
-    void SetMethod(const char* method) { SendMessageA(field_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method)); }
     LRESULT Send(UINT msg, WPARAM wp = 0, const void* lp = nullptr) {
         return SendMessageA(field_, msg, wp, reinterpret_cast<LPARAM>(lp));
     }
@@ -104,17 +83,12 @@ protected:
             if (reinterpret_cast<HWND>(m.lp) == field_) ours.push_back(HIWORD(m.wp));
         return ours;
     }
-    void Leave() { SetFocus(other_); }
     int Caret() const { return GetWindowLongA(field_, 16); }
-    void AnswerErrors() {  // the parent handles every error notice: no message box moves the focus
-        parent_.reply = [](UINT msg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            return msg == GXN_ERROR ? std::optional<LRESULT>(GXR_HANDLED) : std::nullopt;
-        };
-    }
 
     fktest::RecordingParent parent_;
-    HWND other_ = nullptr;
-    HWND field_ = nullptr;
+    fktest::UniqueWindow other_{CreateWindowExA(0, "edit", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 60, 80, 20,
+                                                parent_, nullptr, GetModuleHandleA(nullptr), nullptr)};
+    fktest::UniqueWindow field_;
 };
 
 }  // namespace fieldtest
