@@ -1,0 +1,417 @@
+// DDE links of string fields with each other and with a partner that speaks the protocol as another application
+// would; drag and drop between edits, lists and fields; what the library hands to the help viewer, the sound player
+// and the program starter, seen through its hooks.
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "include/fldkit.h"
+#include "frame/alloc.h"
+#include "links/hooks.h"
+#include "tests/support/msgbox_watch.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+#include "tests/support/window.h"
+
+using namespace fktest;
+using Strings = std::vector<std::string>;
+using Words = std::vector<UINT_PTR>;
+
+namespace {
+
+// The one partner of the program: the other application of the DDE tests, the parent of the dragged controls.
+class Links : public ::testing::Test {
+protected:
+    Links() { Partner().clear(), Partner().reply = nullptr; }
+    ~Links() override { Partner().reply = nullptr; }
+    static RecordingParent& Partner() {
+        static auto* partner = new RecordingParent(500, 300);
+        return *partner;
+    }
+    RecordingParent& partner = Partner();
+};
+using Dde = Links;
+
+// A top-level string field: a DDE initiate reaches top-level windows only.
+UniqueWindow Field(const std::string& method, int y = 0) {
+    UniqueWindow f(CreateWindowExA(0, FK_CLASS_STRING, "", WS_POPUP | WS_VISIBLE | WS_BORDER, 200, y, 150, 24,
+                                   nullptr, nullptr, GetModuleHandleA(nullptr), nullptr));
+    SendMessageA(f, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
+    return f;
+}
+HWND Prop(HWND h, const std::string& name) { return static_cast<HWND>(GetPropA(h, name.c_str())); }
+
+// The first message of a kind the partner is sent (waited for): its sender and two values, unpacked and freed; the
+// record is cleared.
+Words Got(RecordingParent& partner, UINT msg) {
+    UINT_PTR lo = 0, hi = 0;
+    if (!PumpUntil([&] { return !partner.Of(msg).empty(); })) return {};
+    const Msg m = partner.Of(msg)[0];
+    UnpackDDElParam(msg, m.lp, &lo, &hi);
+    FreeDDElParam(msg, m.lp);
+    partner.clear();
+    return {m.wp, lo, hi};
+}
+
+// A DDE block as "flags format text", the flags masked; the block is freed.
+std::string Take(UINT_PTR block, WORD mask) {
+    const auto h = reinterpret_cast<HGLOBAL>(block);
+    const auto* p = static_cast<const char*>(GlobalLock(h));
+    WORD words[2];
+    std::memcpy(words, p, 4);
+    const std::string s = std::to_string(words[0] & mask) + " " + std::to_string(words[1]) + " " +
+                          (GlobalSize(h) > 4 ? p + 4 : "");
+    GlobalUnlock(h), GlobalFree(h);
+    return s;
+}
+
+// A DDE block of the given flags and bytes; CF_TEXT unless a command.
+HGLOBAL Block(WORD flags, const std::string& bytes, bool command = false) {
+    const std::string all = command ? bytes : std::string(reinterpret_cast<const char*>(&flags), 2) + "\1" + '\0' + bytes;
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, all.size());
+    std::memcpy(GlobalLock(h), all.data(), all.size());
+    GlobalUnlock(h);
+    return h;
+}
+LPARAM Pack(UINT msg, HGLOBAL block, ATOM item) { return PackDDElParam(msg, reinterpret_cast<UINT_PTR>(block), item); }
+
+// Six clients wait for a server, which answers them on its announcement; it pushes its value (trimmed) to five; a
+// refresh asks it again; a client's end frees its slot; a client ignores its server's end.
+TEST_F(Dde, FieldsLinkBothWaysPushToFiveSlotsRefreshAndUnlink) {
+    MessageBoxWatcher boxes(IDNO);  // a waiting client must not hang the test
+    UniqueWindow server;
+    std::vector<UniqueWindow> clients;
+    for (int i = 0; i < 6; ++i) {
+        clients.push_back(Field("@CLIENT(FkApp,FkTopic,Value)NOAUTOSTART", 30 * i));
+        if (i == 0) server = Field("@SERVER(FkApp,FkTopic,Value)");
+        EXPECT_EQ(Prop(clients[i], "CLIENT"), server.get());
+        EXPECT_EQ(Prop(server, "SERVER" + std::to_string(i + 1)), clients[i].get());
+    }
+    PumpIdle();  // the advises and their acknowledgements
+    SetWindowTextA(server, "42   ");
+    EXPECT_TRUE(PumpUntil([&] { return WindowText(clients[4]) == "42"; }));
+    EXPECT_EQ(WindowText(clients[0]) + "/" + WindowText(clients[5]), "42/");
+    for (int i = 0; i < 2; ++i) {  // the item atom survives a refresh
+        SetWindowTextA(clients[1], "stale");
+        SendMessageA(clients[1], GXM_SETVALUE, 0, 0);
+        EXPECT_TRUE(PumpUntil([&] { return WindowText(clients[1]) == "42   "; }));
+    }
+    clients[1].reset();
+    EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER2") == nullptr; }));
+    HWND gone = server.get();
+    server.reset();
+    PumpIdle();
+    EXPECT_EQ(Prop(clients[2], "CLIENT"), gone);
+}
+
+// Without a server a client asks to start "application topic" (unless NOAUTOSTART); on Yes, the initiate is sent
+// again.
+UniqueWindow g_started;
+UINT WINAPI StartServer(LPCSTR command, UINT) {
+    EXPECT_STREQ(command, "FkLate LateTopic");
+    g_started = Field("@SERVER(FkLate,LateTopic,V)");
+    PostMessageA(nullptr, WM_NULL, 0, 0);  // ends the library's WaitMessage
+    return 33;
+}
+
+TEST_F(Dde, MissingServerAsksToStartItUnlessNoAutostart) {
+    MessageBoxWatcher no(IDNO);
+    EXPECT_EQ(GetPropA(Field("@CLIENT(FkLate,LateTopic,V)noautostart"), "CLIENT"), nullptr);
+    EXPECT_TRUE(no.boxes().empty());
+    auto refused = Field("@CLIENT(FkLate,LateTopic,V)");
+    EXPECT_EQ(GetPropA(refused, "CLIENT"), nullptr);
+    ASSERT_EQ(no.boxes().size(), 1u);
+    EXPECT_EQ(no.boxes()[0].text + "/" + no.boxes()[0].caption,
+              "Data links not available. Start remote Application?/Quintaval");
+    EXPECT_EQ(no.boxes()[0].owner, refused.get());
+    const FkLinkHooks table{.winExec = StartServer};
+    fkSetLinkHooks(&table);
+    MessageBoxWatcher yes(IDYES);
+    auto client = Field("@CLIENT(FkLate,LateTopic,V)");
+    fkSetLinkHooks(nullptr);
+    ASSERT_NE(g_started.get(), nullptr);
+    EXPECT_EQ(Prop(client, "CLIENT"), g_started.get());
+    g_started.reset();
+}
+
+// The partner as server: the client's advise asks for a hot link of CF_TEXT, a refresh requests CF_TEXT. Data lose
+// their line end and released blocks are freed; data that ask for it, an execute (the last message of the DDE set)
+// and an unadvise from the client's own server are acknowledged; an advise block is freed. The partner as client:
+// an initiate is answered with the names asked for, a request with at most 158 characters in a block the partner
+// releases; one the server cannot allocate an answer for is refused with 0xFFFF, not the usual negative ack.
+TEST_F(Dde, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
+    partner.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
+        if (msg != WM_DDE_INITIATE || LOWORD(lp) != GlobalFindAtomA("FkRaw")) return std::nullopt;
+        SendMessageA(reinterpret_cast<HWND>(wp), WM_DDE_ACK, reinterpret_cast<WPARAM>(partner.hwnd()),
+                     MAKELPARAM(GlobalAddAtomA("FkRaw"), GlobalAddAtomA("RawTopic")));
+        return 0;
+    };
+    auto client = Field("@CLIENT(FkRaw,RawTopic,Value)NOAUTOSTART");
+    const auto from = reinterpret_cast<UINT_PTR>(client.get());
+    EXPECT_EQ(Prop(client, "CLIENT"), partner.hwnd());
+    EXPECT_EQ(Take(Got(partner, WM_DDE_ADVISE).at(1), 0xC000), "32768 1 ") << "a hot link of CF_TEXT";
+    SendMessageA(client, GXM_SETVALUE, 0, 0);
+    EXPECT_EQ(Got(partner, WM_DDE_REQUEST).at(1), CF_TEXT);
+    const std::pair<std::string, std::string> cases[] = {
+        {{"abc\r\n", 6}, "abc"}, {{"abc\n", 5}, "abc"}, {{"a\r\nb", 5}, "a\r\nb"}, {{"x\ry", 4}, "x"},
+        {"noend", "noend"} /* the block ends the text */,
+    };
+    for (const auto& [bytes, shown] : cases) {
+        HGLOBAL block = Block(0x2000, bytes);  // fRelease: the client frees it
+        SendMessageA(client, WM_DDE_DATA, reinterpret_cast<WPARAM>(partner.hwnd()),
+                     Pack(WM_DDE_DATA, block, GlobalAddAtomA("FkDataItem")));
+        EXPECT_EQ(WindowText(client) + "/" + std::to_string(GlobalSize(block)), shown + "/0");
+    }
+    EXPECT_EQ(GlobalFindAtomA("FkDataItem"), 0) << "unacknowledged item atoms are deleted";
+    HGLOBAL block = Block(0x8000, {"kept", 5}), command = Block(0, {"[run()]", 8}, true);
+    const ATOM acked = GlobalAddAtomA("FkAckItem"), unadvised = GlobalAddAtomA("FkUnadvised");
+    SendMessageA(client, WM_DDE_DATA, reinterpret_cast<WPARAM>(partner.hwnd()), Pack(WM_DDE_DATA, block, acked));
+    EXPECT_EQ(WindowText(client) + "/" + std::to_string(GlobalSize(block) > 0), "kept/1") << "the sender's block";
+    EXPECT_EQ(Got(partner, WM_DDE_ACK), (Words{from, 0x8000, acked}));
+    SendMessageA(client, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(partner.hwnd()), reinterpret_cast<LPARAM>(command));
+    EXPECT_EQ(Got(partner, WM_DDE_ACK).at(0), from);
+    SendMessageA(client, WM_DDE_UNADVISE, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, unadvised));
+    EXPECT_EQ(GetPropA(client, "CLIENT"), nullptr);
+    EXPECT_EQ(Got(partner, WM_DDE_ACK), (Words{from, 0x8000, unadvised}));
+    HGLOBAL advise = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, 4);
+    SendMessageA(client, WM_DDE_ADVISE, reinterpret_cast<WPARAM>(partner.hwnd()), Pack(WM_DDE_ADVISE, advise, 0));
+    EXPECT_EQ(GlobalSize(advise), 0u) << "an advise block is freed";
+    for (HGLOBAL h : {block, command}) GlobalFree(h);
+    auto server = Field("@SERVER(FkApp,FkTopic,Value)");
+    const LPARAM names = MAKELPARAM(GlobalAddAtomA("FkApp"), GlobalAddAtomA("FkTopic"));
+    SendMessageA(server, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(partner.hwnd()), names);
+    ASSERT_EQ(partner.Of(WM_DDE_ACK).size(), 1u);
+    EXPECT_EQ((Words{partner.Of(WM_DDE_ACK)[0].wp, static_cast<UINT_PTR>(partner.Of(WM_DDE_ACK)[0].lp)}),
+              (Words{reinterpret_cast<UINT_PTR>(server.get()), static_cast<UINT_PTR>(names)}));
+    partner.clear();
+    SetWindowTextA(server, std::string(300, 'x').c_str());
+    const ATOM item = GlobalAddAtomA("Value");
+    SendMessageA(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item));
+    const Words answer = Got(partner, WM_DDE_DATA);
+    ASSERT_EQ(answer.size(), 3u);
+    EXPECT_EQ(Take(answer[1], 0xB000) + std::to_string(answer[2] == item), "12288 1 " + std::string(158, 'x') + "1");
+    fkFailAllocation(1);
+    twProcessDDE(server, WM_DDE_REQUEST, reinterpret_cast<WPARAM>(partner.hwnd()), MAKELPARAM(CF_TEXT, item), nullptr);
+    fkFailAllocation(0);
+    EXPECT_EQ(Got(partner, WM_DDE_ACK), (Words{reinterpret_cast<UINT_PTR>(server.get()), 0xFFFF, item}));
+    EXPECT_TRUE(partner.Of(WM_DDE_DATA).empty());
+    for (ATOM a : {item, acked, unadvised}) GlobalDeleteAtom(a);
+}
+
+// Controls subclassed to answer as a drag-aware control: (method, base procedure).
+std::map<HWND, std::pair<std::string, WNDPROC>> g_hooked;
+LRESULT CALLBACK DragProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+    auto [method, base] = g_hooked[h];
+    if (msg == GXM_GETMETHOD && lp) return lstrcpynA(reinterpret_cast<char*>(lp), method.c_str(), 257), 0;
+    if (msg >= GXM_DROPDATA && msg <= GXM_DRAGEND) return twProcessDragDrop(h, msg, wp, lp);
+    if (msg == WM_NCDESTROY) g_hooked.erase(h);
+    return CallWindowProcA(base, h, msg, wp, lp);
+}
+
+// Drags are driven by mouse messages posted before the drag's own loop takes them.
+class Drag : public Links {
+protected:
+    UniqueWindow Make(const char* cls, const char* method, int x, const char* text = "", Strings items = {}) {
+        const DWORD style = std::strcmp(cls, "listbox") == 0 ? LBS_EXTENDEDSEL | WS_BORDER : 0;
+        UniqueWindow c(CreateWindowExA(0, cls, text, WS_CHILD | WS_VISIBLE | style, x, 10, 150, 150, partner, nullptr,
+                                       GetModuleHandleA(nullptr), nullptr));
+        if (std::strstr(method, "@DROPTARG")) SetPropA(c, "@WANTDROP", reinterpret_cast<HANDLE>(5));
+        g_hooked[c] = {method, reinterpret_cast<WNDPROC>(
+                                   SetWindowLongPtrA(c, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DragProc)))};
+        for (auto& s : items) SendMessageA(c, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(s.c_str()));
+        return c;
+    }
+    // Arms the source, queues a move and release over target (at: its client point), drags.
+    static LRESULT Over(HWND source, HWND target, POINT at = {5, 5}, bool escape = false) {
+        MapWindowPoints(target, source, &at, 1);
+        twProcessDragDrop(source, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+        PostMessageA(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+        if (escape) PostMessageA(source, WM_KEYDOWN, VK_ESCAPE, 0);
+        PostMessageA(source, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+        const LRESULT r = twProcessDragDrop(source, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(4, 4));
+        for (MSG m; PeekMessageA(&m, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);) continue;
+        return r;
+    }
+    static Strings Items(HWND list) {
+        Strings items;
+        char text[128];
+        for (LRESULT i = 0, n = SendMessageA(list, LB_GETCOUNT, 0, 0); i < n; ++i)
+            items.push_back(SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text)) > 0 ? text : "");
+        return items;
+    }
+};
+
+// Numeric fields take the text up to the first blank (a real field up to other punctuation than "."); letters are
+// dropped but leave their place empty. Channels must match in case; a move empties the source.
+TEST_F(Drag, DropsFromAnEdit) {
+    const struct { const char *from, *cls, *to, *dropped, *shown, *left; bool escape = false; LRESULT started = 1; }
+        cases[] = {
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "1 000", "1", "1 000"},
+        {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "4\n5,6", "45,6", "4\n5,6"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "3,5", "3", "3,5"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "2.75", "2.75", "2.75"},
+        {"@DRAGSRC", "gxCurrency32", "@DROPTARG", "a1b2", "", "a1b2"},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG(4)", "moved", "moved", ""},  // no selection: the whole text
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(x)", "text", "kept", "text"},
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG", "text", "kept", "text"},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text"},
+        {"@DRAGSRC@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "text", "text"},
+        {"@DRAGSRC", "edit", "", "text", "kept", "text"},  // not a target
+        {"@DRAGSRC(1)", "edit", "@DROPTARG", "text", "kept", "text", true},
+        {"@DRAGSRC(1)", "edit", "@DROPTARG", "", "kept", "", false, 0},  // an empty source starts no drag
+    };
+    for (const auto& c : cases) {
+        UniqueWindow source = Make("edit", c.from, 10, c.dropped), target = Make(c.cls, c.to, 250, "kept");
+        EXPECT_EQ(Over(source, target, {5, 5}, c.escape), c.started);
+        EXPECT_EQ(WindowText(target) + "/" + WindowText(source), c.shown + ("/" + std::string(c.left))) << c.cls;
+        EXPECT_EQ(GetPropA(source, "@DRAGSRC"), nullptr);
+        if (c.escape) EXPECT_EQ(GetCapture(), source.get()) << "nothing is restored on this path";
+    }
+}
+
+// The parent may take a drag over: it is shown the block, and nothing is dropped.
+TEST_F(Drag, ParentMayTakeTheDragOver) {
+    UniqueWindow source = Make("edit", "@DRAGSRC(3,ARROW)@DRAGCHANNEL(chan)", 10, "offered");
+    UniqueWindow target = Make("edit", "@DROPTARG", 250, "kept");
+    std::string seen;  // source, flags, kind, channel, cursor, text
+    partner.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
+        if (msg != GXN_DRAGNOTIFY) return std::nullopt;
+        auto* p = static_cast<FieldDragBlock*>(GlobalLock(reinterpret_cast<HGLOBAL>(lp)));
+        seen = std::to_string(wp == reinterpret_cast<WPARAM>(source.get())) + " " + std::to_string(p->dwFlags) +
+               " " + std::to_string(p->dwKind) + " " + p->szChannel + " " +
+               std::to_string(p->hCursor == LoadCursorA(nullptr, IDC_ARROW)) + " " +
+               static_cast<char*>(GlobalLock(p->hData));
+        GlobalUnlock(p->hData), GlobalUnlock(reinterpret_cast<HGLOBAL>(lp));
+        return 1;
+    };
+    EXPECT_EQ(Over(source, target), 1);
+    EXPECT_EQ(seen + "/" + WindowText(target), "1 3 1 chan 1 offered/kept");
+}
+
+// A move inserts at the target edit's caret, or into a list at the drop point (appended within one list); the
+// source loses what was moved; lists drop into an edit as lines, and a directory list drags no directories.
+TEST_F(Drag, MovesInsertAtCaretOrDropPointAndListsSkipDirectories) {
+    UniqueWindow edit = Make("edit", "@DRAGSRC(1)", 10, "one two three"), caret = Make("edit", "@DROPTARG(0)", 250, "[]");
+    SendMessageA(caret, EM_SETSEL, 1, 1);
+    SendMessageA(edit, EM_SETSEL, 4, 7);
+    EXPECT_EQ(Over(edit, caret), 1);
+    EXPECT_EQ(WindowText(caret) + "/" + WindowText(edit), "[two]/one  three");
+    edit.reset(), caret.reset();
+    UniqueWindow source = Make("listbox", "@DRAGSRC(1)@DROPTARG(4)", 10, "", {"a", "b", "c", "d"});
+    UniqueWindow target = Make("listbox", "@DROPTARG(0)", 250, "", {"x", "y"});
+    for (int i : {1, 3}) SendMessageA(source, LB_SETSEL, TRUE, i);
+    EXPECT_EQ(Over(source, target, {5, static_cast<LONG>(SendMessageA(target, LB_GETITEMHEIGHT, 0, 0)) + 1}), 1);
+    EXPECT_EQ(Items(target), (Strings{"x", "b", "d", "y"}));
+    EXPECT_EQ(Items(source), (Strings{"a", "c"}));
+    SendMessageA(source, LB_SETSEL, TRUE, 0);
+    EXPECT_EQ(Over(source, source, {5, 60}), 1);
+    EXPECT_EQ(Items(source), (Strings{"c", "a"}));
+    target = Make("edit", "@DROPTARG(4)", 250, "", {});
+    SendMessageA(source, LB_SETSEL, TRUE, -1);
+    EXPECT_EQ(Over(source, target), 1);
+    EXPECT_EQ(WindowText(target), "c a ");
+    source = Make("listbox", "@DRAGSRC DIRLST", 10, "", {"[sub]", "file.txt"});
+    target = Make("listbox", "@DROPTARG(4)", 250, "", {});
+    SendMessageA(source, LB_SETSEL, TRUE, 0);
+    EXPECT_EQ(Over(source, target), 0) << "only a directory entry is selected";
+    SendMessageA(source, LB_SETSEL, TRUE, 1);
+    EXPECT_EQ(Over(source, target), 1);
+    EXPECT_EQ(Items(target), (Strings{"file.txt"}));
+}
+
+// What the hooks are handed: "what file number[ data]".
+Strings g_calls;
+std::string Line(const char* what, const char* file, UINT n, const std::string& data = "") {
+    return std::string(what) + " " + (file ? file : "") + " " + std::to_string(n) + (data.empty() ? "" : " " + data);
+}
+std::string Help(const char* file, UINT command, const std::string& data) { return Line("help", file, command, data); }
+BOOL WINAPI FakeHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
+    const bool text = command == HELP_KEY || command == HELP_COMMAND;
+    g_calls.push_back(Help(file, command, text ? reinterpret_cast<const char*>(data) : std::to_string(data)));
+    return TRUE;
+}
+UINT WINAPI FakeExec(LPCSTR command, UINT show) { return g_calls.push_back(Line("exec", command, show)), 42; }
+BOOL WINAPI FakeSound(LPCSTR file, UINT flags) { return g_calls.push_back(Line("sound", file, flags)), TRUE; }
+HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {  // a file named "found" is found
+    g_calls.push_back(Line("find", file, 0));
+    return *result = 0, reinterpret_cast<HINSTANCE>(std::strstr(file, "found") ? 33 : 2);
+}
+
+class HelpTest : public Links {
+protected:
+    HelpTest() : hooks(*fkSetLinkHooks(&kFakes)) { g_calls.clear(); }
+    ~HelpTest() override { fkSetLinkHooks(nullptr); }
+    static constexpr FkLinkHooks kFakes{FakeHelp, FakeExec, FakeSound, FakeFind, nullptr, nullptr};
+    const FkLinkHooks& hooks;
+    UniqueWindow control = MakeChild(partner, "edit");
+};
+
+// Help: a message box comes first; a command is carried out besides a topic. Programs start with their command
+// line, unless a unique one's file is found: then it is not started, and its window is found by its module's file.
+TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
+    const std::string force = Help("b.hlp", HELP_FORCEFILE, "0"), shown = " " + std::to_string(SW_SHOWNORMAL);
+    const struct { bool program; const char* method; UINT result; Strings calls; } cases[] = {
+        {false, "@HELPTOPIC(my.hlp , key word )", 1, {Help("my.hlp", HELP_KEY, "key word")}},
+        {false, "@HELPTOPIC(my.hlp)", 1, {Help("my.hlp", HELP_CONTENTS, "0")}},
+        {false, "@HELPTOPIC()", 1, {Help("", HELP_HELPONHELP, "0")}},
+        {false, "@HELPTOPIC(,key)", 0, {}},
+        {false, "@HELPTOPIC(a.hlp,k)@HELPCOMMAND(b.hlp)", 1,  // the missing part is the topic's
+         {Help("a.hlp", HELP_KEY, "k"), force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"k\")")}},
+        {false, "@HELPMSG1(Type a number)@HELPTOPIC(my.hlp)@HELPCOMMAND(b.hlp,7)", 1,
+         {force, Help("b.hlp", HELP_COMMAND, "JumpId(\"b.hlp\", \"7\")")}},
+        {false, "@HELPWAVE(ding.wav)", 1, {Line("sound", "ding.wav", SND_ASYNC)}},
+        {true, "@PROG(C:\\tools\\prog.exe)@CMDLINE(-a b)", 42, {"exec C:\\tools\\prog.exe -a b" + shown}},
+        {true, "@PROG(C:\\here\\found.exe)@UNIQUE", 1, {"find C:\\here\\found.exe 0"}},
+        {true, "@PROG(absent.exe)@UNIQUE", 42, {"find absent.exe 0", "exec absent.exe" + shown}},
+    };
+    MessageBoxWatcher boxes;
+    for (const auto& c : cases) {
+        g_calls.clear();
+        std::string method = std::string(c.method).append(4, '\0');
+        const UINT result = c.program ? twExecProgram(control, method.data()) : twProcessHelp(control, method.data());
+        EXPECT_EQ(result, c.result) << c.method;
+        EXPECT_EQ(g_calls, c.calls) << c.method;
+    }
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption, "Type a number/Help");
+    EXPECT_EQ(GetFocus(), control.get());
+    char exe[MAX_PATH], owner[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    SetActiveWindow(partner);
+    HWND found = twGetModuleWindow(exe);
+    ASSERT_NE(found, nullptr);
+    GetModuleFileNameA(reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(found, GWLP_HINSTANCE)), owner, MAX_PATH);
+    EXPECT_STRCASEEQ(owner, exe);
+    EXPECT_EQ(twGetModuleWindow("C:\\nowhere\\nomatch.exe"), nullptr);
+}
+
+// The style dialogs' help looks in .\help, then for the bare name, and says so when neither is there.
+TEST_F(HelpTest, LibraryHelpFindsItsFileOrSaysItIsMissing) {
+    char previous[MAX_PATH], temp[MAX_PATH];
+    GetCurrentDirectoryA(MAX_PATH, previous);
+    GetTempPathA(MAX_PATH, temp);
+    const std::string dir = temp + ("fkhelp" + std::to_string(GetCurrentProcessId()));
+    CreateDirectoryA(dir.c_str(), nullptr);
+    ASSERT_TRUE(SetCurrentDirectoryA(dir.c_str()) && CreateDirectoryA("help", nullptr));
+    for (const char* file : {"help\\FLDKIT.HLP", "FLDKIT.HLP"}) {
+        CloseHandle(CreateFileA(file, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+        EXPECT_EQ(std::vector<int>({hooks.libraryHelp(partner, 6), hooks.libraryHelp(partner, 16)}),
+                  std::vector<int>({1, 0}));
+        DeleteFileA(file);
+    }
+    EXPECT_EQ(g_calls, (Strings{Help(".\\help\\FLDKIT.HLP", HELP_CONTEXT, "236"), Help("FLDKIT.HLP", HELP_CONTEXT, "236")}));
+    MessageBoxWatcher boxes;
+    EXPECT_EQ(hooks.libraryHelp(partner, 1), 0);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption,
+              "Unable to locate the help file: FLDKIT.HLP.  Please check your system to make sure this file exists "
+              "and is available to Quintaval./Quintaval");
+    EXPECT_EQ(g_calls.size(), 2u);
+    RemoveDirectoryA("help"), SetCurrentDirectoryA(previous), RemoveDirectoryA(dir.c_str());
+}
+
+}  // namespace
