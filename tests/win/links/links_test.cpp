@@ -30,7 +30,6 @@ protected:
     Links() { partner.clear(), partner.reply = nullptr; }
     RecordingParent& partner = Partner();
 };
-using Dde = Links;
 
 // A top-level string field: a DDE initiate reaches top-level windows only.
 UniqueWindow Field(const std::string& method, int y = 0) {
@@ -79,7 +78,7 @@ LPARAM Pack(UINT msg, HGLOBAL block, ATOM item) { return PackDDElParam(msg, rein
 
 // Six clients wait for a server, which answers them on its announcement; it pushes its value (trimmed) to five; a
 // client's end frees its slot.
-TEST_F(Dde, FieldsLinkBothWaysPushToFiveSlotsAndUnlink) {
+TEST_F(Links, FieldsLinkBothWaysPushToFiveSlotsAndUnlink) {
     UniqueWindow server;
     std::vector<UniqueWindow> clients;
     for (int i = 0; i < 6; ++i) {
@@ -101,7 +100,7 @@ TEST_F(Dde, FieldsLinkBothWaysPushToFiveSlotsAndUnlink) {
 // and an unadvise from the client's own server are acknowledged. The partner as client:
 // an initiate is answered with the names asked for, a request with at most 158 characters in a block the partner
 // releases; one the server cannot allocate an answer for is refused with 0xFFFF, not the usual negative ack.
-TEST_F(Dde, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
+TEST_F(Links, TextLosesItsLineEndAndBlocksAreFreedOrAcknowledged) {
     partner.reply = [&](UINT msg, WPARAM wp, LPARAM lp) -> std::optional<LRESULT> {
         if (msg != WM_DDE_INITIATE || LOWORD(lp) != GlobalFindAtomA("FkRaw")) return std::nullopt;
         SendMessageA(reinterpret_cast<HWND>(wp), WM_DDE_ACK, reinterpret_cast<WPARAM>(partner.hwnd()),

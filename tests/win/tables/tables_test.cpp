@@ -7,7 +7,6 @@
 #include "include/fldkit.h"
 #include "tests/support/files.h"
 #include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "tests/support/window.h"
 #include "tests/win/display/pixels.h"
 #include "tests/win/tables/popup_driver.h"
@@ -42,11 +41,8 @@ TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
     }
 }
 
-// The dialog hears its controls' picks, and hands a DDE initiate on to its controls (it reaches top-level
-// windows only).
-std::vector<Msg> g_heard;
-INT_PTR CALLBACK HeardDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_COMMAND && HIWORD(wp) == LBN_SELCHANGE) g_heard.push_back({msg, wp, lp});  // CBN_SELCHANGE alike
+// The dialog hands a DDE initiate on to its controls (it reaches top-level windows only).
+INT_PTR CALLBACK LinkingDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
     for (HWND c = GetWindow(dialog, GW_CHILD); msg == WM_DDE_INITIATE && c; c = GetWindow(c, GW_HWNDNEXT))
         SendMessageA(c, msg, wp, lp);
     return msg == WM_INITDIALOG;
@@ -54,7 +50,6 @@ INT_PTR CALLBACK HeardDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
 
 class Tables : public ::testing::Test {
 protected:
-    Tables() { g_heard.clear(); }
     ~Tables() override { twFreeTable(nullptr), DeleteFileA(cities.c_str()); }
     // The text a GXM_GETMETHOD or GXM_GETVALUE fills in.
     static std::string Ask(HWND h, UINT msg = GXM_GETVALUE) {
@@ -72,10 +67,9 @@ protected:
         }
         return lines;
     }
-    RecordingParent owner{500, 300};
-    UniqueWindow dialog{CreateDialogParamA(GetModuleHandleA(nullptr), "FKTABLES", owner, HeardDialog, 0)};
+    UniqueWindow dialog{CreateDialogParamA(GetModuleHandleA(nullptr), "FKTABLES", nullptr, LinkingDialog, 0)};
     HWND list = GetDlgItem(dialog, 100), combo = GetDlgItem(dialog, 101), field = GetDlgItem(dialog, 102);
-    std::string cities = WriteTable("fk_cities.tbl", "BER,Berlin\r\nbrn,Bern\r\nBRU,Brussels\r\nLIS,Lisbon\r\nROM,Rome\r\n");
+    std::string cities = WriteTable("fk_town.tbl", "BER,Berlin\r\nbrn,Bern\r\nBRU,Brussels\r\nLIS,Lisbon\r\nROM,Rome\r\n");
     std::string tbl = "@TBL(" + cities + ")";
 };
 
@@ -134,8 +128,9 @@ TEST_F(Tables, SurviveHostileTables) {
 // are keys, matched in case, also as window text. Typing in the list searches the first shown column without case
 // (one letter again goes on to the next line with it; a blank is searched for, a control character is not); a key
 // press starts afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the
-// method string and the list loads again. The list's type answers the key's size.
-TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionAndTableMessages) {
+// method string and the list loads again. A table list serving its key: a string field linked as client shows each
+// selection. The list's type answers the key's size.
+TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) {
     const std::string piped = "@TBL(" + WriteTable("fk_piped.tbl", "X1|one\r\nX2|two\r\n") + ")";
     COMBOBOXINFO info{sizeof info};
     ASSERT_TRUE(GetComboBoxInfo(combo, &info));
@@ -171,6 +166,12 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionAndTableMessages) {
          ")@DISPLAY(2)", kValue, ""},
         {list, WM_KEYDOWN, VK_HOME, "", kValue, "NDL"},
         {list, WM_CHAR, 0, std::string("new\x01 y"), kValue, "NYC"},
+        {list, GXM_SETMETHOD, 0, tbl + "@SERVER(FkTables,Cities,Key)", kValue, ""},
+        {field, GXM_SETMETHOD, 0, "@CLIENT(FkTables,Cities,Key)NOAUTOSTART", WM_GETTEXT, ""},
+        {list, GXM_SETVALUE, 0, "LIS", kValue, "LIS"},
+        {field, WM_NULL, 0, "", WM_GETTEXT, "LIS"},
+        {list, WM_KEYDOWN, VK_DOWN, "", kValue, "ROM"},
+        {field, WM_NULL, 0, "", WM_GETTEXT, "ROM"},
     };
     for (const auto& s : steps) {
         if (s.msg != WM_CHAR) SendMessageA(s.h, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text.c_str()));
@@ -178,6 +179,7 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionAndTableMessages) {
             if (s.h == list && c > ' ') SendMessageA(s.h, WM_KEYDOWN, LOBYTE(VkKeyScanA(c)), 0);
             SendMessageA(s.h, WM_CHAR, static_cast<unsigned char>(c), 0);
         }
+        PumpIdle();  // what a server posts its clients
         DWORD from = 0, to = 0;
         SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
         const std::string selection = WindowText(combo) + " " + std::to_string(from) + "-" + std::to_string(to);
@@ -187,22 +189,9 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionAndTableMessages) {
                   s.shown)
             << s.text;
     }
-    EXPECT_GE(g_heard.size(), 8u) << "the parent hears of each pick";
     LONG size = 0;
     EXPECT_EQ(SendMessageA(list, GXM_GETTYPE, GXT_TEXT, reinterpret_cast<LPARAM>(&size)), GXT_TABLE);
     EXPECT_EQ(size, 256);
-}
-
-// A table list serving its key: a string field linked as client shows each selection.
-TEST_F(Tables, TheKeyReachesALinkedField) {
-    SendMessageA(list, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>((tbl + "@SERVER(FkTables,Cities,Key)").c_str()));
-    // The field's initiate reaches the list through the dialog.
-    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@CLIENT(FkTables,Cities,Key)NOAUTOSTART"));
-    ASSERT_NE(GetPropA(field, "CLIENT"), nullptr);
-    SendMessageA(list, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("LIS"));
-    EXPECT_TRUE(PumpUntil([&] { return WindowText(field) == "LIS"; })) << WindowText(field);
-    SendMessageA(list, WM_KEYDOWN, VK_DOWN, 0);  // the user moves on
-    EXPECT_TRUE(PumpUntil([&] { return WindowText(field) == "ROM"; })) << WindowText(field);
 }
 
 }  // namespace
