@@ -1,7 +1,7 @@
 // A 32-bit and a 64-bit application linked over DDE, both ways: the test process (one bitness) is server of the
 // partner's "@CLIENT" field and client of the partner's "@SERVER" field, the partner being this program built with
-// the other bitness (FK_PEER_EXE), which hands each value it is pushed back through its server. Each is also refused
-// the other's DLL. Exit code 77: no partner to run.
+// the other bitness (FK_PEER_EXE), which hands each value it is pushed back through its server, and is refused the
+// test's DLL. Exit code 77: no partner to run.
 #include <windows.h>
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ int Partner(const char* testDll) {
     }
 }
 
-TEST(CrossBitness, FieldsLinkBothWaysAndEachBitnessIsRefusedTheOthersDll) {
+TEST(CrossBitness, FieldsLinkBothWaysAndThePartnerIsRefusedOurDll) {
     const std::string peer = std::getenv("FK_PEER_EXE");
     char own[MAX_PATH] = "";
     GetModuleFileNameA(GetModuleHandleA(FK_DLL_NAME), own, MAX_PATH);

@@ -1,6 +1,6 @@
 // DDE links of string fields with each other and with a partner that speaks the protocol as another application
-// would; drag and drop between edits, lists and fields; what the library hands to the help viewer, the sound player
-// and the program starter, seen through its hooks.
+// would; drag and drop between edits, lists and fields; what the library hands to the help viewer and the program
+// starter, seen through its hooks.
 #include <windows.h>
 #include <gtest/gtest.h>
 
@@ -195,8 +195,8 @@ protected:
     }
 };
 
-// Numeric fields take the text up to the first blank; letters are
-// dropped but leave their place empty. Channels must match in case; a move empties the source; Escape drops nothing.
+// Numeric fields take the text up to the first blank; letters are dropped but leave their place empty. Channels must
+// match in case; a move empties the source; Escape drops nothing.
 TEST_F(Drag, DropsFromAnEdit) {
     const struct { const char *from, *cls, *to, *dropped, *shown, *left; bool escape = false; LRESULT started = 1; }
         cases[] = {
@@ -252,10 +252,9 @@ HINSTANCE WINAPI FakeFind(LPCSTR file, LPCSTR, LPSTR result) {  // a file named 
 
 class HelpTest : public Links {
 protected:
-    HelpTest() : hooks(*fkSetLinkHooks(&kFakes)) { g_calls.clear(); }
+    HelpTest() { fkSetLinkHooks(&kFakes), g_calls.clear(); }
     ~HelpTest() override { fkSetLinkHooks(nullptr); }
     static constexpr FkLinkHooks kFakes{FakeHelp, FakeExec, nullptr, FakeFind, nullptr, nullptr};
-    const FkLinkHooks& hooks;
     UniqueWindow control = MakeChild(partner, "edit");
 };
 

@@ -19,8 +19,8 @@ std::string Find(const std::string& name, int column, const char* key, char deli
     return TakeLine(twSearchTable(name.c_str(), column, key, delimiter, nullptr, 0));
 }
 
-// Lines found by key column (clipped, in case); a table is read once and kept by name until freed; a
-// file of 4 MiB is read, one byte more is not. (The popup's picks are the validation tests'.)
+// Lines found by key column (clipped, in case); a table is read once and kept by name until freed; a file of 4 MiB
+// is read, one byte more is not. (The popup's picks are the validation tests'.)
 TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
     const std::string odd = WriteTable("fk_odd.tbl", " PAR , Paris ,FR\r\nrom,lower,xx\r\nROM,Rome,IT\r\nB|Berlin\r\n");
     const struct { int column; const char* key; char delimiter; const char* line; } cases[] = {
@@ -122,14 +122,14 @@ TEST_F(Tables, SurviveHostileTables) {
     }
 }
 
-// One scripted run: each step sends a message (a WM_CHAR step types its text, the key going down first) to the list,
-// the combo or the combo's edit part, then compares what it shows: its key, method string or lines, or its text and
-// selection. Lines come from files or resources (a separate "@RES" too), within a range, by another key column. Values
-// are keys, matched in case, also as window text. Typing in the list searches the first shown column without case
-// (one letter again goes on to the next line with it; a blank is searched for, a control character is not); a key
-// press starts afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the
-// method string and the list loads again. A table list serving its key: a string field linked as client shows each
-// selection. The list's type answers the key's size.
+// One scripted run: each step sends a message (a WM_CHAR step types its text, in the list the key going down first),
+// then compares what the control shows: its key, method string, lines or text, or the combo's text and selection.
+// Lines come from files or resources (a separate "@RES" too), within a range, by another key column. Values are keys,
+// matched in case, also as window text. Typing in the list searches the first shown column without case (one letter
+// again goes on to the next line with it; a blank is searched for, a control character is not); a key press starts
+// afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the method string and
+// the list loads again. A table list serving its key: a string field linked as client shows each selection. The
+// list's type answers the key's size.
 TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) {
     const std::string piped = "@TBL(" + WriteTable("fk_piped.tbl", "X1|one\r\nX2|two\r\n") + ")";
     COMBOBOXINFO info{sizeof info};
