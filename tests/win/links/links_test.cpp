@@ -195,16 +195,18 @@ protected:
     }
 };
 
-// Numeric fields take the text up to the first blank; letters are dropped but leave their place empty. Channels must
-// match in case; a move empties the source; Escape drops nothing.
+// Numeric fields take the text up to the first blank (a real field up to other punctuation than "."); letters are
+// dropped but leave their place empty. Channels must match in case; a move empties the source; Escape drops nothing.
 TEST_F(Drag, DropsFromAnEdit) {
     const struct { const char *from, *cls, *to, *dropped, *shown, *left; bool escape = false; LRESULT started = 1; }
         cases[] = {
         {"@DRAGSRC", "gxNumeric32", "@DROPTARG", "1 000", "1", "1 000"},
+        {"@DRAGSRC", "gxReal32", "@DROPTARG", "3,5", "3", "3,5"},
         {"@DRAGSRC", "gxCurrency32", "@DROPTARG", "a1b2", "", "a1b2"},
         {"@DRAGSRC(1)", "edit", "@DROPTARG(4)", "moved", "moved", ""},  // no selection: the whole text
         {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(x)", "text", "kept", "text"},
         {"@DRAGSRC(1)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text"},
+        {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG", "text", "kept", "text"},
         {"@DRAGSRC@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "text", "text"},
         {"@DRAGSRC(1)", "edit", "@DROPTARG", "text", "kept", "text", true},
         {"@DRAGSRC(1)", "edit", "@DROPTARG", "", "kept", "", false, 0},  // an empty source starts no drag
