@@ -43,7 +43,7 @@ TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
 
 // The dialog hands a DDE initiate on to its controls (it reaches top-level windows only).
 INT_PTR CALLBACK LinkingDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
-    for (HWND c = GetWindow(dialog, GW_CHILD); msg == WM_DDE_INITIATE && c; c = GetWindow(c, GW_HWNDNEXT))
+    for (HWND c = msg == WM_DDE_INITIATE ? GetWindow(dialog, GW_CHILD) : nullptr; c; c = GetWindow(c, GW_HWNDNEXT))
         SendMessageA(c, msg, wp, lp);
     return msg == WM_INITDIALOG;
 }
