@@ -56,8 +56,7 @@ struct PopupDriver {
 inline std::string TakeLine(HGLOBAL g) {
     if (g == nullptr) return "<none>";
     std::string s = static_cast<const char*>(GlobalLock(g));
-    GlobalUnlock(g);
-    GlobalFree(g);
+    GlobalUnlock(g), GlobalFree(g);
     return s;
 }
 
