@@ -58,17 +58,6 @@ Entries EntriesOf(int i) {
     return e;
 }
 
-// All of the text or none of it (one byte too short); no buffer, no text.
-TEST(Design, FlagsFitTheBufferOrGiveNothing) {
-    char out[64];
-    for (UINT size : {27u, 26u}) {
-        std::memset(out, '#', sizeof out);
-        EXPECT_EQ(EntriesOf(kString).flags(STR_UPPER | STR_NUMERIC, out, size), 0u);
-        EXPECT_EQ(std::string(out, strnlen(out, size)), size == 27 ? " | STR_NUMERIC | STR_UPPER" : "") << size;
-    }
-    EXPECT_EQ(EntriesOf(kString).flags(STR_UPPER, nullptr, 100), 0u);
-}
-
 // ---- Style dialogs -------------------------------------------------------
 
 // Runs the script on each style dialog as it opens, then posts Cancel, so
@@ -151,14 +140,16 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
     const DWORD field = 0x10810000, integer = field | NUM_INTEGER, full = sizeof(CTLSTYLE);
     const struct { const char* what; int cls; DWORD style; SIZE_T size; LPFNSTRTOID strToId; LPFNIDTOSTR idToStr;
                    void (*script)(HWND); const char* outcome; } cases[] = {
-        {"box, name, text", kString, field, full, AcceptName, NameOf, [](HWND d) { BoxAndText(d), Ident(d, "IDC_NAME"); },
+        {"box, name, text", kString, field, full, AcceptName, NameOf,
+         [](HWND d) { BoxAndText(d), Ident(d, "IDC_NAME"); },
          "1 10810008 777 New [IDC_100] 0 1"},
         {"name refused", kString, field, full, RefuseName, NameOf, [](HWND d) { Ident(d, "IDC_NAME"); },
          "0 10810000 100 Old [IDC_100] 1 1"},
         {"number without callbacks", kString, field, full, nullptr, nullptr, [](HWND d) { Ident(d, "0x20"); },
          "1 10810000 32 Old [100] 0 1"},
         {"cancel", kString, field, full, nullptr, nullptr, [](HWND d) { Check(d, 0); }, "0 10810000 100 Old [] 0 1"},
-        {"radio", kNumeric, integer, full, nullptr, nullptr, [](HWND d) { Check(d, 2), Ok(d); }, "1 10810004 100 Old [] 0 1"},
+        {"radio", kNumeric, integer, full, nullptr, nullptr, [](HWND d) { Check(d, 2), Ok(d); },
+         "1 10810004 100 Old [] 0 1"},
         {"border list, last", kNumeric, integer | NUM_3D1, full, nullptr, nullptr, [](HWND d) { Border(d, 5); },
          "1 10814002 100 Old [] 0 1"},
         {"border list, none", kNumeric, integer | NUM_3D1, full, nullptr, nullptr, [](HWND d) { Border(d, 0); },
@@ -168,7 +159,8 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         {"a name with another's as its start", kCurrency, field | CURR_DOUBLE, full, nullptr, nullptr,
          [](HWND d) { Typed(d, "CURR_LONGDOUBLE"); }, "1 10810008 100 Old [] 0 1"},
         {"garbage callbacks, 1000 characters", kString, field, full, GarbageId, GarbageName,
-         [](HWND d) { SetDlgItemTextA(d, IDC_FK_IDENT, std::string(1000, 'N').c_str()), Ok(d); }, "1 10810000 65535 Old [] 0 1"},
+         [](HWND d) { SetDlgItemTextA(d, IDC_FK_IDENT, std::string(1000, 'N').c_str()), Ok(d); },
+         "1 10810000 65535 Old [] 0 1"},
         {"the common part alone", kString, 0, FK_CTLSTYLE_BASE, nullptr, nullptr, [](HWND d) { BoxAndText(d), Ok(d); },
          "1 8 100 New [] 0 1"},
         {"one byte short", kString, 0, FK_CTLSTYLE_BASE - 1, nullptr, nullptr, Ok, "0 0 100 Old [] 0 0"},
@@ -184,7 +176,8 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         std::snprintf(outcome, sizeof outcome, "%d %lx %u %s [%s] %u %d", result, static_cast<unsigned long>(r.dwStyle),
                       r.wId, r.szTitle, g_identShown.c_str(), static_cast<unsigned>(boxes_.boxes().size()), g_dialogs);
         EXPECT_EQ(std::string(outcome), c.outcome) << c.what;
-        EXPECT_TRUE(GlobalSize(block) == c.size && (c.size < full || (r.CtlDataSize == 0x5A && r.CtlData[254] == 0x5A)));
+        const bool dataKept = c.size < full || (r.CtlDataSize == 0x5A && r.CtlData[254] == 0x5A);
+        EXPECT_TRUE(GlobalSize(block) == c.size && dataKept) << c.what;
         EXPECT_TRUE(g_dialogs == 0 || (r.wX == 10 && r.wCy == 12 && g_textSeen.size() < 256)) << c.what;
         GlobalUnlock(block), GlobalFree(block);
     }
@@ -194,7 +187,9 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
 // A Win32 record through its own entry: the style and text, with no identifier to edit.
 TEST_F(StyleDialogs, Win32RecordsKeepNoIdentifier) {
     bool identEnabled = true;
-    g_script = [&](HWND dlg) { identEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_FK_IDENT)), BoxAndText(dlg), Ok(dlg); };
+    g_script = [&](HWND dlg) {
+        identEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_FK_IDENT)), BoxAndText(dlg), Ok(dlg);
+    };
     CCINFOA records[15];
     ASSERT_EQ(CustomControlInfoA(records), 15u);
     CCSTYLEA style{};
@@ -221,7 +216,9 @@ TEST_F(StyleDialogs, EveryClassesInfoRecordAndHelp) {
     fkSetLinkHooks(&fakes);
     std::fclose(std::fopen("FLDKIT.HLP", "wb"));
     static std::string names;
-    g_script = [](HWND dlg) { names = fktest::WindowText(GetDlgItem(dlg, IDC_FK_FLAGS)), PostMessageA(dlg, WM_COMMAND, IDHELP, 0); };
+    g_script = [](HWND dlg) {
+        names = fktest::WindowText(GetDlgItem(dlg, IDC_FK_FLAGS)), PostMessageA(dlg, WM_COMMAND, IDHELP, 0);
+    };
     for (int i = 0; i < 15; ++i) {
         HGLOBAL block = EntriesOf(i).info();
         ASSERT_EQ(GlobalSize(block), sizeof(CTLINFO));  // 708 bytes from FLDKIT32.dll, 808 from FLDKIT64.dll
@@ -245,6 +242,9 @@ TEST_F(StyleDialogs, EveryClassesInfoRecordAndHelp) {
                       info.wVersion * 100 + info.wCtlTypes, static_cast<unsigned long>(info.Type[0].dwStyle),
                       info.Type[0].wWidth, info.Type[0].wHeight, info.Type[0].szDescr, r.cStyleFlags);
         for (const std::string& help : g_help) std::strcat(record, (names + "|" + help).c_str());
+        char flags[400] = "";  // Flags names what the names line shows
+        const UINT given = EntriesOf(i).flags(0, flags, sizeof flags);
+        EXPECT_EQ(std::to_string(given) + flags, names.empty() ? "0" : "0 | " + names);
         EXPECT_EQ(std::string(record), kClasses[i].record);
     }
     DeleteFileA("FLDKIT.HLP");

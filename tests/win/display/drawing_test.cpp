@@ -1,6 +1,5 @@
 // What the drawn controls put on the screen, compared by sampled pixels: the five border levels (display/bevel.cpp
-// built in and drawn on a DIB section in colour and black, twDraw3D on a real true-colour parent), frames, 3D text
-// and lines.
+// built in and drawn on a DIB section in colour and black), frames, 3D text and lines.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -80,26 +79,6 @@ TEST(Bevel, EveryLevelInColourAndInBlack) {
     EXPECT_EQ(Sample(blank, kBevelPoints), Black(0));
 }
 
-// twDraw3D on a parent whose true-colour screen reports -1 colours draws in black, the light indent as the
-// system's sunken edge; a hidden control draws nothing; a top-level window gives 1.
-TEST(Draw3D, TrueColourScreenDrawsInBlack) {
-    auto parent = fktest::MakeParent(nullptr, 200, 160);
-    HDC dc = GetDC(parent);
-    const short colours = static_cast<short>(GetDeviceCaps(dc, NUMCOLORS));
-    if (ReleaseDC(parent, dc), colours > 2) GTEST_SKIP() << "the black strokes need a screen reporting -1 colours";
-    auto control = fktest::MakeChild(parent, "static", 0, 100, 60, 30);
-    fktest::PaintNow(parent);
-    for (const auto& c : kLevels) {
-        fktest::FillClient(parent, kBackground);
-        EXPECT_EQ(twDraw3D(control, c.level), 0);
-        EXPECT_EQ(Sample(fktest::Capture(parent), kBevelPoints), Black(c.level)) << c.level;
-    }
-    ShowWindow(control, SW_HIDE);
-    fktest::FillClient(parent, kBackground);
-    EXPECT_EQ(twDraw3D(control, 1) * 100 + twDraw3D(parent, 1) * 10 + twDraw3D(nullptr, 1), 10);
-    EXPECT_EQ(Sample(fktest::Capture(parent), kBevelPoints), Black(0));
-}
-
 // The bounds of one colour's pixels in a capture, above row `height` ({1000, 1000, -1, -1} when none).
 RECT Edges(const fktest::Canvas& pixels, COLORREF colour, int height = 1000) {
     RECT r{1000, 1000, -1, -1};
@@ -119,7 +98,8 @@ TEST(Frame3D, EtchedLinesEndAndCaptionsSitWhereTheyShould) {
         {0, 4},  {58, 4},  {58, 38}, {0, 38},  {0, 3},   {2, 36},  {0, 5},  {59, 5}, {1, 39}, {2, 38},  {57, 38},
         {58, 6}, {1, 4},   {3, 37}};
     auto parent = fktest::MakeParent(nullptr, 300, 200);
-    for (auto [style, want] : {std::pair{DWORD(0), "gggg.gHgggHHHHH..HggHHHH."}, {FRAME3D_INSET, "gHHg.HHHHHHgggg..gHHgggg."}}) {
+    for (auto [style, want] :
+         {std::pair{DWORD(0), "gggg.gHgggHHHHH..HggHHHH."}, {FRAME3D_INSET, "gHHg.HHHHHHgggg..gHHgggg."}}) {
         auto frame = fktest::MakeChild(parent, "gxFrame3D32", style, 7, 60, 40);
         fktest::PaintNow(parent);
         EXPECT_EQ(Sample(fktest::Capture(frame), points), want) << style;
