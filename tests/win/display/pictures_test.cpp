@@ -65,17 +65,15 @@ protected:
 // given style draws of it (the quadrants at the given scale and place; nothing and no name when refused). An icon
 // control draws the image that fits its side best, up to its last pixel.
 TEST_F(Pictures, FilesAreReadAndDrawnOrRefused) {
-    Bytes good = Bmp(kQuadW, kQuadH, 4, 0, kQuadColours, Rows(kQuadW, kQuadH, 4, false, Quadrant)), huge = good;
-    huge[18] = huge[22] = 0xA0, huge[19] = huge[23] = 0x86, huge[20] = huge[24] = 1;  // 100,000 pixels a side
-    TempFile cut("cut.bmp", Bytes(good.begin(), good.end() - 3)), text("text.bmp", std::string("not a picture\n"));
-    TempFile big("huge.bmp", huge), ico("three.ico", Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}}));
+    const Bytes good = Bmp(kQuadW, kQuadH, 4, 0, kQuadColours, Rows(kQuadW, kQuadH, 4, false, Quadrant));
+    TempFile cut("cut.bmp", Bytes(good.begin(), good.end() - 3));
+    TempFile ico("three.ico", Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}}));
     const struct { const char* path; DWORD style; int w, h, scale, x0, y0; const char* dib; } cases[] = {
         {files_.four.path(), 0, 30, 20, 1, 0, 0, "8x6 8x6 "},
         {files_.rle.path(), BMP_STRETCH, 16, 12, 2, 0, 0, "8x6 8x6 "},
         {files_.top.path(), BMP_CENTER, 20, 10, 1, 6, 2, "8x6 8x6 "},
         {files_.four.path(), BMP_SIZETOFIT, 50, 50, 1, 0, 0, ""},
-        {cut.path(), 0, 30, 20, 0, 0, 0, "- - "},  {text.path(), 0, 30, 20, 0, 0, 0, "- - "},
-        {big.path(), 0, 30, 20, 0, 0, 0, "- - "},  {"Z:\\no\\such\\file.bmp", 0, 30, 20, 0, 0, 0, "- - "},
+        {cut.path(), 0, 30, 20, 0, 0, 0, "- - "},  {"Z:\\no\\such\\file.bmp", 0, 30, 20, 0, 0, 0, "- - "},
     };
     for (const auto& c : cases) {
         if (*c.dib) EXPECT_EQ(DibSizes(c.path), c.dib) << c.path;
