@@ -60,8 +60,8 @@ TEST_F(Color, ScrollArithmetic) {
 }
 
 // The value (the high byte is not a component), its labels, bars and swatch; each bar is painted with a brush of
-// its own channel, a stranger's scroll bar with the default one. Left/right move between bars (wrapping); "@PRT"
-// disables.
+// its own channel, a stranger's scroll bar with the default one. Left/right move between bars (wrapping); focus
+// returns to the bar that had it last; "@PRT" disables.
 TEST_F(Color, ValueSwatchKeysFocusAndPrt) {
     SetColour(0xABFF8001);
     EXPECT_EQ(Shown(), std::to_string(0x00FF8001u) + " 1 128 255");
@@ -82,6 +82,10 @@ TEST_F(Color, ValueSwatchKeysFocusAndPrt) {
         SendMessageA(Bar(from), WM_KEYDOWN, key, 0);
         EXPECT_EQ(GetFocus(), Bar(to)) << from << " " << key;
     }
+    SetFocus(parent_);
+    parent_.clear();
+    SetFocus(color_);
+    EXPECT_TRUE(GetFocus() == Bar(1) && parent_.CommandCodes() == std::vector<WORD>{GXN_SETFOCUS});
     for (auto [method, enabled] : {std::pair{"@LIMIT(3)@prt", true}, {"@LIMIT(3)@PRT", false}}) {  // case-sensitive
         SendMessageA(color_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
         EXPECT_EQ(IsWindowEnabled(color_) != FALSE, enabled) << method;
