@@ -98,18 +98,27 @@ TEST_F(Pictures, FilesAreReadAndDrawnOrRefused) {
     }
 }
 
-// "@INVERT" inverts the picture while the button is down over it, and only then.
-TEST_F(Pictures, BitmapsInvertWhilePressed) {
-    auto bitmap = Make("gxBitmap32", 0, 20, 20, std::string("@INVERT@BITMAP(") + files_.four.path() + ")");
+// "@INVERT" inverts the picture while the button is down over it, and only then. Every bitmap, device context and
+// block a picture makes goes with it: replaced, pressed, painted, destroyed.
+TEST_F(Pictures, BitmapsInvertWhilePressedAndLeaveNothingBehind) {
     const struct { UINT msg; LPARAM at; COLORREF want; } steps[] = {
         {WM_LBUTTONDOWN, MAKELPARAM(1, 1), RGB(0, 255, 255)}, {WM_MOUSEMOVE, MAKELPARAM(90, 90), RGB(255, 0, 0)},
         {WM_MOUSEMOVE, MAKELPARAM(2, 2), RGB(0, 255, 255)},   {WM_LBUTTONUP, MAKELPARAM(2, 2), RGB(255, 0, 0)},
     };
-    for (const auto& s : steps) {
-        SendMessageA(bitmap, s.msg, MK_LBUTTON, s.at);
-        PaintNow(parent_);
-        EXPECT_EQ(Capture(bitmap).at(0, 0), s.want) << std::hex << s.msg;
-    }
+    auto round = [&] {
+        auto bitmap = Make("gxBitmap32", 0, 20, 20, std::string("@INVERT@BITMAP(") + files_.rle.path() + ")");
+        const std::string method = std::string("@INVERT@BITMAP(") + files_.four.path() + ")";
+        SendMessageA(bitmap, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
+        for (const auto& s : steps) {
+            SendMessageA(bitmap, s.msg, MK_LBUTTON, s.at);
+            PaintNow(parent_);
+            EXPECT_EQ(Capture(bitmap).at(0, 0), s.want) << std::hex << s.msg;
+        }
+    };
+    round();
+    const ResourceFigures before = TakeResourceFigures();
+    for (int i = 0; i < 3; ++i) round();
+    EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), true), "");
 }
 
 std::vector<std::string> g_started;
@@ -146,38 +155,7 @@ TEST_F(Pictures, DragTheirNameToAnotherPicture) {
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-// Every bitmap, device context and block a picture makes goes with it: replaced, pressed, painted, destroyed.
-TEST_F(Pictures, LeaveNothingBehind) {
-    auto round = [&] {
-        auto bitmap = Make("gxBitmap32", 0, 20, 20, std::string("@INVERT@BITMAP(") + files_.four.path() + ")");
-        const std::string method = std::string("@INVERT@BITMAP(") + files_.rle.path() + ")";
-        SendMessageA(bitmap, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method.c_str()));
-        SendMessageA(bitmap, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
-        PaintNow(parent_);
-        SendMessageA(bitmap, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
-    };
-    round();
-    const ResourceFigures before = TakeResourceFigures();
-    for (int i = 0; i < 3; ++i) round();
-    EXPECT_EQ(DescribeGrowth(before, TakeResourceFigures(), true), "");
-}
-
 // ---- buttons ----
-
-// Enter presses a default button outside a dialog (a dialog presses its default itself), and only a default one;
-// a press released outside the button does not click.
-TEST(Button, EnterPressesTheDefaultButtonAndAPressReleasedOutsideNone) {
-    for (DWORD style : {BTN_DEFPUSH, BTN_PUSH}) {
-        RecordingParent parent(300, 200);
-        auto button = MakeChild(parent, "gxButton32", style, 42, 60, 24, "Go");
-        for (auto [msg, at] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 5}, {WM_MOUSEMOVE, 300}, {WM_LBUTTONUP, 300}})
-            SendMessageA(button, msg, msg == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(at, at));
-        SendMessageA(button, WM_KEYDOWN, VK_RETURN, 0);
-        const auto sent = parent.Of(WM_COMMAND);
-        EXPECT_EQ(sent.size(), style == BTN_DEFPUSH ? 1u : 0u) << style;
-        for (const Msg& m : sent) EXPECT_TRUE(m.wp == MAKEWPARAM(42, BN_CLICKED) && HWND(m.lp) == button.get());
-    }
-}
 
 // A dialog moves the default between push buttons as between the system's (BM_SETSTYLE, WM_GETDLGCODE); toggles
 // and toolbar buttons never become the default.
@@ -195,7 +173,9 @@ TEST(Button, TakesAndGivesUpTheDefaultAsTheSystemsDo) {
     EXPECT_EQ(answers("gxButton32", BTN_TOGGLE, BS_PUSHBUTTON).first, DLGC_BUTTON);
 }
 
-// F1 shows the button's help.
+// Toggles keep their check; a push button that loses the mouse is released without a click. Enter presses a
+// default button outside a dialog (a dialog presses its default itself), and only a default one. F1 shows the
+// button's help.
 TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
     RecordingParent parent(300, 200);
     auto toggle = MakeChild(parent, "gxButton32", BTN_TOOLBAR | BTN_TOGGLE, 7, 40, 24);
@@ -213,6 +193,15 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
         EXPECT_EQ(check * 100 + SendMessageA(s.h, BM_GETSTATE, 0, 0), s.check * 100 + s.state) << std::hex << s.msg;
     }
     EXPECT_NE(GetFocus(), toggle.get()) << "a toolbar button takes no focus";
+    auto def = MakeChild(parent, "gxButton32", BTN_DEFPUSH, 9, 40, 24);
+    parent.clear();
+    for (HWND h : {push.get(), def.get()}) {  // a press released outside clicks nothing; Enter presses the default
+        for (auto [msg, at] : {std::pair<UINT, int>{WM_LBUTTONDOWN, 5}, {WM_MOUSEMOVE, 300}, {WM_LBUTTONUP, 300}})
+            SendMessageA(h, msg, msg == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(at, at));
+        SendMessageA(h, WM_KEYDOWN, VK_RETURN, 0);
+    }
+    const auto sent = parent.Of(WM_COMMAND);
+    EXPECT_TRUE(sent.size() == 1 && sent[0].wp == MAKEWPARAM(9, BN_CLICKED) && HWND(sent[0].lp) == def.get());
     MessageBoxWatcher boxes;
     SendMessageA(push, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@HELPMSG1(Starts the run)"));
     SendMessageA(push, WM_KEYDOWN, VK_F1, 0);
