@@ -1,5 +1,4 @@
-// Helpers shared by the fuzz targets: reading an input, exactly-sized texts,
-// the plain models several targets compare with.
+// Helpers shared by the fuzz targets: reading an input and exactly-sized texts.
 //
 // An input is read from the front: single bytes pick routines and characters,
 // numbers come as one byte (0-253), or 0xFE and two bytes (0-65535), or 0xFF
@@ -7,7 +6,6 @@
 // byte or to the end. Seed files stay readable that way.
 #pragma once
 
-#include <ctype.h>
 #include <stddef.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -15,9 +13,10 @@
 #include <string.h>
 #include <time.h>
 
-#include <iterator>
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace fuzz {
 
@@ -110,37 +109,8 @@ private:
 // Reports a broken property and stops the run (libFuzzer keeps the input).
 inline void check(bool ok, const char* what, const std::string& detail = std::string()) {
     if (ok) return;
-    fprintf(stderr, "property broken: %s\n  text: \"", what);
-    for (unsigned char c : detail)
-        if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\')
-            fputc(c, stderr);
-        else
-            fprintf(stderr, "\\x%02x", c);
-    fprintf(stderr, "\"\n");
+    fprintf(stderr, "property broken: %s\n  text: \"%s\"\n", what, detail.c_str());
     abort();
-}
-
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-// The text folded the way the routines fold it: C-locale toupper per byte.
-inline std::string upper(std::string s) {
-    for (char& c : s) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
-    return s;
-}
-
-// Without trailing blanks, without leading blanks, without any c.
-inline std::string clip(const std::string& s) { return s.substr(0, s.find_last_not_of(' ') + 1); }
-
-inline std::string preclip(const std::string& s) {
-    const size_t first = s.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : s.substr(first);
-}
-
-inline std::string without(const std::string& s, char c) {
-    std::string out;
-    for (char x : s)
-        if (x != c) out.push_back(x);
-    return out;
 }
 
 // Runs one of the routines: the next byte picks it (modulo their count), and

@@ -1,5 +1,4 @@
-// Lookup-table columns: display and width lists, and their layout (the fuzz target models the splitting of
-// text into lines and lines into fields).
+// Lookup-table text: lines and fields of a table file, display and width lists, and the columns' layout.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,6 +7,29 @@
 #include "tables/table_text.h"
 
 namespace {
+
+// Lines end at CR or LF, the text at NUL or ^Z; blank lines go, judged before the cut at 255 characters.
+TEST(TableText, LinesAndFields) {
+    const std::string longBlank = std::string(300, ' ') + "x", text = "a,b\r\n \t\n" + longBlank + "\nc\x1A" "d";
+    EXPECT_EQ(fk::SplitTableText(text.c_str(), text.size()), (std::vector<std::string>{"a,b", std::string(255, ' '), "c"}));
+    const std::string nul("e\0f", 3);
+    EXPECT_EQ(fk::SplitTableText(nul.c_str(), nul.size()), std::vector<std::string>{"e"});
+    // A field is cut to the buffer; the shown columns are joined by tabs, the first empty one too.
+    const struct { const char* line; int32_t column, outSize; bool found; const char* field; } fields[] = {
+        {"ab,cd", 2, 3, true, "cd"}, {"ab,cd", 2, 2, true, "c"}, {"ab,cd", 3, 8, false, ""}, {"ab,cd", 0, 8, true, "ab"},
+    };
+    for (const auto& f : fields) {
+        char out[8] = "zz";
+        EXPECT_EQ(fk::LineField(f.line, ',', f.column, out, f.outSize), f.found) << f.column;
+        EXPECT_STREQ(out, f.field) << f.column << " " << f.outSize;
+    }
+    std::string wide;
+    for (int i = 1; i <= 32; ++i) wide += std::to_string(i) + ",";
+    EXPECT_EQ(fk::DisplayColumns(",b,c", ',', 0x7), "\tb\tc");
+    EXPECT_EQ(fk::DisplayColumns(wide.c_str(), ',', 0x80000001), "1\t32");
+    EXPECT_EQ(fk::DisplayColumns("a,b", 0, 0), "a,b");
+    EXPECT_EQ(fk::ColumnMask(" 1,32,33,0,x,02"), 0x80000003u);
+}
 
 // Display lists keep their order and drop what is not a column 1-32; width lists keep their places.
 TEST(TableText, ColumnAndWidthLists) {
