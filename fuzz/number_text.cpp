@@ -24,31 +24,29 @@ void text(Input& in) {
     const char* end = nullptr;
     char* libEnd = nullptr;
     const double got = fk::NumberTextToDouble(t.get(), &end), lib = strtod(text.c_str(), &libEnd);
-    check(end >= t.get() && end - t.get() <= libEnd - text.c_str(), "strtod reads at least as far", text);
-    check(end - t.get() != libEnd - text.c_str() || memcmp(&got, &lib, sizeof got) == 0, "agrees with strtod", text);
+    check(end >= t.get() && end - t.get() <= libEnd - text.c_str() &&
+              (end - t.get() != libEnd - text.c_str() || memcmp(&got, &lib, sizeof got) == 0),
+          "NumberTextToDouble agrees with strtod", text);
 }
 
-void writeInt(Input& in) {
-    const int32_t value = in.signedNumber();
-    const size_t size = 1 + in.byte() % 16;
-    Heap out(std::string(), size, 'W');
-    const size_t n = fk::WriteInt32(out.get(), size, value);
-    check(out.terminated() && out.str() == std::to_string(value).substr(0, size - 1) && n == out.str().size(),
-          "WriteInt32 writes what printf does", std::to_string(value));
-}
-
-// The set-value text is printf's fixed notation, zero and infinities aside.
-void valueText(Input& in) {
+// WriteInt32 writes what printf does, RealValueText printf's fixed notation (zero and infinities aside).
+void values(Input& in) {
     const double value = in.real();
-    const int32_t places = std::max(in.signedNumber() % 1200, 0);
-    const bool blank = (in.byte() & 1) != 0;
+    const int32_t number = in.signedNumber(), places = std::max(number % 1200, 0);
     const size_t size = 1 + static_cast<uint32_t>(in.number()) % 1400;
-    Heap out(std::string(), size, 'V');
-    fk::RealValueText(value, places, blank, out.get(), size);
+    Heap out(std::string(), size, 'V'), whole(std::string(), 1 + size % 16, 'W');
+    fk::RealValueText(value, places, (size & 1) != 0, out.get(), size);
+    const size_t n = fk::WriteInt32(whole.get(), 1 + size % 16, number);
     static char fixed[4096];
     snprintf(fixed, sizeof fixed, "%.*f", static_cast<int>(std::min(places, fk::kMaxPlaces)), value);
     check(out.terminated() && (value == 0 || !isfinite(value) || out.str() == std::string(fixed).substr(0, size - 1)),
           "RealValueText is the fixed notation", fixed);
+    check(whole.str() == std::to_string(number).substr(0, size % 16) && n == whole.str().size(), "WriteInt32");
+    const float narrowed = fk::NarrowToFloat(value);
+    check(isnan(value) ? isnan(narrowed)
+          : fabs(value) <= FLT_MAX ? narrowed == static_cast<float>(value)
+                                   : (isinf(narrowed) || fabs(narrowed) == FLT_MAX) && signbit(narrowed) == signbit(value),
+          "NarrowToFloat: the plain conversion, beyond it the largest float or infinity");
 }
 
 void leavingText(Input& in) {
@@ -60,13 +58,4 @@ void leavingText(Input& in) {
     check(t.terminated(), "RealLeavingText stays inside its buffer", text);
 }
 
-void narrow(Input& in) {
-    const double value = in.real();
-    const float got = fk::NarrowToFloat(value);
-    check(isnan(value)             ? isnan(got)
-          : fabs(value) <= FLT_MAX ? got == static_cast<float>(value)
-                                   : (isinf(got) || fabs(got) == FLT_MAX) && signbit(got) == signbit(value),
-          "NarrowToFloat: the plain conversion, beyond it the largest float or infinity");
-}
-
-FK_FUZZ_ROUTINES(text, writeInt, valueText, leavingText, text, narrow)
+FK_FUZZ_ROUTINES(text, values, values, leavingText, text, values)

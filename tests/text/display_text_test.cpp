@@ -107,20 +107,13 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
     auto rle = [](const Bytes& stream) { return fktest::Bmp(4, 2, 8, kRle8, {0, 0xFFFFFF}, stream); };
     const struct { const char* name; Bytes file; } cases[] = {
         {"empty", {}},
-        {"truncated header", Bytes(good.begin(), good.begin() + 30)},
-        {"truncated rows", Bytes(good.begin(), good.end() - 1)},
-        {"100000 x 100000", with(with(good, 18, 100000), 22, 100000)},
-        {"zero width", with(good, 18, 0)},
-        {"negative width", with(good, 18, uint32_t(-4))},
-        {"zero height", with(good, 22, 0)},
-        {"height INT_MIN", with(good, 22, 0x80000000u)},
-        {"offset past the end", with(good, 10, 0x7FFFFFF0u)},
-        {"offset inside the header", with(good, 10, 20)},
-        {"palette of 2^31", with(good, 46, 0x80000000u)},
-        {"unknown header size", with(good, 14, 64)},
-        {"two planes", with(good, 26, 2, 2)},
-        {"JPEG inside", with(good, 30, 4)},
-        {"RLE8 top-down", with(rle({4, 1, 0, 1}), 22, uint32_t(-2))},
+        {"truncated header", Bytes(good.begin(), good.begin() + 30)}, {"truncated rows", Bytes(good.begin(), good.end() - 1)},
+        {"100000 x 100000", with(with(good, 18, 100000), 22, 100000)}, {"zero width", with(good, 18, 0)},
+        {"negative width", with(good, 18, uint32_t(-4))},  {"zero height", with(good, 22, 0)},
+        {"height INT_MIN", with(good, 22, 0x80000000u)},    {"offset past the end", with(good, 10, 0x7FFFFFF0u)},
+        {"offset inside the header", with(good, 10, 20)},   {"palette of 2^31", with(good, 46, 0x80000000u)},
+        {"unknown header size", with(good, 14, 64)},        {"two planes", with(good, 26, 2, 2)},
+        {"JPEG inside", with(good, 30, 4)},                 {"RLE8 top-down", with(rle({4, 1, 0, 1}), 22, uint32_t(-2))},
         {"a text named .bmp", Bytes{'h', 'e', 'l', 'l', 'o', ' ', 'w', 'o', 'r', 'l', 'd', '\n', 0, 0, 0, 0}},
     };
     for (const auto& c : cases) {
@@ -142,12 +135,9 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
     }
     // Runs that leave their line or the picture measure well but do not unpack.
     const struct { const char* name; Bytes stream; } runs[] = {
-        {"run past the line", {5, 1, 0, 1}},
-        {"literal past the line", {0, 5, 1, 1, 1, 1, 1, 0, 0, 1}},
-        {"literal past the data", {0, 4, 1, 1}},
-        {"lines past the top", {0, 0, 0, 0, 0, 0, 1, 1}},
-        {"jump past the top", {0, 2, 0, 3, 1, 1}},
-        {"jump past the line", {0, 2, 5, 0}},
+        {"run past the line", {5, 1, 0, 1}},         {"literal past the line", {0, 5, 1, 1, 1, 1, 1, 0, 0, 1}},
+        {"literal past the data", {0, 4, 1, 1}},     {"lines past the top", {0, 0, 0, 0, 0, 0, 1, 1}},
+        {"jump past the top", {0, 2, 0, 3, 1, 1}},   {"jump past the line", {0, 2, 5, 0}},
     };
     for (const auto& r : runs) {
         Layout l;

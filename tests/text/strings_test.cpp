@@ -39,23 +39,17 @@ TEST(Lstr, ComparesAsSignedBytes) {
 
 // The numeric routines, each row run through one of them on a roomy buffer.
 TEST(Lstr, NumericTexts) {
+    // c: old separators regrouped; thirteen digits lose the lead digit. d: digits stay and the point moves, the
+    // sign takes the units zero, leading zeros become blanks but zeros behind the first digit stay, extreme counts
+    // only align. m: without a leading blank the first character goes; the terminator counts as non-blank.
     struct { char op; const char* in; int32_t n; char sep, dp; const char* out; } cases[] = {
-        {'c', "-1234567.891", 0, ',', '.', "-1,234,567.891"},
-        {'c', "  1234", 0, ',', '.', "1,234"},
-        {'c', "12,34567", 0, ',', '.', "1,234,567"},              // old separators regrouped
-        {'c', "1234567,5", 0, '.', ',', "1.234.567,5"},
-        {'c', "1234567890123", 0, ',', '.', ",234,567,890,123"},  // thirteen digits: the lead digit is lost
-        {'d', "12.5", 2, 0, '.', "1.25"},                         // digits stay, the point moves
-        {'d', "-5", 1, 0, '.', "-.5"},                            // the sign takes the units zero
-        {'d', "00123", 2, 0, '.', "  1.23"},                      // leading zeros become blanks
-        {'d', "100005", 2, 0, '.', "1000.05"},                    // zeros behind the first digit stay
-        {'d', "-0012", 2, 0, '.', " -0.12"},
-        {'d', "123", INT32_MIN, 0, '.', " 123"},                  // extreme counts only align
-        {'d', "12.5", INT32_MAX, 0, '.', " 125"},
-        {'m', "  12", 0, 0, 0, " -12"},
-        {'m', " -12", 0, 0, 0, "  12"},
-        {'m', "12", 0, 0, 0, "-2"},                               // no leading blank: the first character goes
-        {'m', " ", 0, 0, 0, "-"},                                 // the terminator counts as non-blank
+        {'c', "-1234567.891", 0, ',', '.', "-1,234,567.891"}, {'c', "  1234", 0, ',', '.', "1,234"},
+        {'c', "12,34567", 0, ',', '.', "1,234,567"},          {'c', "1234567,5", 0, '.', ',', "1.234.567,5"},
+        {'c', "1234567890123", 0, ',', '.', ",234,567,890,123"},
+        {'d', "12.5", 2, 0, '.', "1.25"},        {'d', "-5", 1, 0, '.', "-.5"},        {'d', "00123", 2, 0, '.', "  1.23"},
+        {'d', "100005", 2, 0, '.', "1000.05"},   {'d', "-0012", 2, 0, '.', " -0.12"},
+        {'d', "123", INT32_MIN, 0, '.', " 123"}, {'d', "12.5", INT32_MAX, 0, '.', " 125"},
+        {'m', "  12", 0, 0, 0, " -12"}, {'m', " -12", 0, 0, 0, "  12"}, {'m', "12", 0, 0, 0, "-2"}, {'m', " ", 0, 0, 0, "-"},
     };
     for (const auto& c : cases) {
         char b[64] = {};
@@ -68,21 +62,16 @@ TEST(Lstr, NumericTexts) {
 }
 
 TEST(GetMethodParam, ArgumentsAndFlags) {
+    // Prefix matches and any case; nested parentheses; unclosed: to the end. Only the text up to the first ");"
+    // is searched. The copy starts one behind the keyword: a blank before "(" drags the "(" in; two blanks
+    // make a flag.
     struct { const char* method; const char* keyword; int32_t result; const char* argument; } cases[] = {
-        {"@NUM@LIMIT(12)@AUTOTAB", "@AUTOTAB", 1, ""},
-        {"@NUM@LIMIT(12)", "@MSG", 0, ""},
-        {"@limit(3)", "@LIMIT", 1, "3"},
-        {"@MSG(a (b) c)@NUM", "@MSG", 1, "a (b) c"},  // nested parentheses
-        {"@MSG(a(b)", "@MSG", 1, "a(b)"},             // unclosed: to the end
-        // Only the text up to the first ");" is searched.
-        {"@LIMIT(5)@X);@LIMIT(9)", "@LIMIT", 1, "5"},
-        {"@X(1);@LIMIT(9)", "@LIMIT", 0, ""},
-        {"@X(1);@LIMIT(9)", "@X(1)", 1, ""},          // keyword ending at the cut
-        // The copy starts one behind the keyword: a blank before "(" drags the "(" in.
-        {"@KEY (a)b)c", "@KEY", 1, "(a)b"},
-        {"@KEY  (arg)", "@KEY", 1, " (arg)"},
-        {"@KEY   (arg)", "@KEY", 1, ""},              // "(" too far: a flag
-        {nullptr, "@KEY", 0, ""},
+        {"@NUM@LIMIT(12)@AUTOTAB", "@AUTOTAB", 1, ""}, {"@NUM@LIMIT(12)", "@MSG", 0, ""},
+        {"@limit(3)", "@LIMIT", 1, "3"},                {"@MSG(a (b) c)@NUM", "@MSG", 1, "a (b) c"},
+        {"@MSG(a(b)", "@MSG", 1, "a(b)"},
+        {"@LIMIT(5)@X);@LIMIT(9)", "@LIMIT", 1, "5"},   {"@X(1);@LIMIT(9)", "@LIMIT", 0, ""},
+        {"@X(1);@LIMIT(9)", "@X(1)", 1, ""},            {"@KEY (a)b)c", "@KEY", 1, "(a)b"},
+        {"@KEY  (arg)", "@KEY", 1, " (arg)"},           {"@KEY   (arg)", "@KEY", 1, ""}, {nullptr, "@KEY", 0, ""},
     };
     for (const auto& c : cases) {
         char m[64] = {}, arg[64];
@@ -101,15 +90,13 @@ TEST(GetMethodParam, ArgumentsAndFlags) {
 
 // Items are string literals: the routines must not write into them.
 TEST(MethodParam, RemoveAndAdd) {
+    // Only the first match goes, with the text up to the next "@" or, unclosed, to the end; replaced items move
+    // to the end.
     struct { bool add; const char* method; const char* item; int32_t result; const char* after; } cases[] = {
-        {0, "@MSG(a(b))@NUM", "@MSG(x)", 1, "@NUM"},
-        {0, "@NUM@limit(5)@AUTOTAB", "@LIMIT(8)", 1, "@NUM@AUTOTAB"},
-        {0, "@A(1)@B@A(2)", "@A", 1, "@B@A(2)"},  // only the first
-        {0, "@KEY junk@NUM", "@KEY", 1, "@NUM"},  // text up to the next "@" goes too
-        {0, "@NUM@MSG(a(b", "@MSG", 1, "@NUM"},   // unclosed: to the end
-        {0, "@NUM", "", 0, "@NUM"},
-        {1, "@LIMIT(5)@NUM", "@LIMIT(8)", 1, "@NUM@LIMIT(8)"},  // replaced items move to the end
-        {1, "@NUM", "", 0, "@NUM"},
+        {0, "@MSG(a(b))@NUM", "@MSG(x)", 1, "@NUM"}, {0, "@NUM@limit(5)@AUTOTAB", "@LIMIT(8)", 1, "@NUM@AUTOTAB"},
+        {0, "@A(1)@B@A(2)", "@A", 1, "@B@A(2)"},     {0, "@KEY junk@NUM", "@KEY", 1, "@NUM"},
+        {0, "@NUM@MSG(a(b", "@MSG", 1, "@NUM"},      {0, "@NUM", "", 0, "@NUM"},
+        {1, "@LIMIT(5)@NUM", "@LIMIT(8)", 1, "@NUM@LIMIT(8)"}, {1, "@NUM", "", 0, "@NUM"},
     };
     for (const auto& c : cases) {
         char m[64] = {};
