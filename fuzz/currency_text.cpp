@@ -13,12 +13,8 @@ using namespace fuzz;
 using fk::CurrencyFormat;
 
 void hostile(Input& in) {
-    CurrencyFormat row;
-    row.digits = in.signedNumber();
-    row.placement = in.signedNumber();
-    row.negative = in.signedNumber();
-    for (char& c : row.symbol) c = in.ch();  // not necessarily terminated
-    for (char* c : {&row.decimal[0], &row.decimal[1], &row.thousands[0], &row.thousands[1]}) *c = in.ch();
+    CurrencyFormat row;  // any digits, placement and format, a symbol not necessarily terminated
+    for (size_t i = 0; i < sizeof row; ++i) reinterpret_cast<char*>(&row)[i] = in.ch();
     const uint32_t style = in.byte();
     const bool blank = (style & 1) != 0;
     const size_t size = static_cast<size_t>(in.number()) % 400;

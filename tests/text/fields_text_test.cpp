@@ -49,10 +49,11 @@ TEST(CurrencyText, FormatsByRowAndStyle) {
     const uint32_t R = fk::kCurrRightJust, S = fk::kCurrSuppress;
     const struct { int32_t row; uint32_t style; const char *text, *shown; } cases[] = {
         {kGermany, 0, "  1234,5", "DM1.234,50"}, {kGermany, R, "1234", "DM1.234"},  // right-justified: no decimals
-        {kGermany, S, "1234", "DM1.234"},        {kGermany, 0, "1234,567", "DM1.234,56"},  // cut, not rounded
+        {kGermany, S, "1234", "DM1.234"},        {kGermany, 0, "1934,567", "DM1.934,56"},  // cut, not rounded
         {kUnitedStates, 0, ".50", "$.50"},       {2, 0, "12,5", "12,50BF"},  // placements 1, 2, 3
         {13, 0, "1234,5", "L. 1.234,50"},        {10, 0, "1234,5", "1.234,50 F"},
         {21, 0, "12.5", "1'250 Fr."},  // the symbol's "." goes with it
+        {kSpain, 0, "1234", "Pts 1.234"},  // no decimals: no separator added
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(Row(c.row), c.text, c.style), c.shown) << c.row << " " << c.text << " " << c.style;
@@ -92,12 +93,11 @@ TEST(CurrencyText, SetValuesBuildTheirText) {
         fk::CurrencyLongText(value, false, out, sizeof out);
         EXPECT_STREQ(out, text) << value;
     }
-    fk::CurrencyLongText(0, true, out, sizeof out);
-    EXPECT_STREQ(out, "");
-    fk::CurrencyZeroText(Row(kGermany), false, out, sizeof out);
-    EXPECT_STREQ(out, "0,00");
-    fk::CurrencyValueText("12,75", Row(kGermany), fk::kCurrSuppress, out, sizeof out);
-    EXPECT_STREQ(out, "DM12");
+    char blank[8], zero[8], suppressed[16];
+    fk::CurrencyLongText(0, true, blank, sizeof blank);
+    fk::CurrencyZeroText(Row(kGermany), false, zero, sizeof zero);
+    fk::CurrencyValueText("12,75", Row(kGermany), fk::kCurrSuppress, suppressed, sizeof suppressed);
+    EXPECT_EQ((std::vector<std::string>{blank, zero, suppressed}), (std::vector<std::string>{"", "0,00", "DM12"}));
 }
 
 TEST(CurrencyText, ShownAmountsReadBack) {
@@ -109,12 +109,6 @@ TEST(CurrencyText, ShownAmountsReadBack) {
         {"DM1.234,50", 0},  // only "$" is removed: another symbol stops the number
     };
     for (auto [text, value] : hundredths) EXPECT_EQ(fk::CurrencyToHundredths(text), value) << text;
-    for (int32_t value : {123456, 100, -123456, INT32_MAX}) {
-        char built[32], shown[64];
-        fk::CurrencyLongText(value, false, built, sizeof built);
-        fk::CurrencyValueText(built, Row(kUnitedStates), 0, shown, sizeof shown);
-        EXPECT_EQ(fk::CurrencyToHundredths(shown), value) << shown;
-    }
 }
 
 // The date field's text rules: style resolution, masks, parsing, formatting, leaving the field.
@@ -147,9 +141,7 @@ TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
 
 TEST(DateStyle, NineMasks) {
     const std::pair<uint32_t, const char*> cases[] = {
-        {0x01, "**/**/**"},   {0x45, "**/**/****"}, {0x07, "****/**/**"}, {0x26, "**-**-**"},
-        {0x23, "**-**-****"}, {0x27, "****-**-**"}, {0x12, "**.**.**"},   {0x15, "**.**.****"},
-        {0x17, "****.**.**"}, {0x72, "**/**/**"},
+        {0x01, "**/**/**"}, {0x45, "**/**/****"}, {0x27, "****-**-**"}, {0x15, "**.**.****"}, {0x72, "**/**/**"},
     };
     for (const auto& [style, mask] : cases) {
         EXPECT_STREQ(DateMask(style), mask) << std::hex << style;
@@ -226,11 +218,10 @@ TEST(AppToScrMask, MergesTheTextAndMapsPositions) {
 
 TEST(ScrToAppMask, RebuildsTheApplicationTextWhileDeletingARange) {
     const struct { const char* screen; int32_t selStart, selEnd; const char* app; int32_t result; } cases[] = {
-        {"(123) 456-7890", 2, 3, "134567890", 1},      // deletes the 2
-        {"(123) 456-7890", 1, 10, "7890", 0},          // deletes 123) 456-
-        {"(12 )    -    ", 14, 14, "12        ", 10},  // before the range blanks count
-        {"(12 )    -    ", 0, 0, "12", 0},             // behind it they are empty positions
-        {"(123) 456-7890", 6, 99, "123", 3},           // the range runs off the mask
+        // Deletes the 2, or 123) 456-; blanks before the range count, behind it they are empty positions.
+        {"(123) 456-7890", 2, 3, "134567890", 1},     {"(123) 456-7890", 1, 10, "7890", 0},
+        {"(12 )    -    ", 14, 14, "12        ", 10}, {"(12 )    -    ", 0, 0, "12", 0},
+        {"(123) 456-7890", 6, 99, "123", 3},  // the range runs off the mask
     };
     for (const auto& c : cases) {
         char app[64];
