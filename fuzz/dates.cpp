@@ -33,4 +33,4 @@ void dates(Input& in) {
     twDateToTM(&e, buffer.get(), form);
 }
 
-FK_FUZZ_ROUTINES(dates)
+FK_FUZZ_TARGET(dates)

@@ -25,6 +25,8 @@ void columns(Input& in) {
     std::vector<int32_t> px(static_cast<size_t>(shown));
     fk::LayoutColumns(shown, units, baseX, client, px.data());
     for (int32_t width : px) check(width >= fk::UnitsToPixels(fk::kMinColumnUnits, baseX), "no column too narrow");
+    fk::LayoutColumns(shown, {nullptr, 0, numbers.data(), std::min(count, 1)}, baseX, client, px.data());
+    check(std::count(px.begin(), px.end(), px[0]) == shown, "one tab stop spaces every column alike");
 }
 
-FK_FUZZ_ROUTINES(columns)
+FK_FUZZ_TARGET(columns)

@@ -27,4 +27,4 @@ void lines(Input& in) {
     }
 }
 
-FK_FUZZ_ROUTINES(lines)
+FK_FUZZ_TARGET(lines)

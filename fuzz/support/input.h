@@ -50,15 +50,6 @@ public:
         return static_cast<int32_t>((byte() & 1) != 0 ? 0u - v : v);
     }
 
-    // Eight bytes as they lie in a double: any value, NaN and infinities too.
-    double real() {
-        double d;
-        uint8_t bytes[sizeof d];
-        for (uint8_t& b : bytes) b = byte();
-        memcpy(&d, bytes, sizeof d);
-        return d;
-    }
-
     // Year, month and day, the other fields of the record filled with 0x5A.
     struct tm date() {
         struct tm d;
@@ -113,21 +104,12 @@ inline void check(bool ok, const char* what, const std::string& detail = std::st
     abort();
 }
 
-// Runs one of the routines: the next byte picks it (modulo their count), and
-// it reads the rest of the input. A single routine takes the whole input.
-using Routine = void (*)(Input&);
-
-template <size_t N>
-void pick(Input& in, const Routine (&routines)[N]) {
-    routines[N == 1 ? 0 : in.byte() % N](in);
-}
-
 }  // namespace fuzz
 
-// The entry point of a target: its first byte picks one of its routines.
-#define FK_FUZZ_ROUTINES(...)                                                 \
+// The entry point of a target: routine reads the whole input.
+#define FK_FUZZ_TARGET(routine)                                               \
     extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
         fuzz::Input in(data, size);                                           \
-        fuzz::pick(in, {__VA_ARGS__});                                        \
+        routine(in);                                                          \
         return 0;                                                             \
     }

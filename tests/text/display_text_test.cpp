@@ -11,18 +11,8 @@
 
 namespace {
 
-// The first set bit picks the level; the colour count is a signed 16-bit number.
-TEST(BorderRule, FirstSetBitPicksTheLevel) {
-    using fk::kFieldBorder, fk::kText3DBorder, fk::kTickerBorder, fk::kColorBorder;
-    const struct { const fk::BorderRule& rule; uint32_t style; bool newLook; uint16_t level; bool first; } cases[] = {
-        {kFieldBorder, 0x0800 | 0x4000, 1, 2, 0}, {kFieldBorder, 0x1000, 1, 4, 1},  {kFieldBorder, 0x0003, 1, 16, 0},
-        {kFieldBorder, 0, 0, 0, 1},               {fk::kDateBorder, 0x0200, 0, 2, 0}, {kText3DBorder, 0x1400, 1, 16, 0},
-        {kText3DBorder, 0x0E1F, 1, 0, 1},         {kTickerBorder, 0, 1, 16, 0},       {kColorBorder, 0x4000, 1, 4, 0},
-    };
-    for (const auto& c : cases) {
-        const fk::BorderChoice choice = fk::ChooseBorder(c.style, c.rule, c.newLook);
-        EXPECT_EQ(std::pair(choice.level, choice.systemFirst), std::pair(c.level, c.first)) << &c - cases;
-    }
+// More than two colours, the count read as a signed 16-bit number.
+TEST(BorderRule, ColourDevices) {
     const struct { int32_t count; bool colour; } devices[] = {{-1, 0}, {0, 0}, {2, 0}, {3, 1}, {256, 1},
         {0xFFFF, 0}, {0x10000, 0}, {0x10010, 1}, {0x8000, 0}, {0x7FFF, 1}};
     for (const auto& d : devices) EXPECT_EQ(fk::IsColourDevice(d.count), d.colour) << d.count;
@@ -135,29 +125,6 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
         Bytes out(l.total);
         EXPECT_FALSE(Unpack(file.data(), file.size(), l, out.data(), out.size())) << r.name;
     }
-}
-
-TEST(PictureParse, PicksTheIconThatFitsBest) {
-    const Bytes ico = fktest::Ico({{16, 0xFF0000}, {48, 0x00FF00}, {32, 0x0000FF}});
-    const struct { int want, size; } cases[] = {{32, 32}, {40, 32}, {64, 48}, {8, 16}, {16, 16}};
-    for (const auto& c : cases) {
-        IconImage image;
-        ASSERT_TRUE(PickIcon(ico.data(), ico.size(), c.want, &image)) << c.want;
-        EXPECT_EQ(image.width, c.size) << c.want;
-    }
-    // An entry that points past the data, or whose rows do not fit, is passed over.
-    Bytes lying = ico;
-    lying[6 + 12] = 0xF0, lying[6 + 13] = 0xFF;           // first image's offset far away
-    lying[6 + 16 + 8] = 40;                               // second image's size: a header only
-    IconImage image;
-    ASSERT_TRUE(PickIcon(lying.data(), lying.size(), 16, &image));
-    EXPECT_EQ(image.width, 32);
-    // A cursor, a directory cut short, more entries than the data holds: nothing.
-    Bytes cursor = ico, many = ico;
-    cursor[2] = 2;
-    many[4] = 0xFF, many[5] = 0xFF;
-    EXPECT_FALSE(PickIcon(cursor.data(), cursor.size(), 32, &image) || PickIcon(ico.data(), 40, 32, &image) ||
-                 PickIcon(many.data(), 6 + 16, 32, &image));
 }
 
 }  // namespace

@@ -35,16 +35,6 @@ std::string Format(const CurrencyFormat& row, const char* text, uint32_t style =
     return out;
 }
 
-TEST(CurrencyText, KeywordsPickRowsByFirstOccurrence) {
-    // Any case, compared over the keyword's length, only the first "@CF_" counts.
-    const std::pair<const char*, int32_t> cases[] = {
-        {"@LIMIT(9)@cf_germany", kGermany}, {"@CF_GERMANYX", kGermany}, {"@CF_GERM", 0}, {"@CF_XX@CF_GERMANY", 0},
-        {"@CF_BELGIUM_FRENCH", 4},          {nullptr, 0},
-    };
-    for (auto [method, row] : cases) EXPECT_EQ(fk::CurrencyRowIndex(method), row) << (method ? method : "null");
-    EXPECT_STREQ(fk::g_currencyFormats[fk::CurrencyRowIndex("@CF_AUSTRIA")].symbol, "BF");  // rows keep their numbers
-}
-
 TEST(CurrencyText, FormatsByRowAndStyle) {
     const uint32_t R = fk::kCurrRightJust, S = fk::kCurrSuppress;
     const struct { int32_t row; uint32_t style; const char *text, *shown; } cases[] = {
@@ -137,16 +127,6 @@ TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
     char separator = 'x';
     EXPECT_EQ(DateOrderOfPattern((std::string(30, ' ') + "/dd/MM/yy").c_str(), &separator) + separator, 0u)
         << "the pattern is read at most thirty characters";
-}
-
-TEST(DateStyle, NineMasks) {
-    const std::pair<uint32_t, const char*> cases[] = {
-        {0x01, "**/**/**"}, {0x45, "**/**/****"}, {0x27, "****-**-**"}, {0x15, "**.**.****"}, {0x72, "**/**/**"},
-    };
-    for (const auto& [style, mask] : cases) {
-        EXPECT_STREQ(DateMask(style), mask) << std::hex << style;
-        EXPECT_EQ(DateSeparator(style), mask[strspn(mask, "*")]);
-    }
 }
 
 TEST(DateText, ParsesThroughTheMaskWithTheFieldsCenturyRule) {

