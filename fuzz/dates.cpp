@@ -25,7 +25,8 @@ void dates(Input& in) {
         d.tm_sec = in.signedNumber();
         e = in.date();
     }
-    check(twIsDateValid(&d) <= 1 && twIsTimeValid(&d) <= 1 && twDateCmp(&d, &e) == -twDateCmp(&e, &d) && twDateCmp(&d, &d) == 0,
+    check(twIsDateValid(&d) <= 1 && twIsTimeValid(&d) <= 1 && twDateCmp(&d, &e) == -twDateCmp(&e, &d) &&
+              twDateCmp(&d, &d) == 0,
           "twDateCmp is antisymmetric");
     Heap buffer(std::string(), 12, 'B');
     const int32_t n = twTMToDate(buffer.get(), &d, form, separator);

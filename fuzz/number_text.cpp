@@ -39,9 +39,8 @@ void values(Input& in) {
           "RealValueText is the fixed notation", fixed);
     check(whole.str() == std::to_string(number).substr(0, size % 16) && n == whole.str().size(), "WriteInt32");
     const float narrowed = fk::NarrowToFloat(value);
-    check(isnan(value) ? isnan(narrowed)
-          : fabs(value) <= FLT_MAX ? narrowed == static_cast<float>(value)
-                                   : (isinf(narrowed) || fabs(narrowed) == FLT_MAX) && signbit(narrowed) == signbit(value),
+    const bool beyond = (isinf(narrowed) || fabs(narrowed) == FLT_MAX) && signbit(narrowed) == signbit(value);
+    check(isnan(value) ? isnan(narrowed) : fabs(value) <= FLT_MAX ? narrowed == static_cast<float>(value) : beyond,
           "NarrowToFloat: the plain conversion, beyond it the largest float or infinity");
 }
 

@@ -28,7 +28,7 @@ void ranges(Input& in) {
     const bool range = in.byte() % 2 == 0;
     const bool date = type == 5 || (type >= 13 && type <= 18), real = type == 3 || type == 12;
     const std::string text = type == 4 ? in.text(120) : std::string();
-    const size_t size = type == 4 ? text.size() + 1 : date ? sizeof(struct tm) : real ? sizeof(double) : sizeof(int32_t);
+    const size_t size = type == 4 ? text.size() + 1 : date ? sizeof(tm) : real ? sizeof(double) : sizeof(int32_t);
     std::unique_ptr<char[]> value(new char[size]);
     for (size_t i = 0; i < size; ++i) value[i] = type == 4 ? text.c_str()[i] : in.ch();
     Heap bounds(in.text());

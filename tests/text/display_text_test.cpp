@@ -86,13 +86,13 @@ TEST(PictureParse, RefusesWhatDoesNotFitItsBytes) {
     };
     auto rle = [](const Bytes& stream) { return fktest::Bmp(4, 2, 8, kRle8, {0, 0xFFFFFF}, stream); };
     const struct { const char* name; Bytes file; } cases[] = {
-        {"empty", {}},
-        {"truncated header", Bytes(good.begin(), good.begin() + 30)}, {"truncated rows", Bytes(good.begin(), good.end() - 1)},
-        {"zero width", with(good, 18, 0)},                  {"zero height", with(good, 22, 0)},
-        {"height INT_MIN", with(good, 22, 0x80000000u)},    {"offset past the end", with(good, 10, 0x7FFFFFF0u)},
-        {"offset inside the header", with(good, 10, 20)},   {"palette of 2^31", with(good, 46, 0x80000000u)},
-        {"unknown header size", with(good, 14, 64)},        {"two planes", with(good, 26, 2, 2)},
-        {"JPEG inside", with(good, 30, 4)},                 {"RLE8 top-down", with(rle({4, 1, 0, 1}), 22, uint32_t(-2))},
+        {"empty", {}}, {"truncated header", Bytes(good.begin(), good.begin() + 30)},
+        {"truncated rows", Bytes(good.begin(), good.end() - 1)}, {"zero width", with(good, 18, 0)},
+        {"zero height", with(good, 22, 0)},                      {"height INT_MIN", with(good, 22, 0x80000000u)},
+        {"offset past the end", with(good, 10, 0x7FFFFFF0u)},    {"offset inside the header", with(good, 10, 20)},
+        {"palette of 2^31", with(good, 46, 0x80000000u)},        {"unknown header size", with(good, 14, 64)},
+        {"two planes", with(good, 26, 2, 2)},                    {"JPEG inside", with(good, 30, 4)},
+        {"RLE8 top-down", with(rle({4, 1, 0, 1}), 22, uint32_t(-2))},
         {"a text named .bmp", Bytes{'h', 'e', 'l', 'l', 'o', ' ', 'w', 'o', 'r', 'l', 'd', '\n', 0, 0, 0, 0}},
     };
     for (const auto& c : cases) {

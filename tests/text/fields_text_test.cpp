@@ -121,8 +121,8 @@ TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
     };
     for (const auto& c : cases) {
         g_shortDateSeparator = c.lastSeparator;
-        EXPECT_EQ(ResolveDateStyle(c.style, c.method, c.pattern), c.expected) << c.style << " " << (c.pattern ? c.pattern : "");
-        EXPECT_EQ(g_shortDateSeparator, c.separatorAfter) << c.style << " " << (c.pattern ? c.pattern : "null");
+        const uint32_t resolved = ResolveDateStyle(c.style, c.method, c.pattern);
+        EXPECT_EQ(std::pair(resolved, g_shortDateSeparator), std::pair(c.expected, c.separatorAfter)) << c.style;
     }
     char separator = 'x';
     EXPECT_EQ(DateOrderOfPattern((std::string(30, ' ') + "/dd/MM/yy").c_str(), &separator) + separator, 0u)
@@ -214,7 +214,8 @@ TEST(ScrToAppMask, RebuildsTheApplicationTextWhileDeletingARange) {
 
 TEST(NumberTextToInt32, ReadsALeadingNumberAndWrapsSilently) {
     const std::pair<const char*, int32_t> cases[] = {
-        {"1-2-3", 1}, {"  \t-42x", -42}, {"-", 0}, {"- 5", 0}, {"2147483648", INT32_MIN}, {"4294967297", 1}, {nullptr, 0},
+        {"1-2-3", 1},         {"  \t-42x", -42}, {"-", 0}, {"- 5", 0}, {"2147483648", INT32_MIN},
+        {"4294967297", 1}, {nullptr, 0},
     };
     for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToInt32(text), value) << (text ? text : "null");
 }
@@ -222,8 +223,8 @@ TEST(NumberTextToInt32, ReadsALeadingNumberAndWrapsSilently) {
 // Fixed notation with the places asked for; zero is blank or all zeros; without places no point is left.
 TEST(RealValueText, FixedNotationZeroAndWholeNumbers) {
     const struct { double value; int32_t places; bool blank; const char* text; } cases[] = {
-        {-12.25, 2, false, "-12.25"}, {0.5, 3, false, "0.500"}, {0.0, 2, false, "0.00"}, {0.0, 2, true, ""},
-        {1200.0, 0, false, "1200"},     {7.0, 1, false, "7.0"},   {-0.004, 2, false, "-0.00"}, {INFINITY, 2, false, "INF"},
+        {-12.25, 2, false, "-12.25"}, {0.5, 3, false, "0.500"}, {0.0, 2, false, "0.00"},    {0.0, 2, true, ""},
+        {1200.0, 0, false, "1200"},   {7.0, 1, false, "7.0"},   {-0.004, 2, false, "-0.00"}, {INFINITY, 2, false, "INF"},
     };
     for (const auto& c : cases) {
         char out[64];

@@ -36,8 +36,9 @@ std::string Text(const fk::StyleTable& table, uint32_t style, size_t size = 200)
 
 // Values by equality, not by bits; all of the text or none: an editor never writes half a name.
 TEST(StyleText, BitsToText) {
-    EXPECT_EQ((std::vector<std::string>{Text(kTable, 0), Text(kTable, 0x0313), Text(kTable, 0x00F1), Text(kPickTable, 0),
-                                        Text(kPickTable, 6), Text(kTable, 0x11, 17), Text(kTable, 0x11, 16)}),
+    EXPECT_EQ((std::vector<std::string>{Text(kTable, 0), Text(kTable, 0x0313), Text(kTable, 0x00F1),
+                                        Text(kPickTable, 0), Text(kPickTable, 6), Text(kTable, 0x11, 17),
+                                        Text(kTable, 0x11, 16)}),
               (std::vector<std::string>{"", " | X_THREE | X_DOT | X_3D3", " | X_ONE | X_DOT | X_DASH | X_LONG | X_LONGER",
                                         " | P_C", " | P_B", " | X_ONE | X_DOT", ""}));
     char untouched = '#';
@@ -53,7 +54,8 @@ TEST(StyleText, TextToBitsAndDialogChoices) {
                                      fk::ApplyChoice(kTable, 0x0301, 1, true), fk::ApplyChoice(kTable, 0x0303, 6, true),
                                      fk::ApplyChoice(kTable, 0x0030, 2, false), fk::ApplyChoice(kTable, 0, 99, true)}),
               (std::vector<uint32_t>{0, 0x0303, 0x60, 1, 0x0303, 0x0103, 0x0020, 0}));
-    EXPECT_EQ(std::pair(fk::ChosenEntry(kTable, 0x0203, kBorderList), fk::ChosenEntry(kTable, 0x0303, 1)), std::pair(-1, 1));
+    EXPECT_EQ(std::pair(fk::ChosenEntry(kTable, 0x0203, kBorderList), fk::ChosenEntry(kTable, 0x0303, 1)),
+              std::pair(-1, 1));
 }
 
 }  // namespace

@@ -11,13 +11,14 @@ namespace {
 // Lines end at CR or LF, the text at NUL or ^Z; blank lines go, judged before the cut at 255 characters.
 TEST(TableText, LinesAndFields) {
     const std::string longBlank = std::string(300, ' ') + "x", text = "a,b\r\n \t\n" + longBlank + "\nc\x1A" "d";
-    EXPECT_EQ(fk::SplitTableText(text.c_str(), text.size()), (std::vector<std::string>{"a,b", std::string(255, ' '), "c"}));
     const std::string nul("e\0f", 3);
+    EXPECT_EQ(fk::SplitTableText(text.c_str(), text.size()),
+              (std::vector<std::string>{"a,b", std::string(255, ' '), "c"}));
     EXPECT_EQ(fk::SplitTableText(nul.c_str(), nul.size()), std::vector<std::string>{"e"});
     // A field is cut to the buffer; the shown columns are joined by tabs, the first empty one too.
     const struct { const char* line; int32_t column, outSize; bool found; const char* field; } fields[] = {
-        {"ab,cd", 2, 3, true, "cd"}, {"ab,cd", 2, 2, true, "c"}, {"ab,cd", 3, 8, false, ""}, {"ab,cd", 0, 8, true, "ab"},
-        {"ab,cd", 1, 0, false, "zz"},  // no room: nothing written
+        {"ab,cd", 2, 3, true, "cd"}, {"ab,cd", 2, 2, true, "c"},  {"ab,cd", 3, 8, false, ""},
+        {"ab,cd", 0, 8, true, "ab"}, {"ab,cd", 1, 0, false, "zz"},  // no room: nothing written
     };
     for (const auto& f : fields) {
         char out[8] = "zz";
@@ -53,7 +54,8 @@ TEST(TableText, ColumnAndWidthLists) {
     EXPECT_STREQ(text, "40,7,1000");
     EXPECT_EQ(fk::FormatNumberList(widths, 3, text, 6), 4);  // only whole numbers
     EXPECT_STREQ(text, "40,7");
-    EXPECT_EQ(std::pair(fk::FieldCount("a,b,,c", ','), fk::FieldCount(std::string(100, '|').c_str(), '|')), std::pair(4, 32));
+    EXPECT_EQ(std::pair(fk::FieldCount("a,b,,c", ','), fk::FieldCount(std::string(100, '|').c_str(), '|')),
+              std::pair(4, 32));
 }
 
 }  // namespace
