@@ -39,11 +39,11 @@ TEST(CurrencyText, FormatsByRowAndStyle) {
     const uint32_t R = fk::kCurrRightJust, S = fk::kCurrSuppress;
     const struct { int32_t row; uint32_t style; const char *text, *shown; } cases[] = {
         {kGermany, 0, "  1234,5", "DM1.234,50"}, {kGermany, R, "1234", "DM1.234"},  // right-justified: no decimals
-        {kGermany, S, "1234", "DM1.234"},        {kGermany, 0, "1934,567", "DM1.934,56"},  // cut, not rounded
+        {kGermany, S, "1234", "DM1.234"},        {kGermany, 0, "1234,597", "DM1.234,59"},  // cut, not rounded
         {kUnitedStates, 0, ".50", "$.50"},       {2, 0, "12,5", "12,50BF"},  // placements 1, 2, 3
         {13, 0, "1234,5", "L. 1.234,50"},        {10, 0, "1234,5", "1.234,50 F"},
         {21, 0, "12.5", "1'250 Fr."},  // the symbol's "." goes with it
-        {kSpain, 0, "1234", "Pts 1.234"},  // no decimals: no separator added
+        {kGermany, 0, "1234", "DM1.234,00"},     {kSpain, 0, "1234", "Pts 1.234"},  // Spain has no decimals
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(Row(c.row), c.text, c.style), c.shown) << c.row << " " << c.text << " " << c.style;
@@ -223,8 +223,8 @@ TEST(NumberTextToInt32, ReadsALeadingNumberAndWrapsSilently) {
 // Fixed notation with the places asked for; zero is blank or all zeros; without places no point is left.
 TEST(RealValueText, FixedNotationZeroAndWholeNumbers) {
     const struct { double value; int32_t places; bool blank; const char* text; } cases[] = {
-        {-12.25, 2, false, "-12.25"}, {0.5, 3, false, "0.500"}, {0.0, 2, false, "0.00"},    {0.0, 2, true, ""},
-        {1200.0, 0, false, "1200"},   {7.0, 1, false, "7.0"},   {-0.004, 2, false, "-0.00"}, {INFINITY, 2, false, "INF"},
+        {-12.25, 2, 0, "-12.25"}, {0.5, 3, 0, "0.500"}, {0.0, 2, 0, "0.00"},     {0.0, 2, 1, ""}, {0.0, 0, 0, "0"},
+        {1200.0, 0, 0, "1200"},   {7.0, 1, 0, "7.0"},   {-0.004, 2, 0, "-0.00"}, {INFINITY, 2, 0, "INF"},
     };
     for (const auto& c : cases) {
         char out[64];
