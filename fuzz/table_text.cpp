@@ -17,13 +17,17 @@ void lines(Input& in) {
     while (!in.empty()) contents.push_back(in.ch());
     std::unique_ptr<char[]> file(new char[std::max<size_t>(contents.size(), 1)]);
     memcpy(file.get(), contents.data(), contents.size());
-    for (const std::string& got : fk::SplitTableText(file.get(), contents.size())) {
-        Heap line(got), out(std::string(), static_cast<size_t>(outSize), 'F');
-        check(got.find_first_of(std::string("\r\n\x1A\0", 4)) == std::string::npos && got.size() <= 255,
+    const uint32_t bits = fk::ColumnMask(list.get());
+    const std::vector<std::string> lines = fk::SplitTableText(file.get(), contents.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+        check(lines[i].find_first_of(std::string("\r\n\x1A\0", 4)) == std::string::npos && lines[i].size() <= 255,
               "SplitTableText cuts at line ends and ^Z", contents);
+        if (i >= 4) continue;  // the fields of the first lines are enough
+        Heap line(lines[i]), out(std::string(), static_cast<size_t>(outSize), 'F');
         fk::LineField(line.get(), delimiter, column, out.get(), outSize);
-        const std::string shown = fk::DisplayColumns(line.get(), delimiter, mask | fk::ColumnMask(list.get()));
-        check(out.terminated() && shown.size() <= got.size() + 31, "LineField and DisplayColumns stay in bounds", got);
+        const std::string shown = fk::DisplayColumns(line.get(), delimiter, mask | bits);
+        check(out.terminated() && shown.size() <= lines[i].size() + 31, "LineField and DisplayColumns stay in bounds",
+              lines[i]);
     }
 }
 

@@ -81,8 +81,7 @@ TEST(GetMethodParam, ArgumentsAndFlags) {
         EXPECT_STREQ(m, c.method ? c.method : "") << "method not restored";
     }
     // Two spare bytes behind the text are zeroed when the keyword ends it; no argument buffer is fine.
-    char m[12];
-    memcpy(m, "@AUTOTAB\0XYZ", 12);
+    char m[] = "@AUTOTAB\0XYZ";
     EXPECT_EQ(twGetMethodParam(m, "@AUTOTAB", nullptr) + twGetMethodParam(m, nullptr, nullptr), 1);
     EXPECT_EQ(std::string(m + 9, 3), std::string("\0\0Z", 3));
 }
