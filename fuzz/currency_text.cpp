@@ -42,4 +42,4 @@ void hostile(Input& in) {
           "a keyword picks a row of the table, the text stays as it was", text);
 }
 
-FK_FUZZ_TARGET(hostile)
+FK_FUZZ_ROUTINE(hostile)

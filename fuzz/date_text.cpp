@@ -26,4 +26,4 @@ void date(Input& in) {
           "formatting and normalising stay inside the buffer, parsing touches only the date", raw);
 }
 
-FK_FUZZ_TARGET(date)
+FK_FUZZ_ROUTINE(date)

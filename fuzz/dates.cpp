@@ -34,4 +34,4 @@ void dates(Input& in) {
     twDateToTM(&e, buffer.get(), form);
 }
 
-FK_FUZZ_TARGET(dates)
+FK_FUZZ_ROUTINE(dates)

@@ -49,4 +49,4 @@ void strings(Input& in) {
           "lstrremove removes the set", a + "|" + b);
 }
 
-FK_FUZZ_TARGET(strings)
+FK_FUZZ_ROUTINE(strings)

@@ -40,4 +40,4 @@ void edits(Input& in) {
     }
 }
 
-FK_FUZZ_TARGET(edits)
+FK_FUZZ_ROUTINE(edits)

@@ -36,4 +36,4 @@ void steps(Input& in) {
     }
 }
 
-FK_FUZZ_TARGET(steps)
+FK_FUZZ_ROUTINE(steps)

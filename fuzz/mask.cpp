@@ -22,4 +22,4 @@ void mask(Input& in) {
     check(fk::ScrToAppMask(back.get(), screen.get(), m.get(), 0, 0) == 0 && back.terminated(), "a screen text reads");
 }
 
-FK_FUZZ_TARGET(mask)
+FK_FUZZ_ROUTINE(mask)

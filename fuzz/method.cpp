@@ -36,4 +36,4 @@ void method(Input& in) {
     check(i.str() == item, "the item is left as it was", item);
 }
 
-FK_FUZZ_TARGET(method)
+FK_FUZZ_ROUTINE(method)

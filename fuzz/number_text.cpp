@@ -57,4 +57,4 @@ void number(Input& in) {
     if (routine == 3) leavingText(in);
 }
 
-FK_FUZZ_TARGET(number)
+FK_FUZZ_ROUTINE(number)

@@ -38,4 +38,4 @@ void ranges(Input& in) {
     check((r == 0 || r == 1) && bounds.str() == before, "a test is 0 or 1 and leaves its text alone", before);
 }
 
-FK_FUZZ_TARGET(ranges)
+FK_FUZZ_ROUTINE(ranges)

@@ -29,4 +29,4 @@ void columns(Input& in) {
     check(std::count(px.begin(), px.end(), px[0]) == shown, "one tab stop spaces every column alike");
 }
 
-FK_FUZZ_TARGET(columns)
+FK_FUZZ_ROUTINE(columns)

@@ -31,4 +31,4 @@ void lines(Input& in) {
     }
 }
 
-FK_FUZZ_TARGET(lines)
+FK_FUZZ_ROUTINE(lines)

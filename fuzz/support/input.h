@@ -107,7 +107,7 @@ inline void check(bool ok, const char* what, const std::string& detail = std::st
 }  // namespace fuzz
 
 // The entry point of a target: routine reads the whole input.
-#define FK_FUZZ_TARGET(routine)                                               \
+#define FK_FUZZ_ROUTINE(routine)                                              \
     extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
         fuzz::Input in(data, size);                                           \
         routine(in);                                                          \
