@@ -1,5 +1,4 @@
-// Helpers shared by the fuzz targets: reading an input, exactly-sized texts,
-// the plain models several targets compare with.
+// Helpers shared by the fuzz targets: reading an input and exactly-sized texts.
 //
 // An input is read from the front: single bytes pick routines and characters,
 // numbers come as one byte (0-253), or 0xFE and two bytes (0-65535), or 0xFF
@@ -7,7 +6,6 @@
 // byte or to the end. Seed files stay readable that way.
 #pragma once
 
-#include <ctype.h>
 #include <stddef.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -15,9 +13,10 @@
 #include <string.h>
 #include <time.h>
 
-#include <iterator>
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace fuzz {
 
@@ -49,15 +48,6 @@ public:
     int32_t signedNumber() {
         const uint32_t v = static_cast<uint32_t>(number());
         return static_cast<int32_t>((byte() & 1) != 0 ? 0u - v : v);
-    }
-
-    // Eight bytes as they lie in a double: any value, NaN and infinities too.
-    double real() {
-        double d;
-        uint8_t bytes[sizeof d];
-        for (uint8_t& b : bytes) b = byte();
-        memcpy(&d, bytes, sizeof d);
-        return d;
     }
 
     // Year, month and day, the other fields of the record filled with 0x5A.
@@ -110,54 +100,16 @@ private:
 // Reports a broken property and stops the run (libFuzzer keeps the input).
 inline void check(bool ok, const char* what, const std::string& detail = std::string()) {
     if (ok) return;
-    fprintf(stderr, "property broken: %s\n  text: \"", what);
-    for (unsigned char c : detail)
-        if (c >= 0x20 && c < 0x7F && c != '"' && c != '\\')
-            fputc(c, stderr);
-        else
-            fprintf(stderr, "\\x%02x", c);
-    fprintf(stderr, "\"\n");
+    fprintf(stderr, "property broken: %s\n  text: \"%s\"\n", what, detail.c_str());
     abort();
-}
-
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-// The text folded the way the routines fold it: C-locale toupper per byte.
-inline std::string upper(std::string s) {
-    for (char& c : s) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
-    return s;
-}
-
-// Without trailing blanks, without leading blanks, without any c.
-inline std::string clip(const std::string& s) { return s.substr(0, s.find_last_not_of(' ') + 1); }
-
-inline std::string preclip(const std::string& s) {
-    const size_t first = s.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : s.substr(first);
-}
-
-inline std::string without(const std::string& s, char c) {
-    std::string out;
-    for (char x : s)
-        if (x != c) out.push_back(x);
-    return out;
-}
-
-// Runs one of the routines: the next byte picks it (modulo their count), and
-// it reads the rest of the input. A single routine takes the whole input.
-using Routine = void (*)(Input&);
-
-template <size_t N>
-void pick(Input& in, const Routine (&routines)[N]) {
-    routines[N == 1 ? 0 : in.byte() % N](in);
 }
 
 }  // namespace fuzz
 
-// The entry point of a target: its first byte picks one of its routines.
-#define FK_FUZZ_ROUTINES(...)                                                 \
+// The entry point of a target: routine reads the whole input.
+#define FK_FUZZ_ROUTINE(routine)                                              \
     extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { \
         fuzz::Input in(data, size);                                           \
-        fuzz::pick(in, {__VA_ARGS__});                                        \
+        routine(in);                                                          \
         return 0;                                                             \
     }

@@ -35,38 +35,15 @@ std::string Format(const CurrencyFormat& row, const char* text, uint32_t style =
     return out;
 }
 
-TEST(CurrencyText, KeywordsPickRowsByFirstOccurrence) {
-    const std::pair<const char*, int32_t> cases[] = {
-        {"@LIMIT(9)@cf_germany", kGermany},  // any case
-        {"@CF_GERMANYX", kGermany},          // compared over the keyword's length
-        {"@CF_GERM", 0},
-        {"@CF_XX@CF_GERMANY", 0},            // only the first "@CF_" counts
-        {"@CF_BELGIUM_FRENCH", 4},
-        {"@CF_UNITEDSTATES", kUnitedStates},
-        {nullptr, 0},
-    };
-    for (auto [method, row] : cases) EXPECT_EQ(fk::CurrencyRowIndex(method), row) << (method ? method : "null");
-    EXPECT_STREQ(fk::g_currencyFormats[fk::CurrencyRowIndex("@CF_AUSTRIA")].symbol, "BF");  // rows keep their numbers
-}
-
 TEST(CurrencyText, FormatsByRowAndStyle) {
     const uint32_t R = fk::kCurrRightJust, S = fk::kCurrSuppress;
-    const struct {
-        int32_t row;
-        uint32_t style;
-        const char* text;
-        const char* shown;
-    } cases[] = {
-        {kGermany, 0, "  1234,5", "DM1.234,50"},
-        {kGermany, 0, "1234", "DM1.234,00"},
-        {kGermany, R, "1234", "DM1.234"},           // right-justified: no decimals added
-        {kGermany, S, "1234", "DM1.234"},
-        {kGermany, 0, "1234,567", "DM1.234,56"},    // cut, not rounded
-        {kUnitedStates, 0, ".50", "$.50"},
-        {2, 0, "12,5", "12,50BF"},                  // placements 1, 2, 3
-        {13, 0, "1234,5", "L. 1.234,50"},
-        {10, 0, "1234,5", "1.234,50 F"},
-        {21, 0, "12.5", "1'250 Fr."},               // the symbol's "." goes with it
+    const struct { int32_t row; uint32_t style; const char *text, *shown; } cases[] = {
+        {kGermany, 0, "  1234,5", "DM1.234,50"}, {kGermany, R, "1234", "DM1.234"},  // right-justified: no decimals
+        {kGermany, S, "1234", "DM1.234"},        {kGermany, 0, "1234,597", "DM1.234,59"},  // cut, not rounded
+        {kUnitedStates, 0, ".50", "$.50"},       {2, 0, "12,5", "12,50BF"},  // placements 1, 2, 3
+        {13, 0, "1234,5", "L. 1.234,50"},        {10, 0, "1234,5", "1.234,50 F"},
+        {21, 0, "12.5", "1'250 Fr."},  // the symbol's "." goes with it
+        {kGermany, 0, "1234", "DM1.234,00"},     {kSpain, 0, "1234", "Pts 1.234"},  // Spain has no decimals
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(Row(c.row), c.text, c.style), c.shown) << c.row << " " << c.text << " " << c.style;
@@ -86,19 +63,11 @@ TEST(CurrencyText, NegativeFormatsAndTheirOwnTextFormatAgain) {
 }
 
 TEST(CurrencyText, SetValuesBuildTheirText) {
-    const struct {
-        int32_t row;
-        double value;
-        const char* text;  // before formatting
-    } doubles[] = {
-        {kGermany, -1234.5, "-1234,50"},
-        {kUnitedStates, 0.5, ".50"},     // no "0" before the separator
-        {kUnitedStates, 0.05, "0.05"},
-        {kUnitedStates, 0.125, ".13"},   // a true half rounds away from zero
-        {kUnitedStates, 2.675, "2.67"},  // just below a half in binary
-        {kUnitedStates, 999.999, "1000.00"},
-        {kUnitedStates, -0.0, "0"},
-        {kSpain, 1234.4, "1234,"},       // no decimals: the separator ends it
+    // No "0" before the separator; a true half rounds away from zero, 2.675 lies just below a half in binary.
+    const struct { int32_t row; double value; const char* text; } doubles[] = {
+        {kGermany, -1234.5, "-1234,50"}, {kUnitedStates, 0.5, ".50"},      {kUnitedStates, 0.05, "0.05"},
+        {kUnitedStates, 0.125, ".13"},   {kUnitedStates, 2.675, "2.67"},    {kUnitedStates, 999.999, "1000.00"},
+        {kUnitedStates, -0.0, "0"},      {kSpain, 1234.4, "1234,"},  // no decimals: the separator ends it
     };
     char out[64];
     for (const auto& c : doubles) {
@@ -106,7 +75,6 @@ TEST(CurrencyText, SetValuesBuildTheirText) {
         EXPECT_STREQ(out, c.text) << c.value;
     }
     EXPECT_FALSE(fk::CurrencyDoubleText(NAN, Row(kGermany), false, out, sizeof out));
-
     const std::pair<int32_t, const char*> longs[] = {
         {123456, "1,234.56"}, {123, "1.23"}, {5, ".5"},  // shorter than three: "." in front
         {-123456, "-1,234.56"}, {0, "0.00"}, {INT32_MIN, "-21,474,836.48"},
@@ -115,30 +83,22 @@ TEST(CurrencyText, SetValuesBuildTheirText) {
         fk::CurrencyLongText(value, false, out, sizeof out);
         EXPECT_STREQ(out, text) << value;
     }
-    fk::CurrencyLongText(0, true, out, sizeof out);
-    EXPECT_STREQ(out, "");
-    fk::CurrencyZeroText(Row(kGermany), false, out, sizeof out);
-    EXPECT_STREQ(out, "0,00");
-    fk::CurrencyValueText("12,75", Row(kGermany), fk::kCurrSuppress, out, sizeof out);
-    EXPECT_STREQ(out, "DM12");
+    char blank[8], zero[8], suppressed[16];
+    fk::CurrencyLongText(0, true, blank, sizeof blank);
+    fk::CurrencyZeroText(Row(kGermany), false, zero, sizeof zero);
+    fk::CurrencyValueText("12,75", Row(kGermany), fk::kCurrSuppress, suppressed, sizeof suppressed);
+    EXPECT_EQ((std::vector<std::string>{blank, zero, suppressed}), (std::vector<std::string>{"", "0,00", "DM12"}));
 }
 
 TEST(CurrencyText, ShownAmountsReadBack) {
     EXPECT_DOUBLE_EQ(fk::CurrencyToDouble("DM-1.234,50", Row(kGermany)), -1234.5);
     EXPECT_DOUBLE_EQ(fk::CurrencyToDouble("($1,234.56)", Row(kUnitedStates)), -1234.56);
     EXPECT_DOUBLE_EQ(fk::CurrencyToDouble("$1.50-", Row(kUnitedStates)), 1.5);  // a trailing sign is not read
-
     const std::pair<const char*, int32_t> hundredths[] = {
         {"$.50", 50}, {"$1.", 100}, {"$1.5", 150}, {"1.567", 156}, {"($2.00)", -200}, {"12", 1200},
         {"DM1.234,50", 0},  // only "$" is removed: another symbol stops the number
     };
     for (auto [text, value] : hundredths) EXPECT_EQ(fk::CurrencyToHundredths(text), value) << text;
-    for (int32_t value : {123456, 100, -123456, INT32_MAX}) {
-        char built[32], shown[64];
-        fk::CurrencyLongText(value, false, built, sizeof built);
-        fk::CurrencyValueText(built, Row(kUnitedStates), 0, shown, sizeof shown);
-        EXPECT_EQ(fk::CurrencyToHundredths(shown), value) << shown;
-    }
 }
 
 // The date field's text rules: style resolution, masks, parsing, formatting, leaving the field.
@@ -150,43 +110,23 @@ TEST(DateStyle, ResolvesOrderSeparatorAndToday) {
                    char separatorAfter; } cases[] = {
         // The order from the system pattern is ORed into the default.
         {0, "", "MM/dd/yy", 0, 0x0043, '/'},    {1, "", "dd.MM.yy", 0, 0x0015, '.'},
-        {1, "", "yyyy-MM-dd", 0, 0x0027, '-'},  {1, "", "M/d/yyyy", 0, 0x0043, '/'},
-        {1, "", "dd MMM yy", '/', 0x0021, 0},  // no order, no separator: dash
+        {1, "", "yyyy-MM-dd", 0, 0x0027, '-'},  {1, "", "dd MMM yy", '/', 0x0021, 0},  // no order, no separator: dash
         // "@FORMAT" is ORed, not substituted; the pattern is not read then.
-        {1, "@FORMAT(MMDDYY)", "dd.MM.yy", '/', 0x0043, '/'}, {2, "@FORMAT(DDMMYY)", "", 0, 0x0026, 0},
-        {1, "@format(yyyymmdd)", "dd.MM.yy", '.', 0x0017, '.'},
+        {1, "@FORMAT(MMDDYY)", "dd.MM.yy", '/', 0x0043, '/'}, {1, "@format(yyyymmdd)", "dd.MM.yy", '.', 0x0017, '.'},
         // A single separator bit stays; otherwise dash, slash, dot in turn, then the separator read last.
         {0x0012, "@DASH", "", 0, 0x0012, 0},   {0x0032, "@SLASH@DASH", "", 0, 0x0022, 0},
-        {0x0002, "@DOT@SLASH", "", 0, 0x0042, 0}, {0x0002, "", "", '/', 0x0042, '/'},
-        {0x0002, "", "", '.', 0x0012, '.'},
+        {0x0002, "@DOT@SLASH", "", 0, 0x0042, 0}, {0x0002, "", "", '.', 0x0012, '.'},
         {0x2302, "@DATE", "", '/', 0xA342, '/'},  // "@DATE", border and value bits stay
         {0x0002, nullptr, nullptr, '.', 0x0012, '.'},
     };
     for (const auto& c : cases) {
         g_shortDateSeparator = c.lastSeparator;
-        EXPECT_EQ(ResolveDateStyle(c.style, c.method, c.pattern), c.expected)
-            << c.style << " " << (c.method ? c.method : "null") << " " << (c.pattern ? c.pattern : "null");
-        EXPECT_EQ(g_shortDateSeparator, c.separatorAfter) << c.style << " " << (c.pattern ? c.pattern : "null");
+        const uint32_t resolved = ResolveDateStyle(c.style, c.method, c.pattern);
+        EXPECT_EQ(std::pair(resolved, g_shortDateSeparator), std::pair(c.expected, c.separatorAfter)) << c.style;
     }
-}
-
-TEST(DateStyle, PatternIsReadAtMostThirtyCharacters) {
     char separator = 'x';
-    EXPECT_EQ(DateOrderOfPattern((std::string(30, ' ') + "/dd/MM/yy").c_str(), &separator), 0u);
-    EXPECT_EQ(separator, 0);
-    EXPECT_EQ(DateOrderOfPattern("dd/MM/yy/", &separator), 0u) << "only two separators go";
-}
-
-TEST(DateStyle, NineMasks) {
-    const std::pair<uint32_t, const char*> cases[] = {
-        {0x01, "**/**/**"},   {0x45, "**/**/****"}, {0x07, "****/**/**"}, {0x26, "**-**-**"},
-        {0x23, "**-**-****"}, {0x27, "****-**-**"}, {0x12, "**.**.**"},   {0x15, "**.**.****"},
-        {0x17, "****.**.**"}, {0x72, "**/**/**"},
-    };
-    for (const auto& [style, mask] : cases) {
-        EXPECT_STREQ(DateMask(style), mask) << std::hex << style;
-        EXPECT_EQ(DateSeparator(style), mask[strspn(mask, "*")]);
-    }
+    EXPECT_EQ(DateOrderOfPattern((std::string(30, ' ') + "/dd/MM/yy").c_str(), &separator) + separator, 0u)
+        << "the pattern is read at most thirty characters";
 }
 
 TEST(DateText, ParsesThroughTheMaskWithTheFieldsCenturyRule) {
@@ -194,10 +134,9 @@ TEST(DateText, ParsesThroughTheMaskWithTheFieldsCenturyRule) {
         {0x43, "12311999", 31, 11, 99}, {0x43, "123195", 31, 11, 95},   {0x43, "12310095", 31, 11, 95},
         {0x43, "12312005", 31, 11, 105}, {0x43, "12310150", 31, 11, 150},  // 2050
         {0x43, "12001995", 0, 11, 1995},  // no day: the year stays as typed
-        {0x43, "1231", 31, 11, 0},      {0x42, "123195", 31, 11, 95},   {0x42, "0101101", 1, 0, 101},
-        {0x42, "010105", 1, 0, 5},  // 1905: two-digit orders have no window
-        {0x15, "31121999", 31, 11, 99}, {0x14, "311299", 31, 11, 99},   {0x17, "19991231", 31, 11, 99},
-        {0x16, "991231", 31, 11, 99},   {0x11, "311299", 31, 11, 99},  // unresolved default: day first
+        {0x42, "0101101", 1, 0, 101},   {0x42, "010105", 1, 0, 5},  // 1905: two-digit orders have no window
+        {0x15, "31121999", 31, 11, 99}, {0x17, "19991231", 31, 11, 99}, {0x16, "991231", 31, 11, 99},
+        {0x11, "311299", 31, 11, 99},  // unresolved default: day first
         {0x43, "", 0, -1, 0},           {0x42, "02/03/2004", 0, 1, 3},  // separators in the raw text split early
     };
     for (const auto& c : cases) {
@@ -210,37 +149,29 @@ TEST(DateText, ParsesThroughTheMaskWithTheFieldsCenturyRule) {
     }
 }
 
-TEST(DateText, FormatsRawText) {
-    const struct { uint32_t style; int year, month, day; bool blank; const char* text; } cases[] = {
+// Raw text from a date (NormaliseDateText's rows are left as typed), and the text a left field completes.
+TEST(DateText, FormatsRawTextAndCompletesTheCentury) {
+    const struct { uint32_t style; int year, month, day; bool blank; const char *text, *normalised; } cases[] = {
         {0x42, 101, 0, 1, false, "0101101"},  // the three-digit year of two-digit orders
         {0x43, 99, 11, 31, false, "12311999"}, {0x17, 105, 0, 5, false, "20050105"},
-        {0x16, 5, 0, 5, false, "050105"},      {0x15, 99, 11, 31, false, "31121999"},
         {0x43, -1850, 0, 1, false, "0101050"},  // one "0" in front, not two
-        {0x42, 5, 11, 0, false, "000000"},     {0x43, 5, 11, 0, false, "00000000"}, {0x43, 5, 11, 0, true, ""},
+        {0x42, 5, 11, 0, false, "000000"},     {0x43, 5, 11, 0, true, ""},
         {0x42, 2147483647, 2147483647, -2147483647 - 1, false, "2147483648-21474836482147483647"},
+        {0x43, 0, 0, 0, false, "123195", "12311995"},  {0x43, 0, 0, 0, false, "120095", "120095"},  // day 00: as typed
+        {0x42, 0, 0, 0, false, "12311995", "123195"},  {0x15, 0, 0, 0, false, "311299", "31121999"},
+        {0x17, 0, 0, 0, false, "99991231", "80991231"},  // 9999 is stored 8099, which is taken once more
     };
     for (const auto& c : cases) {
         struct tm d{};
         d.tm_year = c.year, d.tm_mon = c.month, d.tm_mday = c.day;
         char out[80];
-        const int32_t n = FormatDateText(out, sizeof out, &d, c.style, c.blank);
+        if (c.normalised != nullptr) {
+            NormaliseDateText(out, kDateRawMax + 1, c.text, c.style, c.blank);
+            EXPECT_STREQ(out, c.normalised) << c.text;
+            continue;
+        }
+        EXPECT_EQ(FormatDateText(out, sizeof out, &d, c.style, c.blank), static_cast<int32_t>(strlen(c.text)));
         EXPECT_STREQ(out, c.text);
-        EXPECT_EQ(n, static_cast<int32_t>(strlen(c.text)));
-    }
-}
-
-TEST(DateText, LeavingTheFieldCompletesTheCentury) {
-    const std::pair<uint32_t, std::pair<const char*, const char*>> cases[] = {
-        {0x43, {"123195", "12311995"}},
-        {0x43, {"120095", "120095"}},  // day 00: left as typed
-        {0x42, {"12311995", "123195"}},
-        {0x15, {"311299", "31121999"}},
-        {0x17, {"99991231", "80991231"}},  // 9999 is stored 8099, which is taken once more
-    };
-    for (const auto& [style, texts] : cases) {
-        char out[kDateRawMax + 1];
-        NormaliseDateText(out, sizeof out, texts.first, style, false);
-        EXPECT_STREQ(out, texts.second) << texts.first;
     }
 }
 
@@ -248,28 +179,29 @@ TEST(DateText, LeavingTheFieldCompletesTheCentury) {
 
 const char* const kPhone = "(###) ###-####";
 
-// The fuzz target models the merged text; the indexes past the placeholders and the null rules are here.
-TEST(AppToScrMask, IndexesAndNullArguments) {
-    // Application positions to screen indexes.
-    const std::pair<int32_t, int32_t> positions[] = {{0, 1}, {3, 6}, {6, 10}, {10, 14}, {12, 13}, {-1, -1}};
-    for (auto [appPos, screenIndex] : positions) {
+TEST(AppToScrMask, MergesTheTextAndMapsPositions) {
+    const struct { const char* app; int32_t appPos, noFill; const char* screen; int32_t index; } cases[] = {
+        {"", 0, 0, "(   )    -    ", 1}, {"12", 3, 0, "(12 )    -    ", 6}, {"123456", 6, 1, "(123) 456", 10},
+        {"", 10, 0, "(   )    -    ", 14}, {"", 12, 0, "(   )    -    ", 13}, {"", -1, 0, "(   )    -    ", -1},
+        {"12345678901x", 0, 0, "(123) 456-78901x", 1},  // beyond the mask the text goes on
+    };
+    for (const auto& c : cases) {
         char screen[64];
-        EXPECT_EQ(twAppToScrMask(screen, "", kPhone, appPos, 0), screenIndex) << appPos;
+        EXPECT_EQ(twAppToScrMask(screen, c.app, kPhone, c.appPos, c.noFill), c.index) << c.app << " " << c.appPos;
+        EXPECT_STREQ(screen, c.screen);
     }
     char screen[8] = "zz";
-    EXPECT_EQ(twAppToScrMask(screen, nullptr, nullptr, 0, 0), 0);
+    EXPECT_EQ(twAppToScrMask(screen, nullptr, nullptr, 0, 0) + twAppToScrMask(nullptr, "12", kPhone, 2, 0), 3);
     EXPECT_STREQ(screen, "");
-    EXPECT_EQ(twAppToScrMask(nullptr, "12", kPhone, 2, 0), 3);
     EXPECT_EQ(fk::MaskCapacity(nullptr), 0);
 }
 
 TEST(ScrToAppMask, RebuildsTheApplicationTextWhileDeletingARange) {
     const struct { const char* screen; int32_t selStart, selEnd; const char* app; int32_t result; } cases[] = {
-        {"(123) 456-7890", 2, 3, "134567890", 1},      // deletes the 2
-        {"(123) 456-7890", 1, 10, "7890", 0},          // deletes 123) 456-
-        {"(12 )    -    ", 14, 14, "12        ", 10},  // before the range blanks count
-        {"(12 )    -    ", 0, 0, "12", 0},             // behind it they are empty positions
-        {"(123) 456-7890", 6, 99, "123", 3},           // the range runs off the mask
+        // Deletes the 2, or 123) 456-; blanks before the range count, behind it they are empty positions.
+        {"(123) 456-7890", 2, 3, "134567890", 1},     {"(123) 456-7890", 1, 10, "7890", 0},
+        {"(12 )    -    ", 14, 14, "12        ", 10}, {"(12 )    -    ", 0, 0, "12", 0},
+        {"(123) 456-7890", 6, 99, "123", 3},  // the range runs off the mask
     };
     for (const auto& c : cases) {
         char app[64];
@@ -278,47 +210,44 @@ TEST(ScrToAppMask, RebuildsTheApplicationTextWhileDeletingARange) {
     }
 }
 
-// Number text: the cases the fuzz target's comparisons with the C runtime
-// do not reach: the silent wrap, the quirks of the leaving walk, the buffer
-// bounds. (The set-value text is modelled whole by the fuzz target.)
+// Number text: the silent wrap, the set-value text, the quirks of the leaving walk, the buffer bounds.
 
 TEST(NumberTextToInt32, ReadsALeadingNumberAndWrapsSilently) {
     const std::pair<const char*, int32_t> cases[] = {
-        {"1-2-3", 1}, {"  \t-42x", -42}, {"-", 0}, {"- 5", 0}, {"2147483648", INT32_MIN}, {"4294967297", 1},
+        {"1-2-3", 1},         {"  \t-42x", -42}, {"-", 0}, {"- 5", 0}, {"2147483648", INT32_MIN},
+        {"4294967297", 1}, {nullptr, 0},
     };
-    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToInt32(text), value) << text;
-    EXPECT_EQ(fk::NumberTextToInt32(nullptr), 0);
+    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToInt32(text), value) << (text ? text : "null");
 }
 
-struct Leaving {
-    const char* text;
-    int32_t places;
-    const char* result;
-};
+// Fixed notation with the places asked for; zero is blank or all zeros; without places no point is left.
+TEST(RealValueText, FixedNotationZeroAndWholeNumbers) {
+    const struct { double value; int32_t places; bool blank; const char* text; } cases[] = {
+        {-12.25, 2, 0, "-12.25"}, {0.5, 3, 0, "0.500"}, {0.0, 2, 0, "0.00"},     {0.0, 2, 1, ""}, {0.0, 0, 0, "0"},
+        {1200.0, 0, 0, "1200"},   {7.0, 1, 0, "7.0"},   {-0.004, 2, 0, "-0.00"}, {INFINITY, 2, 0, "INF"},
+    };
+    for (const auto& c : cases) {
+        char out[64];
+        fk::RealValueText(c.value, c.places, c.blank, out, sizeof out);
+        EXPECT_STREQ(out, c.text) << c.value << " " << c.places;
+    }
+}
 
 TEST(RealLeavingText, RoundsPadsAndCuts) {
-    const Leaving cases[] = {
+    const struct { std::string text; int32_t places; std::string result; } cases[] = {
         {"3.14159", 2, "3.14"}, {"2.675", 2, "2.68"},   {"7", 2, "7.00"},     {".5", 2, "0.50"},
         {"3.99", 0, "3"},       {".5", -1, "0.5"},      {"1.995", 2, "2.00"}, {"9.96", 1, "10.0"},
         {"-9.96", 1, "-10.0"},  {".96", 1, "1.0"},      {"1-9.96", 1, "1.0.0"},  // a "-" inside is just a character
         {"", 2, ".00"},         {"3.1-4", 2, "3.1-"},
+        {"." + std::string(158, '5'), -1, "0.5" + std::string(156, '5')},  // cut at the buffer's end
+        {"9." + std::string(157, '9'), 3, "10.000"},
     };
-    for (const Leaving& c : cases) {
+    for (const auto& c : cases) {
         char text[160];
-        std::strcpy(text, c.text);
+        std::strcpy(text, c.text.c_str());
         fk::RealLeavingText(text, sizeof text, c.places);
-        EXPECT_STREQ(text, c.result) << c.text << " / " << c.places;
+        EXPECT_EQ(text, c.result) << c.text << " / " << c.places;
     }
-}
-
-TEST(RealLeavingText, StaysInsideItsBuffer) {
-    char text[160];
-    std::strcpy(text, ("." + std::string(158, '5')).c_str());
-    fk::RealLeavingText(text, sizeof text, -1);
-    EXPECT_EQ(std::strlen(text), 159u);
-    std::strcpy(text, ("9." + std::string(157, '9')).c_str());
-    fk::RealLeavingText(text, sizeof text, 3);
-    EXPECT_STREQ(text, "10.000");
     char unterminated[4] = {'1', '.', '2', '6'};
     fk::RealLeavingText(unterminated, sizeof unterminated, 1);
     EXPECT_STREQ(unterminated, "1.2");
@@ -327,10 +256,9 @@ TEST(RealLeavingText, StaysInsideItsBuffer) {
 TEST(NumberTextToDouble, ReadsOnlyPlainDecimalNumbers) {
     const std::pair<const char*, double> cases[] = {
         {".5", 0.5}, {".", 0.0},   {"e5", 0.0},        {"1e+", 1.0},         {"1.2.3", 1.2},
-        {"1,5", 1.0}, {"0x10", 0.0}, {"inf", 0.0},     {"-1e999", -INFINITY}, {"1e-999", 0.0},
+        {"1,5", 1.0}, {"0x10", 0.0}, {"inf", 0.0},     {"-1e999", -INFINITY}, {"1e-999", 0.0}, {nullptr, 0.0},
     };
-    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToDouble(text), value) << text;
-    EXPECT_EQ(fk::NumberTextToDouble(nullptr), 0.0);
+    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToDouble(text), value) << (text ? text : "null");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "design/style_text.h"
 
@@ -33,40 +34,28 @@ std::string Text(const fk::StyleTable& table, uint32_t style, size_t size = 200)
     return std::string(out, strnlen(out, sizeof out));
 }
 
+// Values by equality, not by bits; all of the text or none: an editor never writes half a name.
 TEST(StyleText, BitsToText) {
-    EXPECT_EQ(Text(kTable, 0), "");
-    EXPECT_EQ(Text(kTable, 0x0313), " | X_THREE | X_DOT | X_3D3");  // values by equality, not by bits
-    EXPECT_EQ(Text(kTable, 0x00F1), " | X_ONE | X_DOT | X_DASH | X_LONG | X_LONGER");
-    EXPECT_EQ(Text(kPickTable, 0), " | P_C");
-    EXPECT_EQ(Text(kPickTable, 6), " | P_B");
-}
-
-// All of the text or none: an editor never writes half a name.
-TEST(StyleText, ShortBuffersGetNothing) {
-    const std::string whole = " | X_ONE | X_DOT";
-    EXPECT_EQ(fk::StyleText(kTable, 0x11, nullptr, 0), whole.size());
-    EXPECT_EQ(Text(kTable, 0x11, whole.size() + 1), whole);
-    EXPECT_EQ(Text(kTable, 0x11, whole.size()), "");
-    EXPECT_EQ(Text(kTable, 0x11, 1), "");
+    EXPECT_EQ((std::vector<std::string>{Text(kTable, 0), Text(kTable, 0x0313), Text(kTable, 0x00F1),
+                                        Text(kPickTable, 0), Text(kPickTable, 6), Text(kTable, 0x11, 17),
+                                        Text(kTable, 0x11, 16)}),
+              (std::vector<std::string>{"", " | X_THREE | X_DOT | X_3D3", " | X_ONE | X_DOT | X_DASH | X_LONG | X_LONGER",
+                                        " | P_C", " | P_B", " | X_ONE | X_DOT", ""}));
     char untouched = '#';
-    fk::StyleText(kTable, 0x11, &untouched, 0);
+    EXPECT_EQ(fk::StyleText(kTable, 0x11, &untouched, 0), 16u);
     EXPECT_EQ(untouched, '#');
 }
 
-TEST(StyleText, TextToBits) {
-    EXPECT_EQ(fk::StyleBits(kTable, nullptr), 0u);
-    EXPECT_EQ(fk::StyleBits(kTable, "| x_three | X_3D3"), 0x0303u);  // any case; names OR together
-    EXPECT_EQ(fk::StyleBits(kTable, "X_LONGER | X_DASH"), 0x60u);     // the first name of the group found ends it
-    EXPECT_EQ(fk::StyleBits(kPickTable, "P_B P_A"), 1u);
-}
-
-TEST(StyleText, DialogChoices) {
-    EXPECT_EQ(fk::ApplyChoice(kTable, 0x0301, 1, true), 0x0303u);  // a radio replaces its field
-    EXPECT_EQ(fk::ApplyChoice(kTable, 0x0303, 6, true), 0x0103u);  // so does a border
-    EXPECT_EQ(fk::ApplyChoice(kTable, 0x0030, 2, false), 0x0020u);  // a box clears its bits only
-    EXPECT_EQ(fk::ApplyChoice(kTable, 0, 99, true), 0u);
-    EXPECT_EQ(fk::ChosenEntry(kTable, 0x0203, kBorderList), -1);
-    EXPECT_EQ(fk::ChosenEntry(kTable, 0x0303, 1), 1);
+// Names in any case OR together, the first name of a group found ends it; a radio or a border replaces its
+// field, a box clears its bits only.
+TEST(StyleText, TextToBitsAndDialogChoices) {
+    EXPECT_EQ((std::vector<uint32_t>{fk::StyleBits(kTable, nullptr), fk::StyleBits(kTable, "| x_three | X_3D3"),
+                                     fk::StyleBits(kTable, "X_LONGER | X_DASH"), fk::StyleBits(kPickTable, "P_B P_A"),
+                                     fk::ApplyChoice(kTable, 0x0301, 1, true), fk::ApplyChoice(kTable, 0x0303, 6, true),
+                                     fk::ApplyChoice(kTable, 0x0030, 2, false), fk::ApplyChoice(kTable, 0, 99, true)}),
+              (std::vector<uint32_t>{0, 0x0303, 0x60, 1, 0x0303, 0x0103, 0x0020, 0}));
+    EXPECT_EQ(std::pair(fk::ChosenEntry(kTable, 0x0203, kBorderList), fk::ChosenEntry(kTable, 0x0303, 1)),
+              std::pair(-1, 1));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
-// Lookup-table columns: display and width lists, and their layout (the fuzz target models the splitting of
-// text into lines and lines into fields).
+// Lookup-table text: lines and fields of a table file, display and width lists, and the columns' layout.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,6 +7,30 @@
 #include "tables/table_text.h"
 
 namespace {
+
+// Lines end at CR or LF, the text at NUL or ^Z; blank lines go, judged before the cut at 255 characters.
+TEST(TableText, LinesAndFields) {
+    const std::string longBlank = std::string(300, ' ') + "x", text = "a,b\r\n \t\n" + longBlank + "\nc\x1A" "d";
+    EXPECT_EQ(fk::SplitTableText(text.c_str(), text.size()),
+              (std::vector<std::string>{"a,b", std::string(255, ' '), "c"}));
+    EXPECT_EQ(fk::SplitTableText("e\0f", 3), std::vector<std::string>{"e"});
+    // A field is cut to the buffer; the shown columns are joined by tabs, the first empty one too.
+    const struct { const char* line; int32_t column, outSize; bool found; const char* field; } fields[] = {
+        {"ab,cd", 2, 3, true, "cd"}, {"ab,cd", 2, 2, true, "c"},  {"ab,cd", 3, 8, false, ""},
+        {"ab,cd", 0, 8, true, "ab"}, {"ab,cd", 1, 0, false, "zz"},  // no room: nothing written
+    };
+    for (const auto& f : fields) {
+        char out[8] = "zz";
+        EXPECT_EQ(fk::LineField(f.line, ',', f.column, out, f.outSize), f.found) << f.column;
+        EXPECT_STREQ(out, f.field) << f.column << " " << f.outSize;
+    }
+    std::string wide;
+    for (int i = 1; i <= 32; ++i) wide += std::to_string(i) + ",";
+    EXPECT_EQ(fk::DisplayColumns(",b,c", ',', 0x7), "\tb\tc");
+    EXPECT_EQ(fk::DisplayColumns(wide.c_str(), ',', 0x80000001), "1\t32");
+    EXPECT_EQ(fk::DisplayColumns("a,b", 0, 0), "a,b");
+    EXPECT_EQ(fk::ColumnMask(" 1,32,33,0,x,02"), 0x80000003u);
+}
 
 // Display lists keep their order and drop what is not a column 1-32; width lists keep their places.
 TEST(TableText, ColumnAndWidthLists) {
@@ -24,40 +47,14 @@ TEST(TableText, ColumnAndWidthLists) {
         got.assign(out, out + fk::NumberList(c.list, out, 8));
         EXPECT_EQ(got, c.numbers) << c.list;
     }
-    int32_t few[2];
-    EXPECT_EQ(fk::ColumnList("1,2,3,4", few, 2), 2);
-    EXPECT_EQ(fk::NumberList(std::string(5000, ',').c_str(), few, 2), 2);
     const int32_t widths[] = {40, 7, 1000};
     char text[16];
     EXPECT_EQ(fk::FormatNumberList(widths, 3, text, sizeof text), 9);
     EXPECT_STREQ(text, "40,7,1000");
     EXPECT_EQ(fk::FormatNumberList(widths, 3, text, 6), 4);  // only whole numbers
     EXPECT_STREQ(text, "40,7");
-    EXPECT_EQ(fk::FieldCount("a,b,,c", ','), 4);
-    EXPECT_EQ(fk::FieldCount(std::string(100, '|').c_str(), '|'), 32);
-}
-
-// Widths given win, then tab stops, then equal shares of what is left; a dialog unit is a quarter of baseX.
-TEST(TableText, ColumnLayout) {
-    const int32_t widths[] = {40, 0, 2}, stops[] = {30, 70}, every[] = {25};
-    struct { int32_t count; fk::ColumnUnits units; std::vector<int32_t> px; } cases[] = {
-        {3, {widths, 3, nullptr, 0}, {60, 174, 6}},    // 240 - 60 - 6 left for the second; 2 units is below 4
-        {3, {nullptr, 0, stops, 2}, {45, 60, 135}},    // stops end columns 1 and 2
-        {3, {widths, 1, stops, 2}, {60, 60, 120}},
-        {2, {nullptr, 0, every, 1}, {38, 38}},         // one stop spaces every column alike
-        {2, {nullptr, 0, nullptr, 0}, {120, 120}},
-        {4, {widths, 1, nullptr, 0}, {60, 60, 60, 60}},
-    };
-    for (const auto& c : cases) {
-        int32_t px[fk::kMaxColumns] = {};
-        fk::LayoutColumns(c.count, c.units, 6, 240, px);
-        EXPECT_EQ(std::vector<int32_t>(px, px + c.count), c.px) << c.count << " " << c.units.widthCount;
-    }
-    int32_t narrow[2];
-    fk::LayoutColumns(2, {nullptr, 0, nullptr, 0}, 6, 0, narrow);
-    EXPECT_EQ(narrow[0], 6);  // never below four units
-    EXPECT_EQ(fk::PixelsToUnits(fk::UnitsToPixels(37, 7), 7), 37);
-    EXPECT_EQ(fk::UnitsToPixels(10, 0), 3);  // a base of 0 counts as 1
+    EXPECT_EQ(std::pair(fk::FieldCount("a,b,,c", ','), fk::FieldCount(std::string(100, '|').c_str(), '|')),
+              std::pair(4, 32));
 }
 
 }  // namespace
