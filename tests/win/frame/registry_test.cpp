@@ -6,10 +6,15 @@
 #include <cstring>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "include/fldkit.h"
 #include "tests/support/bitness.h"
+#include "tests/support/msgbox_watch.h"
+#include "tests/support/recorder.h"
 #include "tests/support/window.h"
+
+extern "C" int WINAPI fkFailAllocation(int nth);
 
 namespace {
 
@@ -127,6 +132,75 @@ TEST(MethodBlock, StringFieldCutsAt1023CharactersAndKeepsItsWords) {
     SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MASK(##-##)"));
     const char* mask = fktest::TextWord(field, 30, 42);
     EXPECT_STREQ(mask ? mask : "(none)", "##-##");
+}
+
+// The DLL as installers and linkers see it: its version resource names the file and the project version
+// ("major.minor.patch"), and no export carries a stdcall decoration or a leading underscore.
+TEST(TheDll, NamesItsFileAndVersionAndExportsPlainNames) {
+    char path[MAX_PATH] = "";
+    ASSERT_GT(GetModuleFileNameA(Dll(), path, MAX_PATH), 0u);
+    std::vector<char> data(GetFileVersionInfoSizeA(path, nullptr));
+    ASSERT_TRUE(!data.empty() && GetFileVersionInfoA(path, 0, static_cast<DWORD>(data.size()), data.data()));
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT size = 0;
+    ASSERT_TRUE(VerQueryValueA(data.data(), "\\", reinterpret_cast<void**>(&fixed), &size));
+    std::string seen = std::to_string(fixed->dwFileType) + " " + std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." +
+                       std::to_string(LOWORD(fixed->dwFileVersionMS));
+    for (const char* name : {"OriginalFilename", "FileVersion", "ProductVersion", "ProductName"}) {
+        char* value = nullptr;
+        const std::string key = std::string("\\StringFileInfo\\040904B0\\") + name;
+        const bool found = VerQueryValueA(data.data(), key.c_str(), reinterpret_cast<void**>(&value), &size);
+        seen += std::string("|") + (found ? value : "-");
+    }
+    const std::string version = FK_PROJECT_VERSION;
+    EXPECT_EQ(seen, std::to_string(VFT_DLL) + " " + version.substr(0, version.rfind('.')) + "|" + FK_DLL_NAME + "|" +
+                        version + "|" + version + "|FieldKit");
+
+    const auto* base = reinterpret_cast<const BYTE*>(Dll());
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto* exports = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(
+        base + nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress);
+    const auto* names = reinterpret_cast<const DWORD*>(base + exports->AddressOfNames);
+    std::string decorated;
+    for (DWORD i = 0; i < exports->NumberOfNames; ++i) {
+        const char* name = reinterpret_cast<const char*>(base + names[i]);
+        if (std::strchr(name, '@') != nullptr || name[0] == '_') decorated += std::string(name) + " ";
+    }
+    EXPECT_GT(exports->NumberOfNames, 30u);
+    EXPECT_EQ(decorated, "");
+}
+
+// A failing allocation ends each step quietly: the method store keeps what it had, the services answer their
+// failure value without a box, and a field's whole life survives its nth allocation failing, for every n it reaches.
+TEST(AllocationFailure, EachStepEndsQuietlyAndNothingIsLeft) {
+    fktest::MessageBoxWatcher boxes;
+    fktest::RecordingParent parent;
+    auto field = fktest::MakeChild(parent, "gxString32", 0, 100, 150, 24);
+    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(4)"));
+    fkFailAllocation(1);
+    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(9)"));
+    EXPECT_EQ(GetMethod(field) + "/" + std::to_string(SendMessageA(field, GXM_GETLIMIT, 0, 0)), "/4");
+    char method[] = "@MSG(x)";
+    EXPECT_EQ((fkFailAllocation(1), ListClasses(nullptr, 0, nullptr, nullptr)), nullptr);
+    EXPECT_EQ((fkFailAllocation(1), twClipboardCopyText(field, "abc", 3)), 0);
+    EXPECT_EQ((fkFailAllocation(1), twShowError(field, method, GXT_TEXT, GXE_NOTENTERED)), 0);
+    EXPECT_TRUE(boxes.boxes().empty());
+    for (int nth = 1; nth <= 12; ++nth) {
+        fkFailAllocation(nth);
+        auto life = fktest::MakeChild(parent, "gxString32", 0, 101, 150, 24);
+        SendMessageA(life, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MASK(###)@MND@DROPTARG"));
+        SendMessageA(life, GXM_EXCLUDE, 1, reinterpret_cast<LPARAM>("9"));
+        SendMessageA(life, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("12"));
+        SendMessageA(life, EM_SETSEL, 0, 2);
+        SendMessageA(life, WM_KEYDOWN, 'C', 0);
+        twClipboardCopyText(life, "12", 2);
+        SendMessageA(life, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(""));
+        SendMessageA(life, GXM_VALIDATE, 0, 0);
+    }
+    fkFailAllocation(0);
+    field.reset();
+    EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr));
 }
 
 }  // namespace
