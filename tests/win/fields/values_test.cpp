@@ -38,6 +38,9 @@ std::string Read(char kind, const Value& v) {  // a value as text, to compare
 // A value set is shown without EN_CHANGE (the field held "9" unless the row says otherwise); read back in the same
 // type it gives the value again, or what the row says, and not a byte more than the type takes.
 TEST_F(Values, SetShowsAndGetReadsBack) {
+    const std::string longest(159, '7');  // the most a field holds
+    char today[16];
+    GetDateFormatA(LOCALE_USER_DEFAULT, 0, nullptr, "MMddyyyy", today, sizeof today);
     const struct {
         const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
         const char* shown; bool back = true; const char *text = "", *held = "9", *read = nullptr;
@@ -45,6 +48,7 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {num, NUM_LONG, "@BLNK", 1, 'i', 0, ""}, {num, NUM_LONG, "@BLNK", 0, 'i', -42, "-42"},
         {num, 0, "", 4, 's', 0, "12abc", true, "12abc"}, {num, 0, "", 7, 's', 0, "", false, "9"},  // unknown: emptied
         {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
+        {real, REAL_DOUBLE, "", GXT_FLOAT, 'i', 1074790400, "2", false},  // the bits of the float 2.25
         {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "9", false, "5.5"},
         {cur, CURR_CHAR, "@CF_FRANCE", GXT_DOUBLE, 'd', 98765.4, "98.765,40 F"},  // wParam picks the type
         {cur, CURR_CHAR, "@CF_UNITEDSTATES", 0, 's', 0, "$1,234.50", true, "1234.5", "9", "$1,234.50"},
@@ -54,6 +58,8 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
         {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false, "", ""},  // the empty date
         {date, DATE_MMDDYYYY, "", GXT_TMSTRUCT, 't', 19000100, "00000000"},
+        {date, DATE_MMDDYYYY | DATE_CHAR, "@DATE", 0, 's', 0, today, false, "01011990"},  // every value is today
+        {str, 0, "", 0, 's', 0, longest.c_str(), true, longest.c_str(), "9", longest.c_str() + 80},  // read: 79
         {str, 0, "@LIMIT(3)", 0, 's', 0, "hello", true, "hello", "9", "hel"}};
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
