@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "include/fldkit.h"
+#include "tests/support/drag.h"
 #include "tests/support/files.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
@@ -139,7 +140,7 @@ TEST_F(Tables, SurviveHostileTables) {
 // afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the method string and
 // the list loads again. A table list serving its key: a string field linked as client shows each selection. The
 // list's type answers the key's size. F1 opens help in the list and in the combo's edit part; each pick by key or
-// type-ahead tells the dialog LBN_SELCHANGE.
+// type-ahead tells the dialog LBN_SELCHANGE. A line pressed and dragged drops its key into a field.
 TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) {
     const std::string piped = "@TBL(" + WriteTable("fk_piped.tbl", "X1|one\r\nX2|two\r\n") + ")";
     COMBOBOXINFO info{sizeof info};
@@ -182,15 +183,19 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
          ")@DISPLAY(2)", kValue, ""},
         {list, WM_KEYDOWN, VK_HOME, "", kValue, "NDL"},
         {list, WM_CHAR, 0, std::string("new\x01 y"), kValue, "NYC"},
-        {list, GXM_SETMETHOD, 0, tbl + "@SERVER(FkTables,Cities,Key)", kValue, ""},
-        {field, GXM_SETMETHOD, 0, "@CLIENT(FkTables,Cities,Key)NOAUTOSTART", WM_GETTEXT, ""},
+        {list, GXM_SETMETHOD, 0, tbl + "@DISPLAY(2)@DRAGSRC", kValue, ""},
+        {field, GXM_SETMETHOD, 0, "@DROPTARG", WM_GETTEXT, ""},
+        {field, WM_LBUTTONDOWN, 0, "", WM_GETTEXT, "BER"},  // the list's first line dragged onto the field
+        {list, GXM_SETMETHOD, 0, tbl + "@SERVER(FkTables,Cities,Key)", kValue, "BER"},
+        {field, GXM_SETMETHOD, 0, "@CLIENT(FkTables,Cities,Key)NOAUTOSTART", WM_GETTEXT, "BER"},
         {list, GXM_SETVALUE, 0, "LIS", kValue, "LIS"},
         {field, WM_NULL, 0, "", WM_GETTEXT, "LIS"},
         {list, WM_KEYDOWN, VK_DOWN, "", kValue, "ROM"},
         {field, WM_NULL, 0, "", WM_GETTEXT, "ROM"},
     };
     for (const auto& s : steps) {
-        if (s.msg != WM_CHAR) SendMessageA(s.h, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text.c_str()));
+        if (s.msg == WM_LBUTTONDOWN) DragOnto(list, {20, 2}, s.h);
+        else if (s.msg != WM_CHAR) SendMessageA(s.h, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text.c_str()));
         for (char c : s.msg == WM_CHAR ? s.text : "") {
             if (s.h == list && c > ' ') SendMessageA(s.h, WM_KEYDOWN, LOBYTE(VkKeyScanA(c)), 0);
             SendMessageA(s.h, WM_CHAR, static_cast<unsigned char>(c), 0);
