@@ -100,14 +100,22 @@ protected:
     fktest::UniqueWindow ticker_ = fktest::MakeChild(parent_, "gxTicker32", 0, 5, kTickerWidth, 24);
 };
 
-// The step grows with the interval: one tick from 0 moves by it.
-TEST_F(Ticker, StepsByInterval) {
+// The step grows with the interval: one tick from 0 moves by it. With no text, the line is the blank lead-in that
+// fills the width; a tick at its end starts again from 0.
+TEST_F(Ticker, StepsByIntervalAndWraps) {
+    HDC dc = GetDC(ticker_);
+    SIZE blank{};
+    GetTextExtentPoint32A(dc, " ", 1, &blank);
+    ReleaseDC(ticker_, dc);
+    const int end = (kTickerWidth + blank.cx - 1) / blank.cx;  // the lead-in's length at step 1
+    const struct { UINT interval; int from, to; } rows[] = {
+        {0, 0, 1}, {70, 0, 1}, {71, 0, 2}, {200, 0, 2}, {201, 0, 3}, {5000, 0, 3}, {0, end - 1, end}, {0, end, 1}};
     SendMessageA(ticker_, GXM_TICKER_STOP, 1, 0);
-    for (auto [interval, step] : {std::pair{0u, 1}, {70u, 1}, {71u, 2}, {200u, 2}, {201u, 3}, {5000u, 3}}) {
-        SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, interval, 0);
-        SetWindowWord(ticker_, kPositionWord, 0);
+    for (const auto& r : rows) {
+        SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, r.interval, 0);
+        SetWindowWord(ticker_, kPositionWord, static_cast<WORD>(r.from));
         SendMessageA(ticker_, WM_TIMER, 99, 0);
-        EXPECT_EQ(GetWindowWord(ticker_, kPositionWord), step) << interval;
+        EXPECT_EQ(GetWindowWord(ticker_, kPositionWord), r.to) << r.interval << " from " << r.from;
     }
 }
 

@@ -144,7 +144,7 @@ TEST_F(Pictures, ClicksStartTheProgramThroughTwExecProgram) {
 }
 
 // A picture with "@DRAGSRC" drags its file name; dropped on a picture that takes drops ("@DROPTARG"), the name
-// becomes that one's picture too.
+// becomes that one's picture too, as does a name dropped from a field.
 TEST_F(Pictures, DragTheirNameToAnotherPicture) {
     auto source = Make("gxBitmap32", 0, 20, 20, std::string("@DRAGSRC@BITMAP(") + files_.rle.path() + ")");
     auto target = Make("gxBitmap32", 0, 20, 20, "@DROPTARG");
@@ -153,6 +153,10 @@ TEST_F(Pictures, DragTheirNameToAnotherPicture) {
     DragOnto(source, {2, 2}, target);
     EXPECT_EQ(Value(target) + "|" + Value(source), std::string(files_.rle.path()) + "|" + files_.rle.path());
     EXPECT_EQ(GetCapture(), nullptr);
+    auto field = Make("gxString32", 0, 60, 20, "@DRAGSRC");
+    SetWindowTextA(field, (std::string(" ") + files_.four.path() + " ").c_str());
+    DragOnto(field, {2, 2}, target);
+    EXPECT_EQ(Value(target), files_.four.path()) << "the name dropped from a field, without its blanks";
 }
 
 // ---- buttons ----

@@ -61,7 +61,8 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
         {str, "@LIMIT(2)@AUTOTAB@RNG(10,20)", "", 0, 0, "05", "05", 0},
         {date, "@AUTOTAB", "", 0, 0, "12311999", "12311999\t", 0}, {str, "@LIMIT(3)@AUTOTAB", "", 0, 0, "12", "12", 0},
         {str, "", "", 0, 0, "aBC", "Abc", 0, STR_FIRSTCHARUPPER | STR_LOWER},
-        {str, "", "", 0, 0, "a1 -b2.", "a1 b2", 2, STR_ALPHANUM}};
+        {str, "", "", 0, 0, "a1 -b2.", "a1 b2", 2, STR_ALPHANUM},
+        {cur, "@CF_UNITEDSTATES", "", 0, 0, "12.345", "12.345", 0, CURR_RIGHTJUST}};
     for (const auto& c : cases) {
         Make(c.cls, c.cls == date ? DATE_MMDDYYYY : c.style, c.method);
         SetWindowTextA(field_, c.start);

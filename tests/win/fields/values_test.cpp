@@ -38,6 +38,7 @@ std::string Read(char kind, const Value& v) {  // a value as text, to compare
 // A value set is shown without EN_CHANGE (the field held "9" unless the row says otherwise); read back in the same
 // type it gives the value again, or what the row says, and not a byte more than the type takes.
 TEST_F(Values, SetShowsAndGetReadsBack) {
+    const std::string longest(159, '7');  // the most a field holds
     const struct {
         const char* cls; DWORD style; const char* method; WPARAM type; char kind; double value;
         const char* shown; bool back = true; const char *text = "", *held = "9", *read = nullptr;
@@ -45,6 +46,7 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {num, NUM_LONG, "@BLNK", 1, 'i', 0, ""}, {num, NUM_LONG, "@BLNK", 0, 'i', -42, "-42"},
         {num, 0, "", 4, 's', 0, "12abc", true, "12abc"}, {num, 0, "", 7, 's', 0, "", false, "9"},  // unknown: emptied
         {real, REAL_DOUBLE, "@DECP(2)", 0, 'd', -1234.5, "-1234.50"},
+        {real, REAL_DOUBLE, "", GXT_FLOAT, 'i', 1074790400, "2", false},  // the bits of the float 2.25
         {real, REAL_DOUBLE, "@BLNK", 3, 0, 0, "", false}, {real, REAL_DOUBLE, "", 4, 's', 0, "9", false, "5.5"},
         {cur, CURR_CHAR, "@CF_FRANCE", GXT_DOUBLE, 'd', 98765.4, "98.765,40 F"},  // wParam picks the type
         {cur, CURR_CHAR, "@CF_UNITEDSTATES", 0, 's', 0, "$1,234.50", true, "1234.5", "9", "$1,234.50"},
@@ -54,6 +56,7 @@ TEST_F(Values, SetShowsAndGetReadsBack) {
         {date, DATE_DDMMYYYY | DATE_LONG, "", 0, 'l', 20040229, "29022004"},
         {date, DATE_MMDDYYYY, "", 0, 0, 0, "00000000", false, "", ""},  // the empty date
         {date, DATE_MMDDYYYY, "", GXT_TMSTRUCT, 't', 19000100, "00000000"},
+        {str, 0, "", 0, 's', 0, longest.c_str(), true, longest.c_str(), "9", longest.c_str() + 80},  // read: 79
         {str, 0, "@LIMIT(3)", 0, 's', 0, "hello", true, "hello", "9", "hel"}};
     for (const auto& c : cases) {
         Make(c.cls, c.style, c.method);
@@ -102,7 +105,10 @@ TEST_F(Values, TypeFromStyleOrAskedAndValidationByIt) {
 
 // The limit messages and what typing then takes; the method string's @LIMIT sets the limit and its absence clears it.
 // Every scroll code notifies, then runs the focus steps; spinning wraps, ignores @BLNK and limit, drops fractions.
+// A method with "@DATE" makes a date field show today.
 TEST_F(Values, LimitMessagesAndTheSpin) {
+    char today[16];  // what "@DATE" puts in a date field of the default order
+    GetDateFormatA(LOCALE_USER_DEFAULT, 0, nullptr, "MMddyyyy", today, sizeof today);
     const struct { const char *cls, *method, *start; UINT msg; WPARAM wp; LPARAM lp; LRESULT answer; const char* end; }
     cases[] = {
         {num, "@LIMIT(3)", "", GXM_GETLIMIT, 0, 0, 3, "123"}, {num, "", "", EM_LIMITTEXT, 7, 0, 0, "1234567"},
@@ -111,7 +117,8 @@ TEST_F(Values, LimitMessagesAndTheSpin) {
         {cur, "@LIMIT(7)", "", GXM_SETLIMIT, 1, 4, 0, "1234"}, {str, "@LIMIT(5)", "", GXM_SETLIMIT, 0, 9, 0, "1234567890"},
         {num, "", "2147483647", WM_VSCROLL, SB_LINEUP, 0, 0, "-2147483648"},
         {num, "", "5", WM_VSCROLL, SB_ENDSCROLL, 0, 0, "5"}, {real, "", "2.5", WM_VSCROLL, SB_LINEUP, 0, 0, "3"},
-        {num, "@BLNK@LIMIT(1)", "0", WM_VSCROLL, SB_LINEDOWN, 0, 0, "-1"}};
+        {num, "@BLNK@LIMIT(1)", "0", WM_VSCROLL, SB_LINEDOWN, 0, 0, "-1"},
+        {date, "", "x", GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DATE"), 0, today}};
     for (const auto& c : cases) {
         Make(c.cls, 0, c.method);
         SetWindowTextA(field_, c.start);

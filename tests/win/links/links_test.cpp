@@ -204,6 +204,7 @@ TEST_F(Drag, DropsFromAnEdit) {
         {"@DRAGSRC", "gxReal32", "@DROPTARG", "3,5", "3", "3,5"},
         {"@DRAGSRC", "gxCurrency32", "@DROPTARG", "a1b2", "", "a1b2"},
         {"@DRAGSRC(1)", "edit", "@DROPTARG(4)", "moved", "moved", ""},  // no selection: the whole text
+        {"@DRAGSRC", "edit", "@DROPTARG(4)", "a\nb", "a b", "a\nb"},  // a one-line edit takes no line end
         {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG@DROPCHANNEL(x)", "text", "kept", "text"},
         {"@DRAGSRC(1)", "edit", "@DROPTARG@DROPCHANNEL(X)", "text", "kept", "text"},
         {"@DRAGSRC(1)@DRAGCHANNEL(X)", "edit", "@DROPTARG", "text", "kept", "text"},
@@ -261,7 +262,7 @@ protected:
 };
 
 // Help: a message box comes first; a command is carried out besides a topic. Programs start with their command
-// line, unless a unique one's file is found.
+// line, unless a unique one's file is found; a program's window is found by its module name.
 TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
     const std::string force = Help("b.hlp", HELP_FORCEFILE, "0"), shown = " " + std::to_string(SW_SHOWNORMAL);
     const struct { bool program; const char* method; UINT result; Strings calls; } cases[] = {
@@ -283,6 +284,9 @@ TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
         EXPECT_EQ(g_calls, c.calls) << c.method;
     }
     EXPECT_EQ(GetFocus(), control.get());
+    const std::vector<HWND> windows{twGetModuleWindow("C:\\here\\found.exe"), twGetModuleWindow("LINKS_TESTS")};
+    EXPECT_EQ(windows[0], nullptr) << "no window of that module";
+    EXPECT_EQ(GetWindowThreadProcessId(windows[1], nullptr), GetCurrentThreadId()) << "one of this program's";
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption, "Type a number/Help");
 }

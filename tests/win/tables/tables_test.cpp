@@ -5,7 +5,9 @@
 #include <cstdio>
 
 #include "include/fldkit.h"
+#include "tests/support/drag.h"
 #include "tests/support/files.h"
+#include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
 #include "tests/support/window.h"
 #include "tests/win/display/pixels.h"
@@ -19,8 +21,8 @@ std::string Find(const std::string& name, int column, const char* key, char deli
     return TakeLine(twSearchTable(name.c_str(), column, key, delimiter, nullptr, 0));
 }
 
-// Lines found by key column (clipped, in case); a table is read once and kept by name until freed; a file of 4 MiB
-// is read, one byte more is not. (The popup's picks are the validation tests'.)
+// Lines found by key column (clipped, in case); a table is read once and kept by name until freed or copied over;
+// a file of 4 MiB is read, one byte more is not. (The popup's picks are the validation tests'.)
 TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
     const std::string odd = WriteTable("fk_odd.tbl", " PAR , Paris ,FR\r\nrom,lower,xx\r\nROM,Rome,IT\r\nB|Berlin\r\n");
     const struct { int column; const char* key; char delimiter; const char* line; } cases[] = {
@@ -29,6 +31,11 @@ TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
     };
     for (const auto& c : cases) EXPECT_EQ(Find(odd, c.column, c.key, c.delimiter), c.line) << c.column << c.key;
     EXPECT_EQ(Find(odd.substr(0, odd.size() - 4), 1, "ROM"), "ROM,Rome,IT") << "\".tbl\" is added";
+    const std::string copy = WriteTable("fk_copy.tbl", "OLD,1\r\n");
+    EXPECT_EQ(Find(copy, 1, "OLD"), "OLD,1");
+    EXPECT_EQ(twCopyFile(odd.c_str(), copy.c_str()), 1);
+    EXPECT_EQ(Find(copy, 1, "OLD") + "/" + Find(copy, 1, "ROM"), "<none>/ROM,Rome,IT") << "a copy is read afresh";
+    DeleteFileA(copy.c_str());
     DeleteFileA(odd.c_str());
     EXPECT_EQ(Find(odd, 1, "ROM"), "ROM,Rome,IT") << "the kept lines still answer";
     EXPECT_EQ((std::vector<int>{twFreeTable(odd.c_str()), twFreeTable(odd.c_str())}), (std::vector<int>{1, 0}));
@@ -41,8 +48,11 @@ TEST(TableStore, SearchesKeepsTablesByNameAndReadsUpToFourMebibytes) {
     }
 }
 
+int g_selChanges = 0;  // the LBN_SELCHANGE notices the dialog heard
+
 // The dialog hands a DDE initiate on to its controls (it reaches top-level windows only).
 INT_PTR CALLBACK LinkingDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_COMMAND && HIWORD(wp) == LBN_SELCHANGE) ++g_selChanges;
     for (HWND c = msg == WM_DDE_INITIATE ? GetWindow(dialog, GW_CHILD) : nullptr; c; c = GetWindow(c, GW_HWNDNEXT))
         SendMessageA(c, msg, wp, lp);
     return msg == WM_INITDIALOG;
@@ -129,7 +139,8 @@ TEST_F(Tables, SurviveHostileTables) {
 // again goes on to the next line with it; a blank is searched for, a control character is not); a key press starts
 // afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the method string and
 // the list loads again. A table list serving its key: a string field linked as client shows each selection. The
-// list's type answers the key's size.
+// list's type answers the key's size. F1 opens help in the list and in the combo's edit part; each pick by key or
+// type-ahead tells the dialog LBN_SELCHANGE. A line pressed and dragged drops its key into a field.
 TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) {
     const std::string piped = "@TBL(" + WriteTable("fk_piped.tbl", "X1|one\r\nX2|two\r\n") + ")";
     COMBOBOXINFO info{sizeof info};
@@ -137,8 +148,12 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
     const HWND edit = info.hwndItem;  // a drop-down list is given an edit part all the same
     ASSERT_NE(edit, combo);
     constexpr UINT kLines = 1, kSelection = EM_GETSEL, kValue = GXM_GETVALUE, kMethod = GXM_GETMETHOD;
+    constexpr UINT kHelpBox = WM_HELP;  // the text of the last message box shown
+    MessageBoxWatcher boxes;
+    g_selChanges = 0;
     const struct { HWND h; UINT msg; WPARAM wp; std::string text; UINT ask; std::string shown; } steps[] = {
-        {list, GXM_SETMETHOD, 0, tbl + "@RNG(B,BRZ)@DISPLAY(2,1)", kLines, "BER,brn,BRU,"},
+        {list, GXM_SETMETHOD, 0, tbl + "@RNG(B,BRZ)@DISPLAY(2,1)@HELPMSG1(Pick)", kLines, "BER,brn,BRU,"},
+        {list, WM_KEYDOWN, VK_F1, "", kHelpBox, "Pick"},
         {combo, GXM_SETMETHOD, 0, "@TBL(FKCITIES)@RES@KEY(2)", kLines, "Oslo,Paris,"},
         {list, GXM_SETVALUE, 0, "BRU", WM_GETTEXT, "BRU"},
         {list, GXM_SETVALUE, 0, "BRN", kValue, ""},
@@ -149,7 +164,8 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
         {list, WM_KEYDOWN, VK_END, "", kValue, "ROM"},
         {list, WM_CHAR, 0, "b", kValue, "BER"},
         {list, WM_CHAR, 0, "b", kValue, "brn"},
-        {combo, GXM_SETMETHOD, 0, tbl + "@DISPLAY(1,2)", kValue, ""},
+        {combo, GXM_SETMETHOD, 0, tbl + "@DISPLAY(1,2)@HELPMSG1(Type)", kValue, ""},
+        {edit, WM_KEYDOWN, VK_F1, "", kHelpBox, "Type"},
         {edit, WM_CHAR, 0, "r", kSelection, "ROM 1-3"},
         {edit, WM_CHAR, 0, "\b\bB", kSelection, "BER 1-3"},
         {edit, WM_CHAR, 0, "r", kSelection, "brn 2-3"},
@@ -161,20 +177,25 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
         {list, GXM_SETDISPLAY, 0, "", kMethod, piped + "@DLM(|)"},
         {list, GXM_SETTABSTOPS, 0, "30,70", kMethod, piped + "@DLM(|)@TABSTOP(30,70)"},
         {list, GXM_SETCOLWIDTHS, 0, "20", kMethod, piped + "@DLM(|)@TABSTOP(30,70)@COLWIDTH(20)"},
-        {combo, GXM_SETCOLWIDTHS, 0, "20", kMethod, tbl + "@DISPLAY(1,2)"},  // not the combo's
+        {combo, GXM_SETCOLWIDTHS, 0, "20", kMethod, tbl + "@DISPLAY(1,2)@HELPMSG1(Type)"},  // not the combo's
+        {combo, GXM_SETDELIMITER, 0, "|", kMethod, tbl + "@DISPLAY(1,2)@HELPMSG1(Type)@DLM(|)"},
         {list, GXM_SETMETHOD, 0, "@TBL(" + WriteTable("fk_new.tbl", "NDL,New Delhi\r\nNWK,Newark\r\nNYC,New York\r\n") +
          ")@DISPLAY(2)", kValue, ""},
         {list, WM_KEYDOWN, VK_HOME, "", kValue, "NDL"},
         {list, WM_CHAR, 0, std::string("new\x01 y"), kValue, "NYC"},
-        {list, GXM_SETMETHOD, 0, tbl + "@SERVER(FkTables,Cities,Key)", kValue, ""},
-        {field, GXM_SETMETHOD, 0, "@CLIENT(FkTables,Cities,Key)NOAUTOSTART", WM_GETTEXT, ""},
+        {list, GXM_SETMETHOD, 0, tbl + "@DISPLAY(2)@DRAGSRC", kValue, ""},
+        {field, GXM_SETMETHOD, 0, "@DROPTARG", WM_GETTEXT, ""},
+        {field, WM_LBUTTONDOWN, 0, "", WM_GETTEXT, "BER"},  // the list's first line dragged onto the field
+        {list, GXM_SETMETHOD, 0, tbl + "@SERVER(FkTables,Cities,Key)", kValue, "BER"},
+        {field, GXM_SETMETHOD, 0, "@CLIENT(FkTables,Cities,Key)NOAUTOSTART", WM_GETTEXT, "BER"},
         {list, GXM_SETVALUE, 0, "LIS", kValue, "LIS"},
         {field, WM_NULL, 0, "", WM_GETTEXT, "LIS"},
         {list, WM_KEYDOWN, VK_DOWN, "", kValue, "ROM"},
         {field, WM_NULL, 0, "", WM_GETTEXT, "ROM"},
     };
     for (const auto& s : steps) {
-        if (s.msg != WM_CHAR) SendMessageA(s.h, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text.c_str()));
+        if (s.msg == WM_LBUTTONDOWN) DragOnto(list, {20, 2}, s.h);
+        else if (s.msg != WM_CHAR) SendMessageA(s.h, s.msg, s.wp, reinterpret_cast<LPARAM>(s.text.c_str()));
         for (char c : s.msg == WM_CHAR ? s.text : "") {
             if (s.h == list && c > ' ') SendMessageA(s.h, WM_KEYDOWN, LOBYTE(VkKeyScanA(c)), 0);
             SendMessageA(s.h, WM_CHAR, static_cast<unsigned char>(c), 0);
@@ -185,10 +206,12 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
         const std::string selection = WindowText(combo) + " " + std::to_string(from) + "-" + std::to_string(to);
         EXPECT_EQ(s.ask == kSelection ? selection
                   : s.ask == kLines   ? Lines(s.h)
+                  : s.ask == kHelpBox ? (boxes.boxes().empty() ? "" : boxes.boxes().back().text)
                                       : (s.ask == WM_GETTEXT ? WindowText(s.h) : Ask(s.h, s.ask)),
                   s.shown)
             << s.text;
     }
+    EXPECT_EQ(g_selChanges, 13);  // the picks by key and by type-ahead
     LONG size = 0;
     EXPECT_EQ(SendMessageA(list, GXM_GETTYPE, GXT_TEXT, reinterpret_cast<LPARAM>(&size)), GXT_TABLE);
     EXPECT_EQ(size, 256);
