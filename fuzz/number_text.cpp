@@ -25,7 +25,7 @@ void values(Input& in, int32_t mostPlaces) {
     double value;  // eight bytes as they lie in a double: any value, NaN and infinities too
     for (size_t i = 0; i < sizeof value; ++i) reinterpret_cast<char*>(&value)[i] = in.ch();
     const int32_t number = in.signedNumber(), places = std::max(number % mostPlaces, 0);
-    const size_t size = 1 + static_cast<uint32_t>(in.number()) % 1400;
+    const size_t size = 1 + static_cast<uint32_t>(in.number()) % (mostPlaces + 200);
     Heap out(std::string(), size, 'V'), whole(std::string(), 1 + size % 16, 'W');
     fk::RealValueText(value, places, (size & 1) != 0, out.get(), size);
     const size_t n = fk::WriteInt32(whole.get(), 1 + size % 16, number);
@@ -43,7 +43,7 @@ void values(Input& in, int32_t mostPlaces) {
 void leavingText(Input& in) {
     const int32_t places = in.signedNumber() % 300;
     const size_t extra = in.byte();
-    const std::string text = in.text(400);
+    const std::string text = in.text(200);
     Heap t(text, text.size() + 1 + extra, 'L');
     fk::RealLeavingText(t.get(), text.size() + 1 + extra, places);
     check(t.terminated(), "RealLeavingText stays inside its buffer", text);
