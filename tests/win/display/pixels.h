@@ -46,12 +46,6 @@ struct Canvas {
 };
 using Capture = Canvas;
 
-inline void FillClient(HWND h, COLORREF colour) {
-    HDC dc = GetDC(h);
-    FillDC(dc, Client(h), colour);
-    ReleaseDC(h, dc);
-}
-
 // Paints everything pending now; tickers advance only when a test says so.
 inline void PaintNow(HWND top) {
     RedrawWindow(top, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
