@@ -63,9 +63,9 @@ std::string GetMethod(HWND h) {
     return std::string(buffer, strnlen(buffer, sizeof buffer));
 }
 
-// The class as registered and in the class list for dialog editors; its method string kept where callers read it, and returned: 256 characters or more
-// arrive as exactly 256 bytes, unterminated, the rest of the buffer untouched. Numbers of the set without meaning
-// reach the default procedure (0).
+// The class as registered and in the class list for dialog editors; its method string kept where callers read it,
+// and returned: 256 characters or more arrive as exactly 256 bytes, unterminated, the rest of the buffer untouched.
+// Numbers of the set without meaning reach the default procedure (0).
 TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
     const ClassExpectation& e = GetParam();
     WNDCLASSA wc{}, base{};
