@@ -210,14 +210,19 @@ TEST(ScrToAppMask, RebuildsTheApplicationTextWhileDeletingARange) {
     }
 }
 
-// Number text: the silent wrap, the set-value text, the quirks of the leaving walk, the buffer bounds.
+// Number text: whole numbers wrap silently, real ones are only plain decimals; the set-value text, the quirks of the leaving walk, the buffer bounds.
 
-TEST(NumberTextToInt32, ReadsALeadingNumberAndWrapsSilently) {
-    const std::pair<const char*, int32_t> cases[] = {
+TEST(NumberText, ReadsALeadingNumber) {
+    const std::pair<const char*, int32_t> wholes[] = {
         {"1-2-3", 1},         {"  \t-42x", -42}, {"-", 0}, {"- 5", 0}, {"2147483648", INT32_MIN},
         {"4294967297", 1}, {nullptr, 0},
     };
-    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToInt32(text), value) << (text ? text : "null");
+    for (auto [text, value] : wholes) EXPECT_EQ(fk::NumberTextToInt32(text), value) << (text ? text : "null");
+    const std::pair<const char*, double> reals[] = {
+        {".5", 0.5}, {".", 0.0},   {"e5", 0.0},        {"1e+", 1.0},         {"1.2.3", 1.2},
+        {"1,5", 1.0}, {"0x10", 0.0}, {"inf", 0.0},     {"-1e999", -INFINITY}, {"1e-999", 0.0}, {nullptr, 0.0},
+    };
+    for (auto [text, value] : reals) EXPECT_EQ(fk::NumberTextToDouble(text), value) << (text ? text : "null");
 }
 
 // Fixed notation with the places asked for; zero is blank or all zeros; without places no point is left.
@@ -251,14 +256,6 @@ TEST(RealLeavingText, RoundsPadsAndCuts) {
     char unterminated[4] = {'1', '.', '2', '6'};
     fk::RealLeavingText(unterminated, sizeof unterminated, 1);
     EXPECT_STREQ(unterminated, "1.2");
-}
-
-TEST(NumberTextToDouble, ReadsOnlyPlainDecimalNumbers) {
-    const std::pair<const char*, double> cases[] = {
-        {".5", 0.5}, {".", 0.0},   {"e5", 0.0},        {"1e+", 1.0},         {"1.2.3", 1.2},
-        {"1,5", 1.0}, {"0x10", 0.0}, {"inf", 0.0},     {"-1e999", -INFINITY}, {"1e-999", 0.0}, {nullptr, 0.0},
-    };
-    for (auto [text, value] : cases) EXPECT_EQ(fk::NumberTextToDouble(text), value) << (text ? text : "null");
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ std::string Text(const fk::StyleTable& table, uint32_t style, size_t size = 200)
 }
 
 // Values by equality, not by bits; all of the text or none: an editor never writes half a name.
-TEST(StyleText, BitsToText) {
+TEST(StyleText, BitsToTextAndBackAndDialogChoices) {
     EXPECT_EQ((std::vector<std::string>{Text(kTable, 0), Text(kTable, 0x0313), Text(kTable, 0x00F1),
                                         Text(kPickTable, 0), Text(kPickTable, 6), Text(kTable, 0x11, 17),
                                         Text(kTable, 0x11, 16)}),
@@ -44,11 +44,8 @@ TEST(StyleText, BitsToText) {
     char untouched = '#';
     EXPECT_EQ(fk::StyleText(kTable, 0x11, &untouched, 0), 16u);
     EXPECT_EQ(untouched, '#');
-}
-
-// Names in any case OR together, the first name of a group found ends it; a radio or a border replaces its
-// field, a box clears its bits only.
-TEST(StyleText, TextToBitsAndDialogChoices) {
+    // Names in any case OR together, the first name of a group found ends it; a radio or a border replaces its
+    // field, a box clears its bits only.
     EXPECT_EQ((std::vector<uint32_t>{fk::StyleBits(kTable, nullptr), fk::StyleBits(kTable, "| x_three | X_3D3"),
                                      fk::StyleBits(kTable, "X_LONGER | X_DASH"), fk::StyleBits(kPickTable, "P_B P_A"),
                                      fk::ApplyChoice(kTable, 0x0301, 1, true), fk::ApplyChoice(kTable, 0x0303, 6, true),
