@@ -9,7 +9,7 @@
 #include <dde.h>
 #include <oleacc.h>
 
-#include <algorithm>
+#include <cstring>
 
 #include "access/accessible.h"
 #include "include/fldkit.h"
@@ -21,13 +21,12 @@ namespace {
 
 using namespace fktest;
 
-void Release(IUnknown* p) { p->Release(); }
-using Acc = std::unique_ptr<IAccessible, void (*)(IUnknown*)>;
+using Acc = std::unique_ptr<IAccessible, decltype([](IAccessible* p) { p->Release(); })>;
 
 Acc ObjectOf(HWND h) {
     IAccessible* p = nullptr;
     AccessibleObjectFromWindow(h, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), reinterpret_cast<void**>(&p));
-    return Acc(p, Release);
+    return Acc(p);
 }
 
 VARIANT Child(LONG id) {
@@ -38,8 +37,7 @@ VARIANT Child(LONG id) {
 }
 
 std::string Narrow(BSTR s) {
-    std::string out;
-    for (UINT i = 0; s != nullptr && i < SysStringLen(s); ++i) out += static_cast<char>(s[i]);
+    const std::string out(s, s + SysStringLen(s));
     SysFreeString(s);
     return out;
 }
@@ -63,14 +61,6 @@ std::string Hear(IAccessible* a, LONG child = CHILDID_SELF) {
     LONG count = 0;
     if (child == CHILDID_SELF && a->get_accChildCount(&count) == S_OK && count > 0) out += "|" + std::to_string(count);
     if (child == CHILDID_SELF && a->get_accSelection(&v) == S_OK) out += ">" + std::to_string(v.lVal);
-    return out;
-}
-
-// The fields of what is heard that a step names: as many as it gives.
-std::string Named(const std::string& heard, const std::string& expected) {
-    const auto fields = std::count(expected.begin(), expected.end(), '|');
-    std::string out;
-    for (size_t i = 0, seen = 0; i < heard.size() && (heard[i] != '|' || ++seen <= size_t(fields)); ++i) out += heard[i];
     return out;
 }
 
@@ -258,7 +248,8 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
         }
         const LRESULT answer = s.act ? s.act({g_at[s.control], a.get()}) : 0;
         EXPECT_EQ(Observed(g_at[s.control], answer), s.observed);
-        if (*s.heard) EXPECT_EQ(Named(Hear(a.get(), s.child), s.heard), s.heard);
+        const std::string heard = *s.heard ? Hear(a.get(), s.child) : "";  // compared as far as the step names
+        EXPECT_EQ(heard.substr(0, heard.find('|', std::strlen(s.heard))), s.heard);
     }
     UnhookWinEvent(hook);
     fkSetLinkHooks(nullptr);

@@ -284,11 +284,9 @@ TEST_F(HelpTest, HelpAndProgramsReachTheirPlayersAndStarters) {
         EXPECT_EQ(g_calls, c.calls) << c.method;
     }
     EXPECT_EQ(GetFocus(), control.get());
-    const std::vector<HWND> windows{twGetModuleWindow("C:\\here\\found.exe"), twGetModuleWindow("LINKS_TESTS")};
-    EXPECT_EQ(windows[0], nullptr) << "no window of that module";
-    EXPECT_EQ(GetWindowThreadProcessId(windows[1], nullptr), GetCurrentThreadId()) << "one of this program's";
-    ASSERT_EQ(boxes.boxes().size(), 1u);
-    EXPECT_EQ(boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption, "Type a number/Help");
+    EXPECT_EQ(twGetModuleWindow("C:\\here\\found.exe"), nullptr) << "no window of that module";
+    EXPECT_EQ(GetWindowThreadProcessId(twGetModuleWindow("LINKS_TESTS"), nullptr), GetCurrentThreadId());
+    EXPECT_EQ(boxes.boxes().size() == 1 ? boxes.boxes()[0].text + "/" + boxes.boxes()[0].caption : "", "Type a number/Help");
 }
 
 }  // namespace
