@@ -110,7 +110,7 @@ LRESULT Put(IAccessible* a, LONG child, const wchar_t* value) {
     return hr;
 }
 
-// A reader presses the object (or a child), chooses a child, or the child under the middle of another one's place.
+// A reader presses the object (or a child), or chooses the child under the middle of another one's place.
 LRESULT Press(IAccessible* a, LONG child = CHILDID_SELF) { return a->accDoDefaultAction(Child(child)); }
 
 LRESULT ChooseAtMiddle(IAccessible* a, LONG child) {
