@@ -9,12 +9,7 @@
 #include <dde.h>
 #include <oleacc.h>
 
-#include <algorithm>
-#include <cstdio>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
+#include <cstring>
 
 #include "access/accessible.h"
 #include "include/fldkit.h"
@@ -26,13 +21,12 @@ namespace {
 
 using namespace fktest;
 
-void Release(IUnknown* p) { p->Release(); }
-using Acc = std::unique_ptr<IAccessible, void (*)(IUnknown*)>;
+using Acc = std::unique_ptr<IAccessible, decltype([](IAccessible* p) { p->Release(); })>;
 
 Acc ObjectOf(HWND h) {
     IAccessible* p = nullptr;
     AccessibleObjectFromWindow(h, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), reinterpret_cast<void**>(&p));
-    return Acc(p, Release);
+    return Acc(p);
 }
 
 VARIANT Child(LONG id) {
@@ -43,8 +37,7 @@ VARIANT Child(LONG id) {
 }
 
 std::string Narrow(BSTR s) {
-    std::string out;
-    for (UINT i = 0; s != nullptr && i < SysStringLen(s); ++i) out += static_cast<char>(s[i]);
+    const std::string out(s, s + SysStringLen(s));
     SysFreeString(s);
     return out;
 }
@@ -71,27 +64,9 @@ std::string Hear(IAccessible* a, LONG child = CHILDID_SELF) {
     return out;
 }
 
-// The fields of what is heard that a step names: as many as it gives.
-std::string Named(const std::string& heard, const std::string& expected) {
-    const auto fields = std::count(expected.begin(), expected.end(), '|');
-    std::string out;
-    for (size_t i = 0, seen = 0; i < heard.size() && (heard[i] != '|' || ++seen <= size_t(fields)); ++i) out += heard[i];
-    return out;
-}
-
-// A control as a dialog lays it out: after its label, under the one before.
-HWND Add(HWND parent, const char* cls, DWORD style, const char* label, const char* text = "", int height = 24) {
-    static int y = 10;
-    if (label) CreateWindowExA(0, "static", label, WS_CHILD | WS_VISIBLE, 10, y, 80, 20, parent, nullptr, nullptr, nullptr);
-    HWND h = CreateWindowExA(0, cls, text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 100, y, 200, height, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(y)), nullptr, nullptr);
-    y += height + 6;
-    return h;
-}
-
-// WinEvents of this process for client objects, as an out-of-context client receives them, and programs started.
+// WinEvents of this process for client objects, as an out-of-context client receives them, and programs started
+// (no window's).
 std::vector<std::pair<HWND, std::string>> g_events;
-std::vector<std::string> g_started;
 
 void CALLBACK OnEvent(HWINEVENTHOOK, DWORD event, HWND h, LONG object, LONG child, DWORD, DWORD) {
     const char* name = event == EVENT_OBJECT_VALUECHANGE ? "value"
@@ -102,7 +77,7 @@ void CALLBACK OnEvent(HWINEVENTHOOK, DWORD event, HWND h, LONG object, LONG chil
     if (object == OBJID_CLIENT) g_events.emplace_back(h, child ? name + (":" + std::to_string(child)) : name);
 }
 
-UINT WINAPI FakeExec(LPCSTR command, UINT) { return g_started.push_back(command), 33; }
+UINT WINAPI FakeExec(LPCSTR command, UINT) { return g_events.emplace_back(nullptr, "run:" + std::string(command)), 33; }
 
 // What the script saw of a step: the events h raised, the programs started and the call's answer when it is not 0.
 // The events are taken: a step that only reads finds those its control raised since.
@@ -110,9 +85,7 @@ std::string Observed(HWND h, LRESULT answer) {
     PumpIdle();
     std::string out;
     for (auto& [window, event] : g_events)
-        if (window == h) out += (out.empty() ? "" : " ") + std::exchange(event, "");
-    for (const std::string& program : g_started) out += (out.empty() ? "run:" : " run:") + program;
-    g_started.clear();
+        if (window == h || window == nullptr) out += (out.empty() ? "" : " ") + std::exchange(event, "");
     char hex[16];
     std::snprintf(hex, sizeof hex, "=0x%x", static_cast<unsigned>(answer));
     return answer == 0 ? out : out + (out.empty() ? "" : " ") + hex;
@@ -137,10 +110,8 @@ LRESULT Put(IAccessible* a, LONG child, const wchar_t* value) {
     return hr;
 }
 
-// A reader presses the object (or a child), chooses a child, or the child under the middle of another one's place.
+// A reader presses the object (or a child), or chooses the child under the middle of another one's place.
 LRESULT Press(IAccessible* a, LONG child = CHILDID_SELF) { return a->accDoDefaultAction(Child(child)); }
-
-LRESULT Choose(IAccessible* a, LONG child) { return a->accSelect(SELFLAG_TAKESELECTION, Child(child)); }
 
 LRESULT ChooseAtMiddle(IAccessible* a, LONG child) {
     LONG x = 0, y = 0, cx = 0, cy = 0;
@@ -149,8 +120,6 @@ LRESULT ChooseAtMiddle(IAccessible* a, LONG child) {
     a->accHitTest(x + cx / 2, y + cy / 2, &hit);
     return a->accSelect(SELFLAG_TAKESELECTION, hit);
 }
-
-HWND EditOf(HWND combo) { return GetWindow(combo, GW_CHILD); }
 
 LRESULT WantsEnter(HWND h) {
     MSG enter{h, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
@@ -168,10 +137,7 @@ enum Control { kName, kLine, kAfterLine, kNumeric, kSave, kMasked, kTable, kTogg
                kTicker, kPicture, kIcon, kToolbar, kControls };
 HWND g_at[kControls];
 
-struct Target {
-    HWND h;
-    IAccessible* a;
-};
+struct Target { HWND h; IAccessible* a; };
 
 // A form is used as a user and a reader use it: each step does one thing to one control (null: nothing, only read)
 // and is heard as the events the control raised, and then what a reader hears of it or of one of its children (the
@@ -186,43 +152,29 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
         SetWinEventHook(EVENT_MIN, EVENT_MAX, nullptr, OnEvent, GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
     UniqueWindow form = MakeParent(ForwardInitiates, 900, 1000);
     const char *const q = "&Quantity:", *const client = "@CLIENT(FkAcc,Prices,Item)NOAUTOSTART";
-    const struct {
-        const char* cls;
-        DWORD style;
-        const char *label, *text, *method;
-        int height = 24;
-    } layout[kControls] = {
-        {"gxString32", 0, "Na&me:", "", ""},
-        {"gxLine32", 0, nullptr, "", ""},
-        {"gxString32", 0, nullptr, "", ""},
+    const struct { const char *cls; DWORD style; const char *label, *text, *method; int height = 24; }
+        layout[kControls] = {
+        {"gxString32", 0, "Na&me:", "", ""}, {"gxLine32", 0, nullptr, "", ""}, {"gxString32", 0, nullptr, "", ""},
         {"gxNumeric32", NUM_LONG, nullptr, "", "@MSG(1 to 99, please.)"},
         {"gxButton32", BTN_TEXT, nullptr, "&Save", ""},
-        {"gxString32", 0, q, "", "@MASK((###) ###)"},
-        {"gxTable32", WS_BORDER | WS_VSCROLL, "Fruit:", "", "", 100},
-        {"gxButton32", BTN_TEXT | BTN_TOGGLE, nullptr, "Lock", ""},
-        {"gxColor32", 0, "Tint:", "", "", 120},
+        {"gxString32", 0, q, "", "@MASK((###) ###)"}, {"gxTable32", WS_BORDER | WS_VSCROLL, "Fruit:", "", "", 100},
+        {"gxButton32", BTN_TEXT | BTN_TOGGLE, nullptr, "Lock", ""}, {"gxColor32", 0, "Tint:", "", "", 120},
         {"gxCBTable32", CBS_DROPDOWN | WS_VSCROLL, "Customer:", "", ""},
-        {"gxString32", 0, nullptr, "", "@SERVER(FkAcc,Prices,Item)"},
-        {"gxString32", 0, q, "", client},
-        {"gxTicker32", 0, nullptr, "", client},
-        {"gxBitmap32", 0, "Help:", "", "@PROG(notepad.exe)@CMDLINE(a.txt)"},
-        {"gxIcon32", 0, "Logo:", "", ""},
-        {"gxButton32", BTN_TOOLBAR, q, "TBCLEAR", "@ACCNAME(Clear the form)"},
-    };
-    for (int i = 0; i < kControls; ++i) {
-        g_at[i] = Add(form, layout[i].cls, layout[i].style, layout[i].label, layout[i].text, layout[i].height);
-        if (*layout[i].method) Send(g_at[i], GXM_SETMETHOD, 0, layout[i].method);
+        {"gxString32", 0, nullptr, "", "@SERVER(FkAcc,Prices,Item)"}, {"gxString32", 0, q, "", client},
+        {"gxTicker32", 0, nullptr, "", client}, {"gxBitmap32", 0, "Help:", "", "@PROG(notepad.exe)@CMDLINE(a.txt)"},
+        {"gxIcon32", 0, "Logo:", "", ""}, {"gxButton32", BTN_TOOLBAR, q, "TBCLEAR", "@ACCNAME(Clear the form)"}};
+    for (int i = 0, y = 10; i < kControls; ++i) {  // as a dialog lays them out: after its label, under the one before
+        const auto& c = layout[i];
+        if (c.label) CreateWindowExA(0, "static", c.label, WS_CHILD | WS_VISIBLE, 10, y, 80, 20, form, 0, 0, nullptr);
+        g_at[i] = CreateWindowExA(0, c.cls, c.text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | c.style, 100, y, 200, c.height,
+                                  form, reinterpret_cast<HMENU>(static_cast<INT_PTR>(y)), nullptr, nullptr);
+        if (*c.method) Send(g_at[i], GXM_SETMETHOD, 0, c.method);
+        y += c.height + 6;
     }
     for (const char* row : {"Apple", "Banana", "Cherry"}) Send(g_at[kTable], LB_ADDSTRING, 0, row);
     Send(g_at[kCombo], CB_ADDSTRING, 0, "BLUE");
-    const struct {
-        const char* what;
-        Control control;
-        LRESULT (*act)(Target t);
-        const char* observed;
-        LONG child;
-        const char* heard;
-    } steps[] = {
+    const struct { const char* what; Control control; LRESULT (*act)(Target t); const char* observed; LONG child;
+                   const char* heard; } steps[] = {
         {"a picture button named by its application", kToolbar, nullptr, "", 0, "Clear the form|||Press|Alt+Q||F"},
         {"a label with a shortcut", kName, nullptr, "", 0, "Name:||||Alt+m||F"},
         {"a line passed over to no label", kAfterLine, nullptr, "", 0, "||||||F"},
@@ -240,7 +192,8 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
         {"focused", kTable, [](Target t) { return Type(t.h, ""); }, "focus focus:2", 2, "Banana||||||sfF"},
         {"down", kTable, [](Target t) { return Send(t.h, WM_KEYDOWN, VK_DOWN); }, "select:3 focus:3", 3, "Cherry||||||sfF"},
         {"type-ahead", kTable, [](Target t) { return Type(t.h, "a"); }, "select:1 focus:1", 1, "Apple||||||sfF"},
-        {"a reader's choice", kTable, [](Target t) { return Choose(t.a, 2); }, "select:2 focus:2", 0, "Fruit:||||||fF|3>2"},
+        {"a reader's choice", kTable, [](Target t) { return LRESULT{t.a->accSelect(SELFLAG_TAKESELECTION, Child(2))}; },
+         "select:2 focus:2", 0, "Fruit:||||||fF|3>2"},
         {"the row under a point", kTable, [](Target t) { return ChooseAtMiddle(t.a, 3); }, "select:3 focus:3", 0,
          "Fruit:||||||fF|3>3"},
         {"a row beyond the last", kTable, nullptr, "", 4, "||||||"},
@@ -259,9 +212,10 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
          0, "Tint:|red 1, green 2, blue 3"},
         {"the combo's button", kCombo, nullptr, "", 2, "Open|||Open|||"},
         {"key set", kCombo, [](Target t) { return Send(t.h, GXM_SETVALUE, 0, "BLUE"); }, "value", 0, "Customer:|BLUE|||||F|3"},
-        {"edit part emptied", kCombo, [](Target t) { return Send(EditOf(t.h), WM_SETTEXT, 0, ""); }, "value =0x1", 0,
-         "Customer:|"},
-        {"'b' completes to the key", kCombo, [](Target t) { return Type(EditOf(t.h), "b"); }, "value", 0, "Customer:|BLUE"},
+        {"edit part emptied", kCombo, [](Target t) { return Send(GetWindow(t.h, GW_CHILD), WM_SETTEXT, 0, ""); },
+         "value =0x1", 0, "Customer:|"},
+        {"'b' completes to the key", kCombo, [](Target t) { return Type(GetWindow(t.h, GW_CHILD), "b"); }, "value", 0,
+         "Customer:|BLUE"},
         {"a server typed to", kClient, [](Target) { return Type(g_at[kServer], "42"); }, "value value", 0, "Quantity:|42"},
         {"the ticker of the same link", kTicker, nullptr, "value value", 0, "42"},
         {"Enter, space and A on a picture with a program", kPicture,
@@ -283,14 +237,14 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
         }
         const LRESULT answer = s.act ? s.act({g_at[s.control], a.get()}) : 0;
         EXPECT_EQ(Observed(g_at[s.control], answer), s.observed);
-        if (*s.heard) EXPECT_EQ(Named(Hear(a.get(), s.child), s.heard), s.heard);
+        const std::string heard = *s.heard ? Hear(a.get(), s.child) : "";  // compared as far as the step names
+        EXPECT_EQ(heard.substr(0, heard.find('|', std::strlen(s.heard))), s.heard);
     }
     UnhookWinEvent(hook);
     fkSetLinkHooks(nullptr);
     Acc kept = ObjectOf(g_at[kTable]);
     form.reset();
-    EXPECT_EQ(twCountAccessibleObjects(), 1);  // the reader's, no longer the window's
-    EXPECT_EQ(Hear(kept.get()), "||||||");
+    EXPECT_EQ(std::to_string(twCountAccessibleObjects()) + Hear(kept.get()), "1||||||");  // the reader's, silent
     kept.reset();
     PumpIdle();
     EXPECT_EQ(twCountAccessibleObjects(), 0);

@@ -23,7 +23,7 @@ TEST_F(HostileDrag, BadDragBlocks) {
                  {1, kText, HWND_BROADCAST, "1 dropped taken"}, {1, kText, HWND(0x4321), "1 dropped taken"}};
     for (const auto& c : cases) {
         NowTrying("drag block", std::to_string(c.kind) + " " + std::to_string(c.data) + " " + c.seen);
-        HWND target = CreateWindowExA(0, FK_CLASS_STRING, "kept", WS_CHILD, 0, 0, 150, 24, parent, 0, nullptr, nullptr);
+        UniqueWindow target = MakeChild(parent, FK_CLASS_STRING, 0, 100, 150, 24, "kept");
         SendMessageA(target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
         HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, 8), drag = GlobalAlloc(GMEM_MOVEABLE, sizeof(FieldDragBlock));
         std::memcpy(GlobalLock(data), c.data == kUnterminated ? "uuuuuuuu" : "dropped", 8);
@@ -42,6 +42,5 @@ TEST_F(HostileDrag, BadDragBlocks) {
                   std::string(c.seen) + " bystander") << g_trying << " (the drag block stays the sender's)";
         if (c.data != kFreedData && GlobalSize(data) != 0) GlobalFree(data);
         if (c.data != kFreedBlock) GlobalFree(drag);
-        DestroyWindow(target);
     }
 }

@@ -83,9 +83,8 @@ template <typename R> R Tried(R result) { return ++g_tried, result; }  // counts
 inline void NowTrying(const char* group, const std::string& what) {
     std::snprintf(g_trying, 512, "%s: %.400s", group, what.c_str());
 }
-inline bool g_parentHandlesErrors = true;  // the parent answers GXN_ERROR with GXR_HANDLED
-inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-    return msg == GXN_ERROR && g_parentHandlesErrors ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
+inline LRESULT CALLBACK HostileParentProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {  // errors handled by the parent
+    return msg == GXN_ERROR ? GXR_HANDLED : DefWindowProcA(h, msg, wp, lp);
 }
 
 // Every group runs inside one check: no crash (main's filter names what was tried), no window, atom or GDI object

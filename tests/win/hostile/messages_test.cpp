@@ -10,9 +10,6 @@ using namespace fktest;
 
 namespace {
 
-HWND Create(HWND parent, const char* cls) {
-    return CreateWindowExA(0, cls, "", WS_CHILD | WS_VISIBLE, 10, 10, 150, 24, parent, HMENU(77), nullptr, nullptr);
-}
 void Paint(HWND h) { RedrawWindow(h, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
 std::string GetMethod(HWND h, GuardedBuffer& copy) {  // at most 256 characters come back, into 257 bytes
     std::memset(copy.data(), 'x', 256);
@@ -68,8 +65,8 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
     GuardedBuffer copy(257), out(1024), garbage(1024), huge(std::string(1 << 20, 'W'));
     for (int i = 0; i < int(std::size(kAllClasses)); ++i) {
         const char* const cls = kAllClasses[i];
-        HWND h = Create(parent, cls);
-        ASSERT_NE(h, nullptr) << cls;
+        UniqueWindow h = MakeChild(parent, cls, 0, 77, 150);
+        ASSERT_NE(h.get(), nullptr) << cls;
         for (const auto& m : HostileMethods()) {
             NowTrying(cls, m.substr(0, 60));
             GuardedBuffer text(m);
@@ -104,7 +101,6 @@ TEST_F(HostileMessages, EveryClassTheEditingCoreAndTheServicesSurviveHostileInpu
         Tried(SendMessageA(h, WM_DESTROY, 0, 0)), Tried(SendMessageA(h, WM_DESTROY, 0, 0));
         EXPECT_EQ(GetMethod(h, copy), "") << cls;
         Tried(SendMessageA(h, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MSG(second)")));
-        DestroyWindow(h);
     }
     char arg[8] = "x";
     EXPECT_EQ(Tried(twGetMethodParam(nullptr, "@A", arg) | twGetMethodParam(arg, nullptr, arg)) + arg[0], 0);
