@@ -84,8 +84,6 @@ void StepCreate(Cycle& c) {
     c.control = MakeWindow(c.plan.cls, "soak", WS_CHILD | WS_VISIBLE | WS_TABSTOP | c.plan.style, g_parent);
     SetMethod(c.control, c.plan.methods.front());
     SendMessageA(c.control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
-    char copy[257] = "";
-    SendMessageA(c.control, GXM_GETMETHOD, 256, reinterpret_cast<LPARAM>(copy));
 }
 
 // A value of the form each class takes (by its style, a whole number, a real one or a date), then read back;
