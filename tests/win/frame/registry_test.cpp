@@ -101,8 +101,8 @@ TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
     const bool super = e.at32 < 0;  // both superclasses keep it behind the combo box's bytes
     const char* word = super ? reinterpret_cast<const char*>(GetWindowLongPtrA(control, base.cbWndExtra))
                              : fktest::TextWord(control, e.at32, e.at64);
-    const std::string kept = word ? std::string(word) + " in " + std::to_string(LocalSize(const_cast<char*>(word))) : "";
-    EXPECT_EQ(kept, std::string(1023, 'x') + " in 1024");
+    const std::string kept = word ? std::string(word) + "/" + std::to_string(LocalSize(const_cast<char*>(word))) : "";
+    EXPECT_EQ(kept, std::string(1023, 'x') + "/1024") << "the method and the size of its block";
     if (fktest::kWide && !super) EXPECT_EQ(GetWindowLongA(control, e.at32), 0) << "the 32-bit place stays unused";
     for (UINT msg : {0x0D02, 0x0D03, 0x0D08, 0x0D0A, 0x0D0F, 0x0D15, 0x0D17, 0x0D1A, 0x0D1F, 0x0D25, 0x0D27, 0x0D2A, 0x0D2F})
         EXPECT_EQ(SendMessageA(control, msg, 1, 0), 0) << std::hex << msg;
