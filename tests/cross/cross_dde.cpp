@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "include/fldkit.h"
-#include "tests/support/pump.h"
+#include "tests/support/self_process.h"
 #include "tests/support/window.h"
 
 using namespace fktest;
@@ -45,14 +45,11 @@ int Partner(const char* testDll) {
 }
 
 TEST(CrossBitness, FieldsLinkBothWaysAndThePartnerIsRefusedOurDll) {
-    const std::string peer = std::getenv("FK_PEER_EXE");
     char own[MAX_PATH] = "";
     GetModuleFileNameA(GetModuleHandleA(FK_DLL_NAME), own, MAX_PATH);
     auto server = Field("@SERVER(FkCrossClient,CrossTopic,Value)");
-    std::string command = "\"" + peer + "\" --partner \"" + own + "\"";
-    STARTUPINFOA si{sizeof si};
-    PROCESS_INFORMATION p{};
-    ASSERT_TRUE(CreateProcessA(peer.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &p));
+    SelfProcess partner("--partner \"" + std::string(own) + "\"", std::getenv("FK_PEER_EXE"));
+    ASSERT_NE(partner.pi.hProcess, nullptr);
     EXPECT_TRUE(PumpUntil([&] { return GetPropA(server, "SERVER1") != nullptr; }, 30000)) << "the partner's client";
     auto client = Field("@CLIENT(FkCrossServer,CrossTopic,Value)NOAUTOSTART");
     PumpIdle();  // the advises and their acknowledgements
@@ -66,11 +63,8 @@ TEST(CrossBitness, FieldsLinkBothWaysAndThePartnerIsRefusedOurDll) {
     EXPECT_TRUE(PumpUntil([&] { return WindowText(client) == "3 from " + kBits + " via " + kOther; }, 10000));
     client.reset();  // unadvise
     SetWindowTextA(server, "quit");
-    DWORD code = 99;  // 99: still running, ended by force
-    if (PumpUntil([&] { return WaitForSingleObject(p.hProcess, 0) == WAIT_OBJECT_0; }, 20000))
-        GetExitCodeProcess(p.hProcess, &code);
-    TerminateProcess(p.hProcess, 99), CloseHandle(p.hProcess), CloseHandle(p.hThread);
-    EXPECT_EQ(code, 0u) << "5: nothing new, 7: no link, 8: our DLL loaded there, 9: another error";
+    EXPECT_EQ(partner.ExitCode(20000), 0u) << "5: nothing new, 7: no link, 8: our DLL loaded there, 9: another error, "
+                                               "99: still running, ended by force";
 }
 
 }  // namespace

@@ -8,17 +8,13 @@
 
 namespace fktest {
 
-// Writes size bytes to fileName in the temporary folder and returns the path.
-inline std::string WriteTempFile(const std::string& fileName, const void* data, size_t size) {
+// Writes text (tables, or any bytes) to fileName in the temporary folder and returns the path.
+inline std::string WriteTable(const char* fileName, const std::string& text) {
     char dir[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, dir);
     const std::string path = std::string(dir) + fileName;
-    if (FILE* f = std::fopen(path.c_str(), "wb")) std::fwrite(data, 1, size, f), std::fclose(f);
+    if (FILE* f = std::fopen(path.c_str(), "wb")) std::fwrite(text.data(), 1, text.size(), f), std::fclose(f);
     return path;
-}
-
-inline std::string WriteTable(const char* fileName, const std::string& text) {
-    return WriteTempFile(fileName, text.data(), text.size());
 }
 
 // A file of this process's own, removed again when the object goes.
@@ -26,7 +22,8 @@ class TempFile {
 public:
     template <typename Bytes>
     TempFile(const char* name, const Bytes& bytes)
-        : path_(WriteTempFile("fk_" + std::to_string(GetCurrentProcessId()) + "_" + name, bytes.data(), bytes.size())) {}
+        : path_(WriteTable(("fk_" + std::to_string(GetCurrentProcessId()) + "_" + name).c_str(),
+                           {bytes.begin(), bytes.end()})) {}
     ~TempFile() { DeleteFileA(path_.c_str()); }
     TempFile(const TempFile&) = delete;
     const char* path() const { return path_.c_str(); }

@@ -25,12 +25,9 @@ LRESULT CALLBACK MessageBoxWatcher::Hook(int code, WPARAM wp, LPARAM lp) {
         GetDlgItemTextA(box, kMessageTextId, text, sizeof text);
         GetWindowTextA(box, caption, sizeof caption);
         current->boxes_.push_back({text, caption, GetWindow(box, GW_OWNER)});
-        int button = current->answer_;
-        for (int fallback : {current->answer_, IDOK, IDCANCEL, IDNO})
-            if (GetDlgItem(box, fallback) != nullptr) {
-                button = fallback;
-                break;
-            }
+        int button = current->answer_;  // the answer, else the first of IDOK, IDCANCEL, IDNO the box has
+        for (int fallback : {IDNO, IDCANCEL, IDOK, current->answer_})
+            if (GetDlgItem(box, fallback) != nullptr) button = fallback;
         PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                      reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     }

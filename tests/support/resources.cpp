@@ -72,21 +72,19 @@ long CountGlobalAtoms() {
     return n;
 }
 
-}  // namespace
-
 long CountThreadWindows() {
     long n = 0;
     EnumThreadWindows(GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&n));
     return n;
 }
 
+}  // namespace
+
 HeapFigures MeasureHeap(HANDLE heap) {
     HeapFigures f;
     PROCESS_HEAP_ENTRY entry{};
-    f.valid = heap && HeapValidate(heap, 0, nullptr);
     if (!heap || !HeapLock(heap)) return f;
-    while (HeapWalk(heap, &entry))
-        if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++f.blocks, f.bytes += static_cast<long>(entry.cbData);
+    while (HeapWalk(heap, &entry)) f.blocks += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
     HeapUnlock(heap);
     return f;
 }

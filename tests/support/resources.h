@@ -7,9 +7,7 @@
 
 namespace fktest {
 struct HeapFigures {
-    bool valid = false;  // HeapValidate passed
-    long blocks = 0;     // busy blocks (HeapWalk)
-    long bytes = 0;
+    long blocks = 0;  // busy blocks (HeapWalk)
 };
 
 struct ResourceFigures {
@@ -22,7 +20,6 @@ struct ResourceFigures {
 };
 
 ResourceFigures TakeResourceFigures();  // a few hundred ms under Wine (the atom scan)
-long CountThreadWindows();
 HeapFigures MeasureHeap(HANDLE heap);
 // "windows +2 (3 -> 5), gdi -1 (7 -> 6)" for the figures that differ; empty when they agree.
 std::string DescribeGrowth(const ResourceFigures& before, const ResourceFigures& after, bool withHeaps);

@@ -1,5 +1,5 @@
-// This test program started again with other arguments, as a partner in a second process; killed when the
-// object goes, so that no partner outlives its test.
+// This test program started again with other arguments, as a partner in a second process (program: its build
+// of the other bitness instead); killed when the object goes, so that no partner outlives its test.
 #pragma once
 
 #include <windows.h>
@@ -11,12 +11,12 @@
 namespace fktest {
 
 struct SelfProcess {
-    explicit SelfProcess(const std::string& arguments) {
+    explicit SelfProcess(const std::string& arguments, const char* program = nullptr) {
         char exe[MAX_PATH] = {};
-        GetModuleFileNameA(nullptr, exe, MAX_PATH);
-        std::string command = "\"" + std::string(exe) + "\" " + arguments;
+        if (program == nullptr) GetModuleFileNameA(nullptr, exe, MAX_PATH);
+        std::string path = program ? program : exe, command = "\"" + path + "\" " + arguments;
         STARTUPINFOA si{sizeof si};
-        if (!CreateProcessA(exe, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) pi = {};
+        if (!CreateProcessA(path.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) pi = {};
     }
     SelfProcess(const SelfProcess&) = delete;
     ~SelfProcess() { Kill(); }

@@ -31,11 +31,7 @@ UniqueWindow MakeChild(HWND parent, const char* cls, DWORD style, int id, int wi
 }
 
 void PumpMessages() {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&msg);
-        DispatchMessageA(&msg);
-    }
+    for (MSG msg; PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE); DispatchMessageA(&msg)) TranslateMessage(&msg);
 }
 
 std::string ClipboardText() {

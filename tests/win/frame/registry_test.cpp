@@ -64,8 +64,9 @@ std::string GetMethod(HWND h) {
 }
 
 // The class as registered and in the class list for dialog editors; its method string kept where callers read it,
-// and returned: 256 characters or more arrive as exactly 256 bytes, unterminated, the rest of the buffer untouched.
-// Numbers of the set without meaning reach the default procedure (0).
+// whole up to 1023 characters in a block of length + 1, and returned: 256 characters or more arrive as exactly 256
+// bytes, unterminated, the rest of the buffer untouched. Numbers of the set without meaning reach the default
+// procedure (0).
 TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
     const ClassExpectation& e = GetParam();
     WNDCLASSA wc{}, base{};
@@ -89,28 +90,20 @@ TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
     auto parent = fktest::MakeParent();
     auto control = fktest::MakeChild(parent, e.name, 0, 100, 120, 80);
     EXPECT_EQ(GetMethod(control), "");
-    EXPECT_EQ(SendMessageA(control, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@LIMIT(10)@AUTOTAB")), 0);
-    EXPECT_EQ(GetMethod(control), "@LIMIT(10)@AUTOTAB");
+    EXPECT_EQ(SendMessageA(control, GXM_GETMETHOD, 256, 0), 0) << "a null buffer is harmless";
+    const std::string tooLong(5000, 'x');
+    for (const auto& [wp, method, kept] : std::vector<std::tuple<WPARAM, const char*, std::string>>{
+             {0, "@LIMIT(10)@AUTOTAB", "@LIMIT(10)@AUTOTAB"}, {256, "@MSG(x)", "@MSG(x)"}, {0, nullptr, ""},
+             {0, tooLong.c_str(), std::string(256, 'x') + std::string(44, '\x55')}}) {
+        EXPECT_EQ(SendMessageA(control, GXM_SETMETHOD, wp, reinterpret_cast<LPARAM>(method)), 0);
+        EXPECT_EQ(GetMethod(control), kept);
+    }
     const bool super = e.at32 < 0;  // both superclasses keep it behind the combo box's bytes
     const char* word = super ? reinterpret_cast<const char*>(GetWindowLongPtrA(control, base.cbWndExtra))
                              : fktest::TextWord(control, e.at32, e.at64);
-    EXPECT_STREQ(word ? word : "(none)", "@LIMIT(10)@AUTOTAB");
+    const std::string kept = word ? std::string(word) + "/" + std::to_string(LocalSize(const_cast<char*>(word))) : "";
+    EXPECT_EQ(kept, std::string(1023, 'x') + "/1024") << "the method and the size of its block";
     if (fktest::kWide && !super) EXPECT_EQ(GetWindowLongA(control, e.at32), 0) << "the 32-bit place stays unused";
-    EXPECT_EQ(SendMessageA(control, GXM_GETMETHOD, 256, 0), 0) << "a null buffer is harmless";
-    const std::string tooLong(5000, 'x');
-    const struct {
-        WPARAM wp;
-        const char* method;
-        std::string kept;
-    } steps[] = {
-        {256, "@MSG(x)", "@MSG(x)"},
-        {0, nullptr, ""},
-        {0, tooLong.c_str(), std::string(256, 'x') + std::string(44, '\x55')},
-    };
-    for (const auto& s : steps) {
-        SendMessageA(control, GXM_SETMETHOD, s.wp, reinterpret_cast<LPARAM>(s.method));
-        EXPECT_EQ(GetMethod(control), s.kept);
-    }
     for (UINT msg : {0x0D02, 0x0D03, 0x0D08, 0x0D0A, 0x0D0F, 0x0D15, 0x0D17, 0x0D1A, 0x0D1F, 0x0D25, 0x0D27, 0x0D2A, 0x0D2F})
         EXPECT_EQ(SendMessageA(control, msg, 1, 0), 0) << std::hex << msg;
     control.reset();
@@ -120,16 +113,10 @@ TEST_P(EveryClass, IsRegisteredKeepsItsMethodStringAndPassesUnknownNumbersOn) {
 INSTANTIATE_TEST_SUITE_P(AllFifteen, EveryClass, ::testing::ValuesIn(kTable),
                          [](const auto& info) { return std::string(info.param.name); });
 
-// The string field keeps at most 1023 characters of its method, in a block of length + 1; its mask has a word of
-// its own behind the method string.
-TEST(MethodBlock, StringFieldCutsAt1023CharactersAndKeepsItsWords) {
+// The string field's mask has a word of its own behind the method string, where callers read it.
+TEST(MethodBlock, StringFieldKeepsItsMaskBehindTheMethod) {
     auto parent = fktest::MakeParent();
     auto field = fktest::MakeChild(parent, "gxString32");
-    SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(std::string(4000, 'a').c_str()));
-    auto* block = fktest::TextWord(field, 26, 34);
-    ASSERT_NE(block, nullptr);
-    EXPECT_EQ(std::strlen(block), 1023u);
-    EXPECT_EQ(LocalSize(reinterpret_cast<HLOCAL>(const_cast<char*>(block))), 1024u);
     SendMessageA(field, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@MASK(##-##)"));
     const char* mask = fktest::TextWord(field, 30, 42);
     EXPECT_STREQ(mask ? mask : "(none)", "##-##");
