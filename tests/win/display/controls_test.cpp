@@ -67,7 +67,7 @@ TEST_F(Color, ValueSwatchKeysFocusAndPrt) {
     EXPECT_EQ(Shown(), std::to_string(0x00FF8001u) + " 1 128 255");
     EXPECT_EQ(GetScrollPos(Bar(1), SB_CTL), 128);
     fktest::PaintNow(parent_);
-    EXPECT_EQ(fktest::Capture(color_).at(kW - 5, kH / 2), RGB(1, 128, 255));
+    EXPECT_EQ(fktest::Canvas(color_).at(kW - 5, kH / 2), RGB(1, 128, 255));
     EXPECT_EQ(SendMessageA(color_, GXM_SETVALUE, 0, 0) + SendMessageA(color_, GXM_GETVALUE, 0, 0), 0);
     EXPECT_EQ(SendMessageA(color_, GXM_GETTYPE, 0, 0) * 0x10000 + SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x28001);
     HDC dc = GetDC(color_);
@@ -120,8 +120,9 @@ TEST_F(Ticker, StepsByIntervalAndWraps) {
 }
 
 // Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it. Each row's messages
-// go to a ticker whose timer was killed after the row before.
-TEST_F(Ticker, TimerMessages) {
+// go to a ticker whose timer was killed after the row before. Texts are cut to 159 characters, a DDE client ignores
+// GXM_SETVALUE, the limit comes from the method, fonts come back 16-bit.
+TEST_F(Ticker, TimerValueTypeAndFontMessages) {
     const struct { std::vector<std::pair<UINT, WPARAM>> sent; bool running; LRESULT interval; } rows[] = {
         {{}, true, 0}, {{{GXM_TICKER_STOP, 0}}, true, 0}, {{{GXM_TICKER_SETINTERVAL, 150}}, true, 150},
         {{{GXM_TICKER_SETINTERVAL, 150}, {GXM_TICKER_STOP, 1}}, false, 150}};
@@ -130,11 +131,6 @@ TEST_F(Ticker, TimerMessages) {
         EXPECT_EQ(KillTimer(ticker_, 99) != FALSE, r.running) << r.sent.size();
         EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), r.interval);
     }
-}
-
-// Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, the limit comes from the method, fonts
-// come back 16-bit.
-TEST_F(Ticker, ValueTypeAndFontMessages) {
     const std::string text(400, 'x');
     char buffer[200];
     SendMessageA(ticker_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(text.c_str()));

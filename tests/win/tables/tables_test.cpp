@@ -6,10 +6,8 @@
 
 #include "include/fldkit.h"
 #include "tests/support/drag.h"
-#include "tests/support/files.h"
 #include "tests/support/msgbox_watch.h"
 #include "tests/support/pump.h"
-#include "tests/support/window.h"
 #include "tests/win/display/pixels.h"
 #include "tests/win/tables/popup_driver.h"
 
@@ -61,12 +59,6 @@ INT_PTR CALLBACK LinkingDialog(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
 class Tables : public ::testing::Test {
 protected:
     ~Tables() override { twFreeTable(nullptr), DeleteFileA(cities.c_str()); }
-    // The text a GXM_GETMETHOD or GXM_GETVALUE fills in.
-    static std::string Ask(HWND h, UINT msg = GXM_GETVALUE) {
-        char text[300] = {};
-        SendMessageA(h, msg, 256, reinterpret_cast<LPARAM>(text));
-        return text;
-    }
     // The item strings of the list or the combo, each followed by a comma.
     std::string Lines(HWND h) const {
         std::string lines;
