@@ -159,7 +159,7 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
                       r.wId, r.szTitle, g_identShown.c_str(), static_cast<unsigned>(boxes_.boxes().size()), g_dialogs);
         EXPECT_EQ(std::string(outcome), c.outcome) << c.what;
         const bool dataKept = c.size < full || (r.CtlDataSize == 0x5A && r.CtlData[254] == 0x5A);
-        EXPECT_TRUE(GlobalSize(block) == c.size && dataKept && (g_dialogs == 0 || (r.wX == 10 && r.wCy == 12))) << c.what;
+        EXPECT_TRUE(GlobalSize(block) == c.size && dataKept && (!g_dialogs || (r.wX == 10 && r.wCy == 12))) << c.what;
         GlobalUnlock(block), GlobalFree(block);
     }
     EXPECT_FALSE(EntryOf<StyleFn>(kString, &CTLCLASS::lpfnStyle)(nullptr, nullptr, nullptr, nullptr));

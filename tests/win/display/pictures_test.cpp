@@ -79,9 +79,8 @@ TEST_F(Pictures, FilesAreReadAndDrawnOrRefused) {
             for (int x = 0; x < kQuadW * c.scale; ++x)
                 ASSERT_EQ(pixels.at(c.x0 + x, c.y0 + y), QuadrantColour(x / c.scale, y / c.scale)) << c.path;
     }
-    EXPECT_TRUE(!twOpenDib(nullptr) && !twOpenDib("") && !twBitmapFromDib(nullptr, nullptr));
-    EXPECT_EQ(twLoadDIBitmap(nullptr, nullptr), nullptr);
-    EXPECT_EQ(twLoadDIBitmap(GetModuleHandleA(nullptr), "NOSUCHBITMAP"), nullptr);
+    EXPECT_TRUE(!twOpenDib(nullptr) && !twOpenDib("") && !twBitmapFromDib(nullptr, nullptr) &&
+                !twLoadDIBitmap(nullptr, nullptr) && !twLoadDIBitmap(GetModuleHandleA(nullptr), "NOSUCHBITMAP"));
     const COLORREF red = RGB(255, 0, 0), green = RGB(0, 255, 0), blue = RGB(0, 0, 255);
     for (auto [side, want] : {std::pair{32, blue}, {40, blue}, {48, green}, {20, red}}) {
         auto icon = Make("gxIcon32", ICON_STRETCH, side, side, std::string("@ICON(") + ico.path() + ")");
@@ -210,8 +209,7 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
     MessageBoxWatcher boxes;
     SendMessageA(push, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@HELPMSG1(Starts the run)"));
     SendMessageA(push, WM_KEYDOWN, VK_F1, 0);
-    ASSERT_EQ(boxes.boxes().size(), 1u);
-    EXPECT_EQ(boxes.boxes()[0].text, "Starts the run");
+    EXPECT_EQ(boxes.boxes().size() == 1 ? boxes.boxes()[0].text : "one box", "Starts the run");
 }
 
 // Four images (up red, down green, focused blue, disabled yellow); two (up red, down green); a picture whose

@@ -17,15 +17,12 @@ protected:
         auto* base = reinterpret_cast<BYTE*>(GetModuleHandleA(FK_DLL_NAME));
         const auto real = reinterpret_cast<DWORD_PTR>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBeep"));
         auto* nt = reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+        const DWORD_PTR beep = reinterpret_cast<DWORD_PTR>(&CountBeep);  // written where the page does not allow it
         const IMAGE_DATA_DIRECTORY dir = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
         for (auto* imp = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + dir.VirtualAddress); imp->Name; ++imp)
-            for (auto* t = reinterpret_cast<IMAGE_THUNK_DATA*>(base + imp->FirstThunk); t->u1.Function; ++t) {
-                if (t->u1.Function != real) continue;
-                DWORD old;
-                VirtualProtect(&t->u1.Function, sizeof t->u1.Function, PAGE_READWRITE, &old);
-                t->u1.Function = reinterpret_cast<DWORD_PTR>(&CountBeep);
-                VirtualProtect(&t->u1.Function, sizeof t->u1.Function, old, &old);
-            }
+            for (auto* t = reinterpret_cast<IMAGE_THUNK_DATA*>(base + imp->FirstThunk); t->u1.Function; ++t)
+                if (t->u1.Function == real)
+                    WriteProcessMemory(GetCurrentProcess(), &t->u1.Function, &beep, sizeof beep, nullptr);
     }
     int Extent(const char* text, int n) {
         HDC dc = GetDC(field_);
