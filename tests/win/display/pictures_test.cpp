@@ -217,9 +217,8 @@ TEST(Button, TogglesKeepTheirCheckAndReportTheirState) {
 TEST_F(Pictures, ButtonsDrawEachStateFromTheirImage) {
     auto strip = [](const char* name, int width, int cut) {
         const uint32_t images[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00};
-        return std::make_unique<TempFile>(name, Bmp(width, 8, 24, 0, {}, Rows(width, 8, 24, false, [=](int x, int) {
-                                                    return images[x < cut ? 0 : 1 + (x - cut) / 8];
-                                                })));
+        const auto image = [=](int x, int) { return images[x < cut ? 0 : 1 + (x - cut) / 8]; };
+        return std::make_unique<TempFile>(name, Bmp(width, 8, 24, 0, {}, Rows(width, 8, 24, false, image)));
     };
     const auto four = strip("strip.bmp", 32, 8), two = strip("two.bmp", 16, 8), odd = strip("odd.bmp", 20, 12);
     const auto single = strip("single.bmp", 8, 8);
