@@ -46,16 +46,14 @@ enum { kString, kNumeric, kDate = 9, kCurrency = 12 };
 using InfoFn = HGLOBAL(WINAPI*)();
 using StyleFn = BOOL(WINAPI*)(HWND, HGLOBAL, LPFNSTRTOID, LPFNIDTOSTR);
 using FlagsFn = UINT(WINAPI*)(DWORD, LPSTR, UINT);
-struct Entries { InfoFn info; StyleFn style; FlagsFn flags; };
 
-// The entries as an editor finds them: in the class list.
-Entries EntriesOf(int i) {
+// An entry as an editor finds it: in the class list.
+template <typename Fn>
+Fn EntryOf(int i, FARPROC CTLCLASS::*entry) {
     HGLOBAL block = ListClasses(nullptr, 0, nullptr, nullptr);
-    const CTLCLASS& c = static_cast<CTLCLASSLIST*>(GlobalLock(block))->Classes[i];
-    Entries e{reinterpret_cast<InfoFn>(c.lpfnInfo), reinterpret_cast<StyleFn>(c.lpfnStyle),
-              reinterpret_cast<FlagsFn>(c.lpfnFlags)};
+    const FARPROC found = static_cast<CTLCLASSLIST*>(GlobalLock(block))->Classes[i].*entry;
     GlobalUnlock(block), GlobalFree(block);
-    return e;
+    return reinterpret_cast<Fn>(found);
 }
 
 // ---- Style dialogs -------------------------------------------------------
@@ -74,13 +72,6 @@ LRESULT CALLBACK DialogHook(int code, WPARAM wp, LPARAM lp) {
     return CallNextHookEx(nullptr, code, wp, lp);
 }
 
-// The Cancel posted behind a dialog that ended otherwise is dropped, so that it cannot reach a later dialog that
-// gets the same handle.
-void DropLeftovers() {
-    for (MSG m; PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE);) {
-    }
-}
-
 class StyleDialogs : public ::testing::Test {
 protected:
     StyleDialogs() : hook_(SetWindowsHookExA(WH_CALLWNDPROCRET, DialogHook, nullptr, GetCurrentThreadId())) {
@@ -97,11 +88,6 @@ protected:
         HGLOBAL h = GlobalAlloc(GHND, size);
         std::memcpy(GlobalLock(h), &r, size), GlobalUnlock(h);
         return h;
-    }
-    static BOOL Style(int cls, HGLOBAL block, LPFNSTRTOID strToId = nullptr, LPFNIDTOSTR idToStr = nullptr) {
-        const BOOL result = EntriesOf(cls).style(nullptr, block, strToId, idToStr);
-        DropLeftovers();
-        return result;
     }
     HHOOK hook_;
     fktest::MessageBoxWatcher boxes_;
@@ -164,7 +150,8 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
         boxes_.clear(), g_identShown.clear(), g_dialogs = 0;
         g_script = c.script;
         HGLOBAL block = Block(c.cls, c.style, c.size);
-        const BOOL result = Style(c.cls, block, c.strToId, c.idToStr);
+        const BOOL result = EntryOf<StyleFn>(c.cls, &CTLCLASS::lpfnStyle)(nullptr, block, c.strToId, c.idToStr);
+        fktest::PumpIdle();  // the Cancel posted behind a dialog that ended otherwise goes to no later dialog
         CTLSTYLE r{};
         std::memcpy(&r, GlobalLock(block), GlobalSize(block));
         char outcome[400];
@@ -172,11 +159,10 @@ TEST_F(StyleDialogs, OkCancelAndTheIdentifierAsAnEditorSeesThem) {
                       r.wId, r.szTitle, g_identShown.c_str(), static_cast<unsigned>(boxes_.boxes().size()), g_dialogs);
         EXPECT_EQ(std::string(outcome), c.outcome) << c.what;
         const bool dataKept = c.size < full || (r.CtlDataSize == 0x5A && r.CtlData[254] == 0x5A);
-        EXPECT_TRUE(GlobalSize(block) == c.size && dataKept) << c.what;
-        EXPECT_TRUE(g_dialogs == 0 || (r.wX == 10 && r.wCy == 12)) << c.what;
+        EXPECT_TRUE(GlobalSize(block) == c.size && dataKept && (!g_dialogs || (r.wX == 10 && r.wCy == 12))) << c.what;
         GlobalUnlock(block), GlobalFree(block);
     }
-    EXPECT_FALSE(Style(kString, nullptr));
+    EXPECT_FALSE(EntryOf<StyleFn>(kString, &CTLCLASS::lpfnStyle)(nullptr, nullptr, nullptr, nullptr));
 }
 
 std::vector<std::string> g_help;
@@ -202,7 +188,7 @@ TEST_F(StyleDialogs, EveryClassesInfoRecordAndHelp) {
         SetDlgItemTextA(dlg, IDC_FK_TEXT, "New"), Ok(dlg);
     };
     for (int i = 0; i < 15; ++i) {
-        HGLOBAL block = EntriesOf(i).info();
+        HGLOBAL block = EntryOf<InfoFn>(i, &CTLCLASS::lpfnInfo)();
         ASSERT_EQ(GlobalSize(block), sizeof(CTLINFO));  // 708 bytes from FLDKIT32.dll, 808 from FLDKIT64.dll
         const CTLINFO info = *static_cast<CTLINFO*>(GlobalLock(block));
         GlobalUnlock(block), GlobalFree(block);
@@ -218,7 +204,7 @@ TEST_F(StyleDialogs, EveryClassesInfoRecordAndHelp) {
         g_help.clear();
         CCSTYLEA style{WS_VISIBLE, 0, "text"};
         EXPECT_TRUE(r.lpfnStyle(nullptr, &style) && !identEnabled);
-        DropLeftovers();
+        fktest::PumpIdle();
         EXPECT_EQ(std::to_string(style.flStyle) + style.szText, std::to_string(WS_VISIBLE) + "New");
         EXPECT_FALSE(r.lpfnStyle(nullptr, nullptr));
         char record[300];
@@ -227,7 +213,7 @@ TEST_F(StyleDialogs, EveryClassesInfoRecordAndHelp) {
                       info.Type[0].wWidth, info.Type[0].wHeight, info.Type[0].szDescr, r.cStyleFlags);
         for (const std::string& help : g_help) std::strcat(record, (names + "|" + help).c_str());
         char flags[400] = "";  // Flags names what the names line shows
-        const UINT given = EntriesOf(i).flags(0, flags, sizeof flags);
+        const UINT given = EntryOf<FlagsFn>(i, &CTLCLASS::lpfnFlags)(0, flags, sizeof flags);
         EXPECT_EQ(std::to_string(given) + flags, names.empty() ? "0" : "0 | " + names);
         EXPECT_EQ(std::string(record), kClasses[i].record);
     }

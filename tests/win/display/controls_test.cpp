@@ -42,7 +42,7 @@ TEST_F(Color, ScrollArithmetic) {
         {240, SB_PAGEDOWN, 255}, {7, SB_THUMBTRACK, 200},   {7, SB_THUMBPOSITION, 33}, {90, SB_TOP, 0},
         {90, SB_BOTTOM, 255},    {90, SB_ENDSCROLL, 90},
     };
-    for (int bar = 0; bar < 3; ++bar) {
+    for (int bar = 0; bar < 3; ++bar)
         for (const auto& c : cases) {
             SetColour(static_cast<DWORD>(c.start) << (8 * bar));
             parent_.clear();
@@ -56,7 +56,6 @@ TEST_F(Color, ScrollArithmetic) {
             for (const fktest::Msg& m : sent)
                 EXPECT_TRUE(m.wp == MAKEWPARAM(21, GXN_COLORCHANGED) && m.lp == LPARAM(color_.get())) << m.wp;
         }
-    }
 }
 
 // The value (the high byte is not a component), its labels, bars and swatch; each bar is painted with a brush of
@@ -67,7 +66,7 @@ TEST_F(Color, ValueSwatchKeysFocusAndPrt) {
     EXPECT_EQ(Shown(), std::to_string(0x00FF8001u) + " 1 128 255");
     EXPECT_EQ(GetScrollPos(Bar(1), SB_CTL), 128);
     fktest::PaintNow(parent_);
-    EXPECT_EQ(fktest::Capture(color_).at(kW - 5, kH / 2), RGB(1, 128, 255));
+    EXPECT_EQ(fktest::Canvas(color_).at(kW - 5, kH / 2), RGB(1, 128, 255));
     EXPECT_EQ(SendMessageA(color_, GXM_SETVALUE, 0, 0) + SendMessageA(color_, GXM_GETVALUE, 0, 0), 0);
     EXPECT_EQ(SendMessageA(color_, GXM_GETTYPE, 0, 0) * 0x10000 + SendMessageA(color_, WM_GETDLGCODE, 0, 0), 0x28001);
     HDC dc = GetDC(color_);
@@ -94,64 +93,52 @@ TEST_F(Color, ValueSwatchKeysFocusAndPrt) {
 
 constexpr int kTickerWidth = 100, kPositionWord = 14;
 
-class Ticker : public ::testing::Test {
-protected:
-    fktest::UniqueWindow parent_ = fktest::MakeParent(nullptr, 300, 200);
-    fktest::UniqueWindow ticker_ = fktest::MakeChild(parent_, "gxTicker32", 0, 5, kTickerWidth, 24);
-};
-
-// The step grows with the interval: one tick from 0 moves by it. With no text, the line is the blank lead-in that
-// fills the width; a tick at its end starts again from 0.
-TEST_F(Ticker, StepsByIntervalAndWraps) {
-    HDC dc = GetDC(ticker_);
-    SIZE blank{};
-    GetTextExtentPoint32A(dc, " ", 1, &blank);
-    ReleaseDC(ticker_, dc);
-    const int end = (kTickerWidth + blank.cx - 1) / blank.cx;  // the lead-in's length at step 1
-    const struct { UINT interval; int from, to; } rows[] = {
-        {0, 0, 1}, {70, 0, 1}, {71, 0, 2}, {200, 0, 2}, {201, 0, 3}, {5000, 0, 3}, {0, end - 1, end}, {0, end, 1}};
-    SendMessageA(ticker_, GXM_TICKER_STOP, 1, 0);
-    for (const auto& r : rows) {
-        SendMessageA(ticker_, GXM_TICKER_SETINTERVAL, r.interval, 0);
-        SetWindowWord(ticker_, kPositionWord, static_cast<WORD>(r.from));
-        SendMessageA(ticker_, WM_TIMER, 99, 0);
-        EXPECT_EQ(GetWindowWord(ticker_, kPositionWord), r.to) << r.interval << " from " << r.from;
-    }
-}
-
-// Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it. Each row's messages
-// go to a ticker whose timer was killed after the row before.
-TEST_F(Ticker, TimerMessages) {
-    const struct { std::vector<std::pair<UINT, WPARAM>> sent; bool running; LRESULT interval; } rows[] = {
+// Timer 99 runs from creation; STOP(0) restarts it, SETINTERVAL restarts it, STOP(1) stops it (each row's messages
+// go to a ticker whose timer was killed after the row before). The step grows with the interval: one tick from 0
+// moves by it. With no text, the line is the blank lead-in that fills the width; a tick at its end starts again
+// from 0. Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, the limit comes from the method,
+// fonts come back 16-bit.
+TEST(Ticker, StepsByIntervalWrapsAndAnswersItsMessages) {
+    auto parent = fktest::MakeParent(nullptr, 300, 200);
+    auto ticker = fktest::MakeChild(parent, "gxTicker32", 0, 5, kTickerWidth, 24);
+    const struct { std::vector<std::pair<UINT, WPARAM>> sent; bool running; LRESULT interval; } timers[] = {
         {{}, true, 0}, {{{GXM_TICKER_STOP, 0}}, true, 0}, {{{GXM_TICKER_SETINTERVAL, 150}}, true, 150},
         {{{GXM_TICKER_SETINTERVAL, 150}, {GXM_TICKER_STOP, 1}}, false, 150}};
-    for (const auto& r : rows) {
-        for (auto [msg, wp] : r.sent) SendMessageA(ticker_, msg, wp, 0);
-        EXPECT_EQ(KillTimer(ticker_, 99) != FALSE, r.running) << r.sent.size();
-        EXPECT_EQ(SendMessageA(ticker_, GXM_TICKER_GETINTERVAL, 0, 0), r.interval);
+    for (const auto& r : timers) {
+        for (auto [msg, wp] : r.sent) SendMessageA(ticker, msg, wp, 0);
+        EXPECT_EQ(KillTimer(ticker, 99) != FALSE, r.running) << r.sent.size();
+        EXPECT_EQ(SendMessageA(ticker, GXM_TICKER_GETINTERVAL, 0, 0), r.interval);
     }
-}
-
-// Texts are cut to 159 characters, a DDE client ignores GXM_SETVALUE, the limit comes from the method, fonts
-// come back 16-bit.
-TEST_F(Ticker, ValueTypeAndFontMessages) {
+    HDC dc = GetDC(ticker);
+    SIZE blank{};
+    GetTextExtentPoint32A(dc, " ", 1, &blank);
+    ReleaseDC(ticker, dc);
+    const int end = (kTickerWidth + blank.cx - 1) / blank.cx;  // the lead-in's length at step 1
+    const struct { UINT interval; int from, to; } steps[] = {
+        {0, 0, 1}, {70, 0, 1}, {71, 0, 2}, {200, 0, 2}, {201, 0, 3}, {5000, 0, 3}, {0, end - 1, end}, {0, end, 1}};
+    for (const auto& r : steps) {
+        SendMessageA(ticker, GXM_TICKER_SETINTERVAL, r.interval, 0);
+        SetWindowWord(ticker, kPositionWord, static_cast<WORD>(r.from));
+        SendMessageA(ticker, WM_TIMER, 99, 0);
+        EXPECT_EQ(GetWindowWord(ticker, kPositionWord), r.to) << r.interval << " from " << r.from;
+    }
     const std::string text(400, 'x');
     char buffer[200];
-    SendMessageA(ticker_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    SetPropA(ticker_, "CLIENT", reinterpret_cast<HANDLE>(1));
-    SendMessageA(ticker_, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("ignored"));
-    RemovePropA(ticker_, "CLIENT");
+    SendMessageA(ticker, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SetPropA(ticker, "CLIENT", reinterpret_cast<HANDLE>(1));
+    SendMessageA(ticker, GXM_SETVALUE, 0, reinterpret_cast<LPARAM>("ignored"));
+    RemovePropA(ticker, "CLIENT");
     std::memset(buffer, 0x55, sizeof buffer);
-    SendMessageA(ticker_, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(buffer));
+    SendMessageA(ticker, GXM_GETVALUE, 0, reinterpret_cast<LPARAM>(buffer));
     EXPECT_EQ(buffer, text.substr(0, 159));
     for (auto [method, limit] : {std::pair{"", 80}, {"@AUTOTAB@LIMIT(12)", 12}}) {
         LONG got = 0;
-        if (*method) SendMessageA(ticker_, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
-        EXPECT_EQ(SendMessageA(ticker_, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&got)) * 1000 + got, 4000 + limit);
+        if (*method) SendMessageA(ticker, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
+        EXPECT_EQ(SendMessageA(ticker, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&got)) * 1000 + got, 4000 + limit);
     }
     HFONT font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
-    SendMessageA(ticker_, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
-    EXPECT_EQ(SendMessageA(ticker_, WM_GETFONT, 0, 0), static_cast<LRESULT>(reinterpret_cast<UINT_PTR>(font) & 0xFFFF));
+    SendMessageA(ticker, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
+    EXPECT_EQ(SendMessageA(ticker, WM_GETFONT, 0, 0), static_cast<LRESULT>(reinterpret_cast<UINT_PTR>(font) & 0xFFFF));
 }
 
 }  // namespace

@@ -56,17 +56,15 @@ const struct { WORD level; const char* colour; const char* black; } kLevels[] = 
 // With the new look (Wine's) twDraw3D draws the light indent as the system's sunken edge.
 // Both stroke sets of every level; no pen outlives a border and an unknown level draws nothing.
 TEST(Bevel, EveryLevelInColourAndInBlack) {
-    for (const auto& c : kLevels) {
+    for (const auto& c : kLevels)
         for (bool colour : {true, false}) {
             fktest::Canvas canvas(140, 110, kBackground);
             HGDIOBJ pen = GetCurrentObject(canvas.dc, OBJ_PEN);
             const int before = pen_count::live;
             fk::DrawBevel(canvas.dc, kWindow, c.level, colour, false);
-            EXPECT_EQ(pen_count::live, before) << c.level;
-            EXPECT_EQ(GetCurrentObject(canvas.dc, OBJ_PEN), pen) << c.level;
+            EXPECT_TRUE(pen_count::live == before && GetCurrentObject(canvas.dc, OBJ_PEN) == pen) << c.level;
             EXPECT_EQ(Sample(canvas, kBevelPoints), colour ? c.colour : c.black) << c.level << " " << colour;
         }
-    }
     fktest::Canvas blank(140, 110, kBackground);
     for (WORD level : {0, 3, 5, 32, 0xFFFF}) fk::DrawBevel(blank.dc, kWindow, level, true, true);
     EXPECT_EQ(Sample(blank, kBevelPoints), std::string(kBevelPoints.size(), 'B'));
@@ -95,7 +93,7 @@ TEST(Frame3D, EtchedLinesEndAndCaptionsSitWhereTheyShould) {
          {std::pair{DWORD(0), "gggg.gHgggHHHHH..HggHHHH."}, {FRAME3D_INSET, "gHHg.HHHHHHgggg..gHHgggg."}}) {
         auto frame = fktest::MakeChild(parent, "gxFrame3D32", style, 7, 60, 40);
         fktest::PaintNow(parent);
-        EXPECT_EQ(Sample(fktest::Capture(frame), points), want) << style;
+        EXPECT_EQ(Sample(fktest::Canvas(frame), points), want) << style;
     }
     for (DWORD style : {FRAME3D_RIGHT, FRAME3D_CENTER, FRAME3D_LEFT | FRAME3D_RIGHT}) {
         auto frame = fktest::MakeChild(parent, "gxFrame3D32", TEXT3D_FLAT | style, 7, 201, 100, "Caption");
@@ -105,9 +103,8 @@ TEST(Frame3D, EtchedLinesEndAndCaptionsSitWhereTheyShould) {
         SIZE size{};
         GetTextExtentPoint32A(alone.dc, "Caption", 7, &size);
         const int x = (style & FRAME3D_LEFT) ? 8 : (style & FRAME3D_RIGHT) ? 201 - size.cx - 8 : (201 - size.cx) / 2;
-        SetBkMode(alone.dc, TRANSPARENT);
         TextOutA(alone.dc, x, 0, "Caption", 7);
-        const RECT ink = Edges(fktest::Capture(frame), 0, size.cy), wanted = Edges(alone, 0, size.cy);
+        const RECT ink = Edges(fktest::Canvas(frame), 0, size.cy), wanted = Edges(alone, 0, size.cy);
         EXPECT_EQ(ink.left * 1000 + ink.right, wanted.left * 1000 + wanted.right) << style;
     }
 }
@@ -123,7 +120,7 @@ TEST(Text3D, HighlightAndShadowLieOnePixelOff) {
         auto text = fktest::MakeChild(parent, "gxText3D32", c.style, 7, 100, 40, "Wm");
         SendMessageA(text, WM_SETFONT, reinterpret_cast<WPARAM>(sharp), 0);
         fktest::PaintNow(parent);
-        fktest::Capture pixels(text);
+        fktest::Canvas pixels(text);
         const RECT ink = Edges(pixels, 0);
         for (auto [colour, off] : {std::pair{kWhite, c.white}, std::pair{GetSysColor(COLOR_BTNSHADOW), c.grey}}) {
             const RECT r = Edges(pixels, colour);
@@ -142,7 +139,7 @@ TEST(StaticControls, LineOrientationTransparencyAndTheSettingWord) {
     for (DWORD style : {GXLINE_HORIZONTAL, 0, GXLINE_VERTICAL | GXLINE_HORIZONTAL}) {
         auto line = fktest::MakeChild(parent, "gxLine32", style, 7, 40, 40);
         fktest::PaintNow(parent);
-        const std::string got = Sample(fktest::Capture(line), {{0, 2}, {39, 2}, {0, 3}, {39, 3}, {2, 39}, {3, 39}});
+        const std::string got = Sample(fktest::Canvas(line), {{0, 2}, {39, 2}, {0, 3}, {39, 3}, {2, 39}, {3, 39}});
         EXPECT_EQ(got, style & GXLINE_HORIZONTAL ? "SSHH.." : "....SH") << style;
     }
     for (const char* cls : {"gxFrame3D32", "gxLine32", "gxText3D32"}) {

@@ -1,19 +1,15 @@
-// Pixels for the display tests: 32-bit DIB sections read back as COLORREF values.
+// Pixels for the display and table tests: 32-bit DIB sections read back as COLORREF values; a control's text.
 #pragma once
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdint>
 
+#include "include/fldkit.h"
 #include "tests/support/window.h"
 
 namespace fktest {
-
-inline void FillDC(HDC dc, RECT r, COLORREF colour) {
-    HBRUSH brush = CreateSolidBrush(colour);
-    FillRect(dc, &r, brush);
-    DeleteObject(brush);
-}
 
 inline RECT Client(HWND h) { RECT r{}; GetClientRect(h, &r); return r; }
 
@@ -22,7 +18,8 @@ struct Canvas {
         BITMAPINFO bi{{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB}};
         dib = CreateDIBSection(dc, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
         old = SelectObject(dc, dib);
-        FillDC(dc, {0, 0, width, height}, fill);
+        const uint32_t pixel = GetRValue(fill) << 16 | GetGValue(fill) << 8 | GetBValue(fill);
+        std::fill_n(static_cast<uint32_t*>(bits), width * height, pixel);
     }
     // A copy of a window's client area, taken through its own device context.
     explicit Canvas(HWND window) : Canvas(Client(window).right, Client(window).bottom, 0) {
@@ -44,7 +41,6 @@ struct Canvas {
     HGDIOBJ old;
     void* bits = nullptr;
 };
-using Capture = Canvas;
 
 // Paints everything pending now; tickers advance only when a test says so.
 inline void PaintNow(HWND top) {
@@ -52,6 +48,13 @@ inline void PaintNow(HWND top) {
     MSG msg;
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
         if (msg.message != WM_TIMER) DispatchMessageA(&msg);
+}
+
+// The text a GXM_GETVALUE or GXM_GETMETHOD fills in.
+inline std::string Ask(HWND h, UINT msg = GXM_GETVALUE) {
+    char text[300] = {};
+    SendMessageA(h, msg, 256, reinterpret_cast<LPARAM>(text));
+    return text;
 }
 
 }  // namespace fktest

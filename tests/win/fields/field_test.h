@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "include/fldkit.h"
+#include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
 
@@ -20,11 +21,7 @@ using Span = std::pair<int, int>;
 inline const char *const str = "gxString32", *const num = FK_CLASS_NUMERIC, *const real = FK_CLASS_REAL,
                          *const cur = "gxCurrency32", *const date = "gxDate32";
 
-inline std::string Text(HWND h) {
-    char buffer[400] = "";
-    GetWindowTextA(h, buffer, sizeof buffer);
-    return buffer;
-}
+inline std::string Text(HWND h) { return fktest::WindowText(h); }
 
 inline void Type(HWND h, const char* keys) {
     for (const char* k = keys; *k; ++k) SendMessageA(h, WM_CHAR, static_cast<unsigned char>(*k), 1);

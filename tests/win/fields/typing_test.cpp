@@ -1,7 +1,6 @@
 // The five entry fields typed into as a dialog does: what each class takes, what the parent hears, the editing and
 // clipboard keys, the limit and auto-tab; where a click puts the caret and how a drag selects.
 #include "tests/support/drag.h"
-#include "tests/support/pump.h"
 #include "tests/win/fields/field_test.h"
 
 namespace {
@@ -18,15 +17,12 @@ protected:
         auto* base = reinterpret_cast<BYTE*>(GetModuleHandleA(FK_DLL_NAME));
         const auto real = reinterpret_cast<DWORD_PTR>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBeep"));
         auto* nt = reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+        const DWORD_PTR beep = reinterpret_cast<DWORD_PTR>(&CountBeep);  // written where the page does not allow it
         const IMAGE_DATA_DIRECTORY dir = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
         for (auto* imp = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + dir.VirtualAddress); imp->Name; ++imp)
-            for (auto* t = reinterpret_cast<IMAGE_THUNK_DATA*>(base + imp->FirstThunk); t->u1.Function; ++t) {
-                if (t->u1.Function != real) continue;
-                DWORD old;
-                VirtualProtect(&t->u1.Function, sizeof t->u1.Function, PAGE_READWRITE, &old);
-                t->u1.Function = reinterpret_cast<DWORD_PTR>(&CountBeep);
-                VirtualProtect(&t->u1.Function, sizeof t->u1.Function, old, &old);
-            }
+            for (auto* t = reinterpret_cast<IMAGE_THUNK_DATA*>(base + imp->FirstThunk); t->u1.Function; ++t)
+                if (t->u1.Function == real)
+                    WriteProcessMemory(GetCurrentProcess(), &t->u1.Function, &beep, sizeof beep, nullptr);
     }
     int Extent(const char* text, int n) {
         HDC dc = GetDC(field_);
@@ -79,8 +75,7 @@ TEST_F(Typing, EachClassFiltersWhatIsTypedAndAutoTabs) {
         codes.resize(taken + left, EN_KILLFOCUS);  // auto-tab's leaving
         EXPECT_EQ(Codes(), codes);
         for (const auto& m : parent_.Of(WM_COMMAND)) EXPECT_EQ(LOWORD(m.wp), HWND(m.lp) == field_ ? 42 : 0);
-        if (taken) EXPECT_EQ(parent_.messages().at(0).msg, static_cast<UINT>(WM_CTLCOLOREDIT));
-        if (!taken) EXPECT_EQ(Sel(field_), Span(c.from, c.to));
+        EXPECT_TRUE(taken ? parent_.messages().at(0).msg == WM_CTLCOLOREDIT : Sel(field_) == Span(c.from, c.to));
     }
 }
 
@@ -181,8 +176,8 @@ TEST_F(Mouse, ClicksPickTheNearestCharacterBoundaryAndDragsSelect) {
 }
 
 // Through the window: a click takes the focus, a drag selects (from the right edge when right-justified), keys wait
-// for the button and the release ends the capture.
-TEST_F(Mouse, FieldsSelectWithTheMouse) {
+// for the button and the release ends the capture. Text dragged from one string field onto another moves there.
+TEST_F(Mouse, FieldsSelectAndDragTextOntoEachOther) {
     const struct { const char* cls; DWORD style; const char* after; } cases[] = {
         {num, 0, "195"}, {num, NUM_RIGHTJUST, "195"}, {str, 0, "195"}};
     for (const auto& c : cases) {
@@ -199,14 +194,9 @@ TEST_F(Mouse, FieldsSelectWithTheMouse) {
         Type(field_, "9");
         EXPECT_EQ(Text(field_) + (GetCapture() ? " captured" : ""), c.after) << c.cls;  // typing waited for the button
     }
-}
-
-// A drag with the mouse from one string field onto another: the field routes the button and move messages to the
-// drag service itself; the move bit empties the source.
-TEST_F(Mouse, StringFieldsDragTextOntoEachOther) {
-    Make(str, 0, "@DRAGSRC(1)");
-    fktest::UniqueWindow target(CreateWindowExA(0, str, "", WS_CHILD | WS_VISIBLE, 10, 100, 200, 24, parent_, nullptr,
-                                                GetModuleHandleA(nullptr), nullptr));
+    Make(str, 0, "@DRAGSRC(1)");  // a string field routes the button and move messages to the drag service itself
+    auto target = fktest::MakeChild(parent_, str, 0, 43, 200, 24);
+    SetWindowPos(target, nullptr, 10, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     SendMessageA(target, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>("@DROPTARG"));
     Send(GXM_SETVALUE, 0, "dragged");
     fktest::DragOnto(field_, {2, 2}, target);

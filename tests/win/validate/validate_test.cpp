@@ -7,6 +7,7 @@
 
 #include "include/fldkit.h"
 #include "tests/support/msgbox_watch.h"
+#include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "tests/support/window.h"
 #include "tests/win/tables/popup_driver.h"
@@ -170,9 +171,7 @@ TEST_F(Validation, TablePopupPicksOrCancels) {
         PopupDriver driver(path, {VK_DOWN, VK_RETURN});
         EXPECT_EQ(Check(4, nullptr, Tbl("@KEY(2)@DISPLAY(2,3)"), "Nowhere"), 0);
         EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
-        char text[16] = "";
-        GetWindowTextA(field, text, sizeof text);
-        EXPECT_STREQ(text, "Rome");
+        EXPECT_EQ(WindowText(field), "Rome");
         EXPECT_TRUE(driver.owner == parent.hwnd() && SelectedAll() && GetFocus() == field.get());
         RECT r;
         EXPECT_TRUE(GetWindowRect(field, &r) && std::abs(driver.rect.top - r.bottom) <= 4) << "it opens below the field";
