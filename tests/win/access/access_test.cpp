@@ -9,7 +9,12 @@
 #include <dde.h>
 #include <oleacc.h>
 
+#include <cstdio>
 #include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "access/accessible.h"
 #include "include/fldkit.h"

@@ -134,7 +134,8 @@ TEST(Ticker, StepsByIntervalWrapsAndAnswersItsMessages) {
     for (auto [method, limit] : {std::pair{"", 80}, {"@AUTOTAB@LIMIT(12)", 12}}) {
         LONG got = 0;
         if (*method) SendMessageA(ticker, GXM_SETMETHOD, 0, reinterpret_cast<LPARAM>(method));
-        EXPECT_EQ(SendMessageA(ticker, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&got)) * 1000 + got, 4000 + limit);
+        const LRESULT type = SendMessageA(ticker, GXM_GETTYPE, 0, reinterpret_cast<LPARAM>(&got));
+        EXPECT_EQ(type * 1000 + got, 4000 + limit);
     }
     HFONT font = static_cast<HFONT>(GetStockObject(ANSI_VAR_FONT));
     SendMessageA(ticker, WM_SETFONT, reinterpret_cast<WPARAM>(font), 0);
