@@ -34,9 +34,9 @@ Acc ObjectOf(HWND h) {
     return Acc(p);
 }
 
-VARIANT Child(LONG id) {
+VARIANT Child(LONG id, VARTYPE type = VT_I4) {
     VARIANT v{};
-    v.vt = VT_I4;
+    v.vt = type;
     v.lVal = id;
     return v;
 }
@@ -205,6 +205,8 @@ TEST(Access, AFormIsHeardAndEachChangeAnnounced) {
         {"a negative row", kTable, nullptr, "", -1, "||||||"},
         {"no place for the answer", kTable, [](Target t) { return LRESULT{t.a->get_accName(Child(0), nullptr)}; },
          "=0x80004003", 0, ""},
+        {"a child that is no number", kTable,
+         [](Target t) { return LRESULT{t.a->accDoDefaultAction(Child(1, VT_BSTR))}; }, "=0x80070057", 0, ""},
         {"the window's object is not ours", kTable,
          [](Target t) { return SendMessageA(t.h, WM_GETOBJECT, 0, OBJID_WINDOW); }, "", 0, ""},
         {"pressed by a reader", kToggle, [](Target t) { return Press(t.a); }, "state", 0, "Lock|||Press|||cpF"},

@@ -167,18 +167,19 @@ TEST_F(Validation, WhichTestRefusesAndTheReplyDecides) {
 // Not handled, a miss opens the table below the field (or where @POS says): a pick sets the key and still refuses.
 TEST_F(Validation, TablePopupPicksOrCancels) {
     answer = 0;
+    RECT r;
     {
         PopupDriver driver(path, {VK_DOWN, VK_RETURN});
         EXPECT_EQ(Check(4, nullptr, Tbl("@KEY(2)@DISPLAY(2,3)"), "Nowhere"), 0);
         EXPECT_EQ(driver.items, (std::vector<std::string>{"Paris\tFR", "Rome\tIT", "Oslo\tNO"}));
         EXPECT_EQ(WindowText(field), "Rome");
         EXPECT_TRUE(driver.owner == parent.hwnd() && SelectedAll() && GetFocus() == field.get());
-        RECT r;
         EXPECT_TRUE(GetWindowRect(field, &r) && std::abs(driver.rect.top - r.bottom) <= 4) << "it opens below the field";
     }
     PopupDriver driver(path, {VK_ESCAPE});
     EXPECT_EQ(Check(4, nullptr, Tbl("@POS(5,6,120,60)"), "XXX"), 0);
-    EXPECT_EQ(driver.rect.right - driver.rect.left, MulDiv(120, LOWORD(GetDialogBaseUnits()), 4)) << "@POS sets it";
+    EXPECT_EQ(std::pair(driver.rect.right - driver.rect.left, driver.rect.top < r.top),
+              std::pair(LONG{MulDiv(120, LOWORD(GetDialogBaseUnits()), 4)}, true)) << "@POS sizes and places it";
     MessageBoxWatcher boxes;  // a missing table is a miss: no box, an empty popup
     EXPECT_EQ(Check(4, nullptr, "@TBL(C:\\no\\such\\table.tbl)@BEEP", "XXX"), 0);
     EXPECT_EQ(notices.size() + boxes.boxes().size() + parent.Of(GXN_ERRORSHOWN).size(), 4u);
