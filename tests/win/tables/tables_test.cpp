@@ -127,8 +127,8 @@ TEST_F(Tables, SurviveHostileTables) {
 // then compares what the control shows: its key, method string, lines or text, or the combo's text and selection.
 // Lines come from files or resources (a separate "@RES" too), within a range, by another key column. Values are keys,
 // matched in case, also as window text. Typing in the list searches the first shown column without case (one letter
-// again goes on to the next line with it; a blank is searched for, a control character is not); a key press starts
-// afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the method string and
+// again goes on to the next line with it; a blank is searched for, a control character is not); a key that moves
+// and the focus coming back start afresh. Typing at the end of the combo's edit part completes a key. The table messages edit the method string and
 // the list loads again. A table list serving its key: a string field linked as client shows each selection. The
 // list's type answers the key's size. F1 opens help in the list and in the combo's edit part; each pick by key or
 // type-ahead tells the dialog LBN_SELCHANGE. A line pressed and dragged drops its key into a field.
@@ -152,6 +152,8 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
         {list, WM_KEYDOWN, VK_END, "", kValue, "ROM"},
         {list, WM_CHAR, 0, "b", kValue, "BER"},
         {list, WM_CHAR, 0, "b", kValue, "brn"},
+        {list, WM_KEYDOWN, VK_PRIOR, "", kValue, "BER"}, {list, WM_CHAR, 0, "r", kValue, "ROM"},
+        {list, WM_SETFOCUS, 0, "", kValue, "ROM"},       {list, WM_CHAR, 0, "b", kValue, "BER"},
         {combo, GXM_SETMETHOD, 0, tbl + "@DISPLAY(1,2)@HELPMSG1(Type)", kValue, ""},
         {edit, WM_KEYDOWN, VK_F1, "", kHelpBox, "Type"},
         {edit, WM_CHAR, 0, "r", kSelection, "ROM 1-3"},
@@ -199,7 +201,7 @@ TEST_F(Tables, ScriptedRunOfFillingValuesTypingCompletionTableMessagesAndLinks) 
                   s.shown)
             << s.text;
     }
-    EXPECT_EQ(g_selChanges, 13);  // the picks by key and by type-ahead
+    EXPECT_EQ(g_selChanges, 16);  // the picks by key and by type-ahead
     LONG size = 0;
     EXPECT_EQ(SendMessageA(list, GXM_GETTYPE, GXT_TEXT, reinterpret_cast<LPARAM>(&size)), GXT_TABLE);
     EXPECT_EQ(size, 256);
